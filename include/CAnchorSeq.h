@@ -1,0 +1,53 @@
+#ifndef QUARVO_CANCHORSEQ_H
+#define QUARVO_CANCHORSEQ_H
+
+#include <cstring>
+#include <memory>
+
+#include "CSequence_Mol.h"
+#include "Csat.h"
+
+// The anchor mask over one sequence: "a" where a position may anchor a new repeat unit, a blank where it lies inside an
+// accepted repeat. One guard byte on each side is always "a", so positions -1 and `length` read as free.
+class CAnchorSeq {
+ public:
+  static constexpr char anchor = 'a';
+  static constexpr char covered = ' ';
+
+  const char* seq_begin;
+  unsigned length;
+  std::unique_ptr<char[]> buffer;
+  char* mask_begin;  // the mask byte of sequence position 0
+  char* mask_end;    // the guard byte behind the last position
+
+  explicit CAnchorSeq(const CSequence_Mol& sequence)
+      : seq_begin(sequence.symbols.buffer),
+        length(sequence.symbols.length),
+        buffer(new char[static_cast<std::size_t>(length) + 3]),
+        mask_begin(buffer.get() + 1),
+        mask_end(mask_begin + length) {
+    free_all();
+    mask_end[1] = '\0';
+  }
+
+  // Makes every position free again, guards included.
+  void free_all() { std::memset(buffer.get(), anchor, static_cast<std::size_t>(length) + 2); }
+
+  bool is_free(const char* position) const { return mask_begin[position - seq_begin] == anchor; }
+
+  // True when a unit of L symbols may start at p: it is not wholly inside what accepted repeats cover.
+  bool may_anchor(const char* p, unsigned L) const {
+    const char* const first = mask_begin + (p - seq_begin);
+    const char* const behind = first + L;
+    return (first[0] == anchor && (behind[-1] == anchor || behind[0] == anchor)) ||
+           (first[-1] == anchor && behind[-1] == anchor);
+  }
+
+  // Covers the repeat and frees the positions of its edits again, so that later candidates may start there.
+  void cover(const Csat& sat) {
+    std::memset(mask_begin + (sat.pos_left - seq_begin), covered, static_cast<std::size_t>(sat.span()));
+    for (const auto& entry : sat.missense_entries()) mask_begin[entry.position - seq_begin] = anchor;
+  }
+};
+
+#endif

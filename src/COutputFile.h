@@ -1,0 +1,55 @@
+#ifndef QUARVO_COUTPUTFILE_H
+#define QUARVO_COUTPUTFILE_H
+
+#include <cstdio>
+#include <string>
+
+// A file that the program writes: the results or the masked sequences.
+//
+// Opening is in two steps, so that a user's file is never truncated before all names are known to be harmless: claim()
+// creates or opens the file as it is, start() empties it. Write errors are remembered by the stream and asked for with
+// is_intact(). Not copyable; the destructor closes without asking.
+class COutputFile {
+ public:
+  // The role is the last line of the messages about this file, for instance "as output file.".
+  explicit COutputFile(const char* its_role) : role(its_role) {}
+  COutputFile(const COutputFile&) = delete;
+  COutputFile& operator=(const COutputFile&) = delete;
+  ~COutputFile();
+
+  // Opens the named file for writing and leaves its contents. Returns false when that is impossible.
+  bool claim(const std::string& file_name);
+  // Uses standard output, which needs no start().
+  void claim_standard_output();
+  // Empties the file claimed and makes the stream. Returns false when that is impossible.
+  bool start();
+  // Gives the claimed file up, and removes it if claim() made it.
+  void abandon();
+
+  // True when the claimed file is the regular file of that name (same device and inode).
+  bool is_same_file_as(const std::string& other_name) const;
+
+  // True while everything written has reached the file, as far as the system tells before the file is closed.
+  bool is_intact() const;
+  // Closes the file. Returns false when something could not be written. Standard output is flushed only.
+  bool close();
+
+  std::FILE* stream() const { return out; }
+
+  // The messages for a file that cannot be opened or written, on standard error. A closed pipe on standard output ends
+  // the process here as it ends other filters.
+  void report_open_failure(const std::string& file_name) const;
+  void report_write_failure() const;
+
+ private:
+  const char* role;
+  std::string name;
+  int descriptor = -1;
+  bool was_created = false;
+  std::FILE* out = nullptr;
+};
+
+// True when both names are one regular file.
+bool is_same_regular_file(const std::string& name, const std::string& other_name);
+
+#endif

@@ -1,0 +1,35 @@
+#ifndef QUARVO_QUARVO_MESSAGES_H
+#define QUARVO_QUARVO_MESSAGES_H
+
+#include <cstdio>
+#include <ctime>
+
+// What the program says about the run itself: banner, progress lines and closing texts. Everything but creator_message
+// and the closing line of good_bye goes to standard error, which is flushed after every message.
+
+// Base of the elapsed time in progress lines, in seconds; set once at the start of a run.
+extern std::time_t time_analysis_started;
+
+// Writes the welcome banner.
+void quarvo_welcome(std::FILE* out);
+
+// Writes which program computed the results, each line behind the prefix.
+void creator_message(std::FILE* out, const char* prefix);
+
+// Writes a progress line. The name is a NUL-terminated text, cut to 70 bytes; the mark is not used.
+void report_status(unsigned sequence_number, const char* name, unsigned pattern_length, char mark);
+
+// True when a progress line is due, at most once a minute; the next one is then due a minute later.
+bool check_report_status();
+
+// Restarts the progress interval.
+void update_report_time();
+
+// Writes the closing line of the results for the output format and, once that has been written without an error, the
+// closing texts on standard error. Returns false, with the texts left out, when the results could not be written.
+bool good_bye(std::FILE* results);
+
+// Writes the closing text for a run that ended with `code`: an error (negative) or a stop by the user (positive).
+void good_bye_on_error(int code);
+
+#endif
