@@ -1,0 +1,12 @@
+# What the program is built on, gathered in the one target quarvo_dependencies. Each is a Debian package.
+
+# libtclap-dev: the command-line parser, headers only.
+find_path(QUARVO_TCLAP_INCLUDE_DIR tclap/CmdLine.h REQUIRED)
+mark_as_advanced(QUARVO_TCLAP_INCLUDE_DIR)
+
+# libhwy-dev: portable vector code, chosen for the processor at run time.
+find_package(hwy CONFIG REQUIRED)
+
+add_library(quarvo_dependencies INTERFACE)
+target_include_directories(quarvo_dependencies SYSTEM INTERFACE ${QUARVO_TCLAP_INCLUDE_DIR})
+target_link_libraries(quarvo_dependencies INTERFACE hwy::hwy)

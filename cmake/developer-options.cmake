@@ -1,0 +1,22 @@
+# Compiler options that do not change what the program is: warnings, sanitizers, assertions. Included before any target
+# is made, so that they hold for the program, its tests and its benchmarks alike.
+
+option(QUARVO_WARNINGS_AS_ERRORS "Let any compiler warning fail the build" ON)
+set(QUARVO_SANITIZE "" CACHE STRING "Comma-separated sanitizers, for example address,undefined; empty for none")
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow)
+if(QUARVO_WARNINGS_AS_ERRORS)
+  add_compile_options(-Werror)
+endif()
+
+# Thresholds and perfections are defined in single steps of float arithmetic: a fused multiply-add would round once
+# where the definition rounds twice, and the results would depend on the processor.
+add_compile_options(-ffp-contract=off)
+
+# Checked indexing and iterators of the standard library wherever asserts are on.
+add_compile_definitions($<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
+
+if(QUARVO_SANITIZE)
+  add_compile_options(-fsanitize=${QUARVO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${QUARVO_SANITIZE})
+endif()
