@@ -1,0 +1,54 @@
+#include "case-sources.h"
+#include "fasta-layout.h"
+#include "sequence-maker.h"
+
+namespace differential {
+
+namespace {
+
+std::size_t number_of_records(CRandom& random) {
+  const int kind = random.between(1, 100);
+  if (kind <= 55) return 1;
+  if (kind <= 90) return 2 + random.below(4);
+  return 5 + random.below(60);
+}
+
+// A few hundred symbols, sometimes thousands, sometimes none or nearly none, if the reference can afford them.
+std::size_t length_of_record(CRandom& random, std::size_t affordable) {
+  const int kind = random.between(1, 100);
+  if (kind <= 5) return random.below(5);
+  if (kind <= 15) return random.below(affordable) + 1;
+  return 1 + random.below(std::min<std::size_t>(affordable, 400));
+}
+
+std::vector<fasta_record> random_records(CRandom& random, const search_settings& settings) {
+  const std::size_t count = number_of_records(random);
+  const std::size_t affordable = std::max<std::size_t>(20, affordable_symbols(settings) / count);
+  std::vector<fasta_record> records;
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::string header =
+        random.percent(70) ? std::string("s").append(std::to_string(i + 1)) : random_header(random);
+    records.push_back({header, make_sequence(random, settings, length_of_record(random, affordable))});
+  }
+  return records;
+}
+
+test_case random_case(std::uint64_t seed, std::uint64_t index) {
+  CRandom random(seed_of_case(seed, index));
+  const search_settings settings = random_settings(random);
+  const std::vector<fasta_record> records = random_records(random, settings);
+  test_case made;
+  made.label = label_of("random", seed, index);
+  made.options = settings.options;
+  made.fasta = random.percent(90) ? plain_fasta(records) : wild_fasta(random, records);
+  made.names_results_file = random.percent(70);
+  return made;
+}
+
+}  // namespace
+
+case_source random_cases(std::uint64_t seed) {
+  return [seed](std::uint64_t index) { return random_case(seed, index); };
+}
+
+}  // namespace differential
