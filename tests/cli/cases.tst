@@ -1,0 +1,137 @@
+# The golden command-line cases, a line each: exit status, name, command.
+#
+# The command runs in bash (pipefail on) in a directory that holds a copy of input/. Write the results file to
+# `results`, and let at most one masked file arise. The name is lower case, digits and '-'. The expected files are
+# expected/NAME.out, .err, .results and .masked; see `run` for what their absence means and for --update.
+
+# --- command line: files
+255 no-input-file          quarvo
+255 no-input-file-options  quarvo -M exact -U 20
+254 mode-checked-after-the-file-name  quarvo --outputFormat 7 nosuch.fa
+155 input-missing          quarvo nosuch.fa
+231 input-is-a-directory   mkdir d.fa && quarvo d.fa
+155 three-file-names       quarvo -M exact units.fa results third
+155 input-name-percent     quarvo '100%% %s%d of %5.2f %z 50%.fa'
+0   report-name-percent    cp comments.fa 'a%%b%d.fa' && quarvo -M exact 'a%%b%d.fa'
+154 output-dir-missing     quarvo -M exact units.fa nosuchdir/results
+154 output-name-percent    quarvo -M exact units.fa 'nosuchdir/%s%%'
+154 output-is-input        quarvo -M exact units.fa units.fa; s=$?; cat units.fa; exit $s
+154 output-is-linked-input ln units.fa results && quarvo -M exact units.fa results
+154 output-is-input-by-other-name  quarvo -M exact units.fa ./units.fa; s=$?; cat units.fa; exit $s
+153 masked-not-opened      mkdir units.fa.masked && quarvo -M exact --maskX units.fa results
+153 masked-is-input        ln units.fa units.fa.masked && quarvo -M exact --maskX units.fa results
+153 masked-is-output       quarvo -M exact --maskX units.fa units.fa.masked; s=$?; ls; exit $s
+152 output-disk-full       quarvo -M exact units.fa /dev/full
+152 stdout-disk-full       quarvo -M exact units.fa >/dev/full
+152 masked-disk-full       ln -s /dev/full units.fa.masked && quarvo -M exact --maskX units.fa results
+152 stdout-closed          quarvo -M exact units.fa >&-
+141 closed-pipe            for i in {1..300}; do cat units.fa; done >many.fa; quarvo -M exact many.fa 2>err | head -n 1; s=$?; grep -v ' - # ' err >&2; exit $s
+152 named-pipe-closed      for i in {1..300}; do cat units.fa; done >many.fa; mkfifo pipe; head -n 1 pipe & quarvo -M exact many.fa pipe 2>err; s=$?; kill $! 2>/dev/null; wait; grep -v ' - # ' err | tail -n 6 >&2; exit $s
+0   name-after-dashes      cp units.fa ./-units.fa && quarvo -M exact -- -units.fa results
+
+# --- command line: what the parser itself refuses
+1   unknown-long-option    quarvo --noSuchOption units.fa
+1   unknown-short-option   quarvo -x units.fa
+1   dash-alone             quarvo -
+1   unknown-option-behind-the-files  quarvo units.fa results --noSuchOption
+1   not-a-number           quarvo -s six units.fa
+1   not-an-integer         quarvo -s 6.5 units.fa
+1   value-missing          quarvo units.fa -s
+1   option-twice           quarvo -s 6 -s 7 units.fa
+1   unknown-search-mode    quarvo -M quick units.fa
+0   help                   quarvo --help
+0   version                quarvo --version
+
+# --- command line: the program's own checks, in their order
+254 output-format-5        quarvo --outputFormat 5 units.fa
+254 output-format-negative quarvo --outputFormat -1 units.fa
+254 print-mode-3           quarvo --printRepeatSeqMode 3 units.fa
+254 print-mode-negative    quarvo --printRepeatSeqMode -1 units.fa
+254 n-perfection-mode-3    quarvo --NPerfectionMode 3 units.fa
+254 n-perfection-negative  quarvo --NPerfectionMode -7 units.fa
+254 report-unit-3          quarvo --reportUnit 3 units.fa
+254 report-unit-negative   quarvo --reportUnit -2 units.fa
+254 modes-checked-in-order quarvo --reportUnit 4 --NPerfectionMode 5 --printRepeatSeqMode 6 units.fa
+254 modes-before-thresholds  quarvo --reportUnit 9 -s 0 -m 0 units.fa
+255 thresholds-too-low     quarvo -s 1 -l 1 units.fa
+0   threshold-by-length    quarvo -M exact -s 1 -l 2 --outputFormat 0 --printRepeatSeqMode 0 units.fa
+0   threshold-by-slope     quarvo -M exact -s 0 --minScore_a 1 --minScore_b 1 --outputFormat 0 --printRepeatSeqMode 0 units.fa
+255 threshold-slope-too-low  quarvo -s 0 --minScore_a 1 --minScore_b 0.99 --minLength_b 1.5 units.fa
+255 mismatch-score-1       quarvo -m -1 units.fa
+0   mismatch-score-2       quarvo -M exact -m -2 units.fa
+255 indel-score-1          quarvo -g -1 units.fa
+0   indel-score-2          quarvo -M exact -g -2 units.fa
+255 mismatch-before-indel  quarvo -m 5 -g 5 -r 0 units.fa
+255 recursion-0            quarvo -r 0 units.fa
+255 recursion-negative     quarvo -r -5 units.fa
+255 unit-lengths-crossed   quarvo -u 5 -U 4 units.fa
+0   unit-lengths-equal     quarvo -M exact -u 4 -U 4 units.fa
+255 recursion-before-unit-lengths  quarvo -r 0 -u 5 -U 4 units.fa
+255 unit-length-too-long   quarvo -U 10001 units.fa
+0   unit-length-longest    quarvo -M exact -U 10000 units.fa results
+0   unit-length-0          quarvo -M exact -u 0 units.fa results
+0   negative-flanking      quarvo -M exact -f -3 units.fa results
+0   negative-ns            quarvo -M exact -N -1 Ns.fa results
+
+# --- whole runs: formats
+0   format-0               quarvo -M exact --outputFormat 0 units.fa results
+0   format-1               quarvo -M exact units.fa results
+0   format-1-ns-as-missense  quarvo -M exact --NsAsMissense Ns.fa results
+0   format-2               quarvo -M exact --outputFormat 2 units.fa results
+0   format-2-long-units    quarvo -M exact -U 60 --outputFormat 2 long-units.fa results
+0   format-2-comments      quarvo -M exact --outputFormat 2 --sequenceInfoAsComment headers.fa results
+0   format-3               quarvo -M exact --outputFormat 3 units.fa results
+0   format-3-flanking      quarvo -M exact --outputFormat 3 -f 5 --sequenceInfoAsComment units.fa results
+0   format-3-ns-as-missense  quarvo -M exact --outputFormat 3 --NsAsMissense Ns.fa results
+0   format-4               quarvo -M exact --outputFormat 4 units.fa results
+0   format-4-flanking      quarvo -M exact --outputFormat 4 -f 4 letters.fa results
+0   print-mode-0           quarvo -M exact --printRepeatSeqMode 0 units.fa results
+0   print-mode-1           quarvo -M exact --printRepeatSeqMode 1 units.fa results
+0   print-mode-1-flanking  quarvo -M exact --printRepeatSeqMode 1 -f 3 comments.fa results
+0   print-mode-2-flanking  quarvo -M exact -f 3 letters.fa results
+0   report-unit-as-is      quarvo -M exact --reportUnit 0 --outputFormat 0 units.fa results
+0   report-unit-alphabetical  quarvo -M exact --reportUnit 1 --outputFormat 0 units.fa results
+0   results-to-stdout      quarvo -M exact units.fa
+0   results-to-a-pipe      quarvo -M exact units.fa 2>/dev/null | grep -c nucleotide
+
+# --- whole runs: search and thresholds
+0   ns-two-in-a-row        quarvo -M exact Ns.fa results
+0   ns-three-in-a-row      quarvo -M exact -N 3 Ns.fa results
+0   ns-as-neutral          quarvo -M exact --NPerfectionMode 1 --outputFormat 0 Ns.fa results
+0   ns-as-match            quarvo -M exact --NPerfectionMode 2 --outputFormat 0 Ns.fa results
+0   perfection-bounds      quarvo -M exact --minPerfection 90 --maxPerfection 99.5 Ns.fa results
+0   overlap-removed        quarvo -M exact -s 2 --outputFormat 0 overlap.fa results
+0   overlap-kept           quarvo -M exact -s 2 -D --outputFormat 0 overlap.fa results
+0   unit-length-range      quarvo -M exact -u 3 -U 5 units.fa results
+0   extend-exact           quarvo -M extendExact edits.fa results
+0   imperfect              quarvo edits.fa results
+0   imperfect-settings     quarvo -r 3 -R 30 -m -6 -g -7 --preferShorterRepeats edits.fa results
+
+# --- whole runs: sequence ranges
+0   range-3-to-5           quarvo -M exact --firstSeq 3 --lastSeq 5 --outputFormat 0 ten.fa results
+0   range-from-9           quarvo -M exact --firstSeq 9 --outputFormat 0 ten.fa results
+0   range-empty            quarvo -M exact --firstSeq 5 --lastSeq 3 ten.fa results
+0   range-negative         quarvo -M exact --firstSeq -5 ten.fa results
+0   range-last-0           quarvo -M exact --lastSeq 0 --maskX ten.fa results
+
+# --- whole runs: masking
+0   masked                 quarvo -M exact --maskX units.fa results
+0   masked-lines           quarvo -M exact --maskX lines.fa results
+0   masked-range           quarvo -M exact --maskX --firstSeq 2 --lastSeq 3 letters.fa results
+0   masked-replaced        echo old >units.fa.masked && quarvo -M exact --maskX units.fa results
+
+# --- whole runs: input files
+0   letters                quarvo -M exact letters.fa results
+0   crlf                   quarvo -M exact crlf.fa results
+0   lone-cr                quarvo -M exact cr.fa results
+0   comments               quarvo -M exact comments.fa results
+0   unfinished-last-line   quarvo -M exact unfinished.fa results
+0   headers-alone          quarvo -M exact headers.fa results
+0   lone-header            quarvo -M exact lone-header.fa results
+0   long-name              quarvo -M exact long-name.fa results
+231 empty-input            quarvo -M exact empty.fa results
+231 blank-input            quarvo -M exact blank.fa results
+231 bad-symbol             quarvo -M exact bad-symbol.fa results
+0   bad-last-byte          quarvo -M exact bad-last-byte.fa results
+231 no-header              quarvo -M exact no-header.fa results
+231 bad-symbol-masked      quarvo -M exact --maskX bad-symbol.fa results
