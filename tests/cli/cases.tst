@@ -26,7 +26,7 @@
 152 masked-disk-full       ln -s /dev/full units.fa.masked && quarvo -M exact --maskX units.fa results
 152 stdout-closed          quarvo -M exact units.fa >&-
 141 closed-pipe            for i in {1..300}; do cat units.fa; done >many.fa; quarvo -M exact many.fa 2>err | head -n 1; s=$?; grep -v ' - # ' err >&2; exit $s
-152 named-pipe-closed      for i in {1..300}; do cat units.fa; done >many.fa; mkfifo pipe; head -n 1 pipe & quarvo -M exact many.fa pipe 2>err; s=$?; kill $! 2>/dev/null; wait; grep -v ' - # ' err | tail -n 6 >&2; exit $s
+152 named-pipe-closed      for i in {1..300}; do cat units.fa; done >many.fa; mkfifo pipe; head -n 1 pipe >/dev/null & quarvo -M exact many.fa pipe 2>err; s=$?; kill $! 2>/dev/null; wait; grep -v ' - # ' err | tail -n 6 >&2; exit $s
 0   name-after-dashes      cp units.fa ./-units.fa && quarvo -M exact -- -units.fa results
 
 # --- command line: what the parser itself refuses
