@@ -81,7 +81,13 @@ static int masked_not_opened(const std::string& name) {
 }
 
 static int results_not_written() {
-  return file_failure("Sorry! Failed to write file", global_output_filename, "as output file.", -104);
+  struct stat info;
+  if (global_output_filename.empty() && fstat(STDOUT_FILENO, &info) == 0 && S_ISFIFO(info.st_mode)) {
+    signal(SIGPIPE, SIG_DFL);  // the reader of a pipe has gone: end quietly
+    raise(SIGPIPE);
+  }
+  const std::string name = global_output_filename.empty() ? "standard output" : global_output_filename;
+  return file_failure("Sorry! Failed to write file", name, "as output file.", -104);
 }
 
 static int masked_not_written(const std::string& name) {
@@ -97,11 +103,12 @@ static bool same_regular_file(const struct stat& a, const struct stat& b) {
 // Opens the results without truncating them before it is known that neither they nor the masked
 // file are the input, and that the two differ. Returns 0 or the exit status.
 static int open_results(FILE*& results, const std::string& masked_name) {
-  struct stat input_file;
-  struct stat results_file;
-  struct stat masked_file;
+  struct stat input_file = {};
+  struct stat results_file = {};
+  struct stat masked_file = {};
   const bool have_input = stat(global_input_filename.c_str(), &input_file) == 0;
 
+  const bool created = !global_output_filename.empty() && access(global_output_filename.c_str(), F_OK) != 0;
   int fd = STDOUT_FILENO;
   if (!global_output_filename.empty()) {
     fd = open(global_output_filename.c_str(), O_WRONLY | O_CREAT, 0666);
@@ -110,13 +117,15 @@ static int open_results(FILE*& results, const std::string& masked_name) {
   const bool have_results = fstat(fd, &results_file) == 0;
   if (!global_output_filename.empty() && have_input && have_results && same_regular_file(results_file, input_file))
     return results_not_opened();
-  if (global_mask_repeats && stat(masked_name.c_str(), &masked_file) == 0)
+  if (global_mask_repeats && stat(masked_name.c_str(), &masked_file) == 0) {
     if ((have_input && same_regular_file(masked_file, input_file)) ||
-        (have_results && same_regular_file(masked_file, results_file)))
+        (have_results && same_regular_file(masked_file, results_file))) {
+      if (created) unlink(global_output_filename.c_str());
       return masked_not_opened(masked_name);
+    }
+  }
 
   if (!global_output_filename.empty()) {
-    signal(SIGPIPE, SIG_IGN);  // a closed pipe is then a failed write
     if (S_ISREG(results_file.st_mode) && ftruncate(fd, 0) != 0) return results_not_opened();
     results = fdopen(fd, "w");
     if (!results) return results_not_opened();
@@ -140,6 +149,8 @@ int main(int argc, char** argv) {
   record.symbols.reserve(10000001);
   const auto input = std::make_unique<CFile>();
   FILE* results = stdout;
+
+  signal(SIGPIPE, SIG_IGN);  // a closed pipe is a failed write
 
   time_analysis_started = time(nullptr);
   quarvo_welcome();
@@ -174,6 +185,8 @@ int main(int argc, char** argv) {
     masked = fopen(masked_name.c_str(), "w");
     if (!masked) return masked_not_opened(masked_name);
   }
+
+  if (write_failed(results)) return results_not_written();
 
   unsigned sequence_number = 0;
   while (!input->at_end()) {
