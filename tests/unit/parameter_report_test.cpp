@@ -1,0 +1,222 @@
+// The report of the settings, and the printers of messages.
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "global-types-and-parameters.h"
+#include "support/default-parameters.h"
+#include "support/stream-text.h"
+
+namespace {
+
+class ParameterReport : public ParameterTest {
+ protected:
+  static std::string report(const char* prefix = "") {
+    return text_of([prefix](std::FILE* out) { print_search_parameters(out, prefix); });
+  }
+  static bool has(const std::string& part) { return report().find(part) != std::string::npos; }
+};
+
+TEST_F(ParameterReport, OfTheDefaults) {
+  global_input_filename = "in.fas";
+  EXPECT_EQ(report(),
+            "Parameter settings used in this search: \n"
+            "Input file name:                         in.fas\n"
+            "   Sequence range to process:            1 - last sequence\n"
+            "   Satellites searched for:              imperfect repeats\n"
+            "   Recursion depth:                      5\n"
+            "   Maximum score reduction:              -\n"
+            "   Minimum unit length:                  1\n"
+            "   Maximum unit length:                  10\n"
+            "   Minimum score:                        maximum (6, 0+1*unitlength )\n"
+            "   Minimum length:                       maximum (0, 0+0*unitlength )\n"
+            "   Min. to max. perfection range:        0 % - 100 %\n"
+            "   Treat N's as:                         neutral\n"
+            "   Max. succesive N's allowed:           2\n"
+            "   Mismatch score:                       -5\n"
+            "   Indel score:                          -5\n"
+            "   Show shorter (not longer) of two repeat variants with equal score:  no\n"
+            "   Number of flanking nucletides:        0\n"
+            "   Remove mostly overlapping satellites: yes\n"
+            "   Write file with masked seq.:          no\n"
+            "   Computing perfections treat N's:      asMismatch\n"
+            "   Report units as:                      alphabetical normal form using reverse complement\n"
+            "   Output format:                        extended quarvo format\n"
+            "   Print sequence mode:                  print alignment\n");
+}
+
+TEST_F(ParameterReport, OfOtherSettings) {
+  global_input_filename = std::string("a.fas");
+  global_output_filename = std::string("b.txt");
+  global_sequence_from = 3;
+  global_sequence_to = 5;
+  global_search_mode = search_mode_extend_exact;
+  global_maximum_recursion_depth = 7;
+  global_maximum_scorereduction = 30;
+  global_min_unit_length = 2;
+  global_max_unit_length = 100;
+  global_min_score = 12;
+  global_min_score_a = -3;
+  global_min_score_bx = 1.25F;
+  global_min_length = 20;
+  global_min_length_a = 4;
+  global_min_length_bx = -0.5F;
+  global_min_perfection = 70.5F;
+  global_max_perfection = 99.25F;
+  global_treat_Ns_as_missense = true;
+  global_Ns_allowed_in_a_row = 9;
+  global_mismatch_score = -6;
+  global_indel_score = -7;
+  global_prefer_longer_repeat = 0;
+  global_flanking = 15;
+  global_remove_mostly_hidden = false;
+  global_mask_repeats = true;
+  global_N_and_perfection_mode = Ns_as_neutral;
+  global_report_unit_mode = unit_as_is;
+  global_print_sat_mode = quarvo_format;
+  global_print_sat_seq_mode = print_no_sequence;
+  EXPECT_EQ(report(),
+            "Parameter settings used in this search: \n"
+            "Input file name:                         a.fas\n"
+            "Output file name:                        b.txt\n"
+            "   Sequence range to process:            3 - 5\n"
+            "   Satellites searched for:              exact repeats which are extended to imperfect repeats\n"
+            "   Recursion depth:                      7\n"
+            "   Maximum score reduction:              30\n"
+            "   Minimum unit length:                  2\n"
+            "   Maximum unit length:                  100\n"
+            "   Minimum score:                        maximum (12, -3+1.25*unitlength )\n"
+            "   Minimum length:                       maximum (20, 4+-0.5*unitlength )\n"
+            "   Min. to max. perfection range:        70.5 % - 99.25 %\n"
+            "   Treat N's as:                         missense\n"
+            "   Max. succesive N's allowed:           9\n"
+            "   Mismatch score:                       -6\n"
+            "   Indel score:                          -7\n"
+            "   Show shorter (not longer) of two repeat variants with equal score:  yes\n"
+            "   Number of flanking nucletides:        15\n"
+            "   Remove mostly overlapping satellites: no\n"
+            "   Write file with masked seq.:          yes\n"
+            "   Computing perfections treat N's:      asNeutral\n"
+            "   Report units as:                      as they are\n"
+            "   Output format:                        quarvo format\n"
+            "   Print sequence mode:                  don't print sequence\n");
+}
+
+TEST_F(ParameterReport, OfTheExactModeLeavesOutWhatOnlyImperfectRepeatsNeed) {
+  global_search_mode = search_mode_exact;
+  EXPECT_TRUE(has("   Satellites searched for:              exact repeats\n   Minimum unit length:"));
+  EXPECT_TRUE(has("   Max. succesive N's allowed:           2\n   Show shorter"));
+  EXPECT_FALSE(has("Recursion depth"));
+  EXPECT_FALSE(has("Maximum score reduction"));
+  EXPECT_FALSE(has("Mismatch score"));
+  EXPECT_FALSE(has("Indel score"));
+}
+
+TEST_F(ParameterReport, PrintsNegativeRangeEndsAsUnsignedNumbers) {
+  global_sequence_from = -5;
+  EXPECT_TRUE(has("   Sequence range to process:            4294967291 - last sequence\n"));
+  global_sequence_to = -2;
+  EXPECT_TRUE(has("   Sequence range to process:            4294967291 - 4294967294\n"));
+}
+
+TEST_F(ParameterReport, SetsEveryValueOffWithATabInGffAndOnePerLineFormat) {
+  for (const int format : {gff_format, one_per_line_format}) {
+    global_print_sat_mode = format;
+    const std::string text = report();
+    EXPECT_EQ(text.substr(0, 42), "Parameter settings used in this search:\t\nI");
+    EXPECT_TRUE(has("\nInput file name:                        \t\n"));
+    EXPECT_TRUE(has("\n   Remove mostly overlapping satellites:\tyes\n"));
+    EXPECT_TRUE(has("score: \tno\n"));
+  }
+}
+
+TEST_F(ParameterReport, TellsAboutSequenceInfoInGffAndOnePerLineFormatOnly) {
+  for (const int format : {gff_format, one_per_line_format}) {
+    global_print_sat_mode = format;
+    global_sequenceInfoAsComment = false;
+    EXPECT_TRUE(has("   Print seq. info as comment:          \tno\n"));
+    global_sequenceInfoAsComment = true;
+    EXPECT_TRUE(has("   Print seq. info as comment:          \tyes\n"));
+  }
+  global_print_sat_mode = fasta_format;
+  EXPECT_FALSE(has("Print seq. info as comment"));
+}
+
+TEST_F(ParameterReport, HasNoLineForAResultsFileThatIsNotNamed) {
+  EXPECT_FALSE(has("Output file name:"));
+  global_output_filename = "out.txt";
+  EXPECT_TRUE(has("\nOutput file name:                        out.txt\n"));
+}
+
+TEST_F(ParameterReport, PutsThePrefixInFrontOfEveryLine) {
+  const std::string text = report("# ");
+  std::size_t lines = 0;
+  for (std::size_t begin = 0; begin < text.size(); begin = text.find('\n', begin) + 1) {
+    EXPECT_EQ(text.substr(begin, 2), "# ");
+    ++lines;
+  }
+  EXPECT_EQ(lines, 23U);
+  EXPECT_NE(text.find("\n#    Sequence range to process:            1 - last sequence\n"), std::string::npos);
+}
+
+TEST_F(ParameterReport, NamesEveryOutputFormat) {
+  const char* const names[] = {"quarvo format",       "extended quarvo format", "gff",
+                               "one-per-line format", "fasta format",           "old format"};
+  for (int format = 0; format < 6; ++format) {
+    global_print_sat_mode = format;
+    const std::string separator = format == gff_format || format == one_per_line_format ? "\t" : " ";
+    EXPECT_TRUE(
+        has("   Output format:                       " + separator + names[format] + "\n   Print sequence mode:"));
+  }
+}
+
+TEST_F(ParameterReport, LeavesTheLineOfAnUnknownOutputFormatUnfinished) {
+  global_print_sat_mode = 6;
+  EXPECT_TRUE(
+      has("   Output format:                           Print sequence mode:                  print alignment\n"));
+}
+
+TEST_F(ParameterReport, NamesTheOtherModes) {
+  global_N_and_perfection_mode = Ns_as_match;
+  global_report_unit_mode = unit_normal_form;
+  global_print_sat_seq_mode = print_sequence;
+  EXPECT_TRUE(has("   Computing perfections treat N's:      asMatch\n"));
+  EXPECT_TRUE(has("   Report units as:                      alphabetical normal form\n"));
+  EXPECT_TRUE(has("   Print sequence mode:                  print sequence\n"));
+}
+
+class PrintedMessages : public ::testing::Test {
+ protected:
+  static std::string printed(const char* text) {
+    return text_of([text](std::FILE* out) { PrintMessage(out, text); });
+  }
+};
+
+TEST_F(PrintedMessages, StandOneBehindTheOther) {
+  EXPECT_EQ(text_of([](std::FILE* out) { PrintMessage(out, "a", "", "b\n", "c", "d"); }), "ab\ncd");
+}
+
+TEST_F(PrintedMessages, ShowTwoPercentSignsAsOne) {
+  EXPECT_EQ(printed("50 %% - 100 %%\n"), "50 % - 100 %\n");
+  EXPECT_EQ(printed("%%d"), "%d");
+  EXPECT_EQ(printed("%%%%"), "%%");
+}
+
+TEST_F(PrintedMessages, PrintNothingForACompleteConversion) {
+  EXPECT_EQ(printed("a%sb"), "ab");
+  EXPECT_EQ(printed("%d%n%p"), "");
+  EXPECT_EQ(printed("x%-08.3lfy"), "xy");
+  EXPECT_EQ(printed("x%*.*sy"), "xy");
+  EXPECT_EQ(printed("%hhd%lld%zu%jd%td%Lg!"), "!");
+}
+
+TEST_F(PrintedMessages, LeaveAnIncompleteConversionAsItIs) {
+  EXPECT_EQ(printed("100%"), "100%");
+  EXPECT_EQ(printed("50% of"), "50f");
+  EXPECT_EQ(printed("5%y"), "5%y");
+  EXPECT_EQ(printed("%5"), "%5");
+  EXPECT_EQ(printed("%l."), "%l.");
+}
+
+}  // namespace
