@@ -340,7 +340,7 @@ int check_parameters() {
   return 0;
 }
 
-// The end of the conversion specification that begins behind a '%' at p, or null if none is complete.
+// The end of the conversion that begins behind a '%' at p, or null if none is complete.
 const char* end_of_conversion(const char* p) {
   while (*p != '\0' && strchr("-+ #0", *p)) ++p;
   if (*p == '*')
