@@ -9,27 +9,32 @@
 
 namespace {
 
-// The growing end of a repeat, in one direction. Works on copies of the record's fields of that end and writes them back.
+// The growing end of a repeat, in one direction. Works on a copy of what changes at that end; store() writes it back.
 template <typename Direction>
 class CExtension {
  public:
-  CExtension(Csat& record, const char*& its_position, const char*& its_cursor, const char* its_end)
+  CExtension(Csat& record, const CUnitText& its_unit, const char* position, const char* cursor, const char* its_end)
       : sat(record),
-        position(its_position),
-        cursor(its_cursor),
+        unit(its_unit),
         end(its_end),
         rules(current_look_ahead_rules()),
-        look_ahead(rules, its_end, record.unit_begin, record.unit_end) {}
+        look_ahead(rules, its_unit, its_end),
+        now{{position, static_cast<int>(cursor - record.unit_begin), record.score},
+            record.mismatches,
+            record.insertions,
+            record.deletions,
+            record.number_of_Ns,
+            record.missense_count},
+        best_end(now) {}
 
   void extend() {
-    take_snapshot();
     for (;;) {
       match();
-      if (position == end || !pass_N_run()) {
+      if (now.at.s == end || !pass_N_run()) {
         end_rule();
         return;
       }
-      if (position == end || Direction::ahead(position) == *cursor) continue;
+      if (now.at.s == end || Direction::ahead(now.at.s) == unit.begin()[now.at.u]) continue;
       if (!make_best_edit()) {
         break_rule();
         return;
@@ -37,79 +42,70 @@ class CExtension {
     }
   }
 
+  const char* position() const { return now.at.s; }
+  const char* cursor() const { return sat.unit_begin + now.at.u; }
+
+  void store() const {
+    sat.score = now.at.score;
+    sat.mismatches = now.mismatches;
+    sat.insertions = now.insertions;
+    sat.deletions = now.deletions;
+    sat.number_of_Ns = now.number_of_Ns;
+    sat.missense_count = now.missense_count;
+  }
+
  private:
   enum edit { none, mismatch, insertion, deletion };
 
+  // All that an extension changes. Missense entries are only appended, so their count restores the list.
   struct snapshot {
-    const char* position;
-    const char* cursor;
-    int score;
+    extension_state at;
     int mismatches;
     int insertions;
     int deletions;
     int number_of_Ns;
-    unsigned missense_count;  // entries are only appended, so the count restores the list
+    unsigned missense_count;
   };
 
   Csat& sat;
-  const char*& position;
-  const char*& cursor;
+  const CUnitText& unit;
   const char* end;
   look_ahead_rules rules;
   CLookAhead<Direction> look_ahead;
-  snapshot best_end{};
+  snapshot now;
+  snapshot best_end;
 
-  const char* next_cursor() const { return Direction::unit_step(cursor, sat.unit_begin, sat.unit_end); }
+  int next_cursor() const { return Direction::unit_step(now.at.u, unit.length()); }
 
   void advance() {
-    position = Direction::step(position);
-    cursor = next_cursor();
+    now.at.s = Direction::step(now.at.s);
+    now.at.u = next_cursor();
   }
 
-  void take_snapshot() {
-    best_end = {position,       cursor,        sat.score,        sat.mismatches,
-                sat.insertions, sat.deletions, sat.number_of_Ns, sat.missense_count};
-  }
-
-  void restore_snapshot() {
-    position = best_end.position;
-    cursor = best_end.cursor;
-    sat.score = best_end.score;
-    sat.mismatches = best_end.mismatches;
-    sat.insertions = best_end.insertions;
-    sat.deletions = best_end.deletions;
-    sat.number_of_Ns = best_end.number_of_Ns;
-    sat.missense_count = best_end.missense_count;
-  }
-
-  bool is_better_end() const { return sat.score > best_end.score - rules.prefer_longer; }
+  bool is_better_end() const { return now.at.score > best_end.at.score - rules.prefer_longer; }
 
   // At the end of the sequence or a long N run.
   void end_rule() {
-    if (!is_better_end()) restore_snapshot();
+    if (!is_better_end()) now = best_end;
   }
 
   // Where no edit is admissible. Kept also when the score lies exactly P below the best.
   void break_rule() {
-    if (sat.score < best_end.score - rules.prefer_longer) restore_snapshot();
+    if (now.at.score < best_end.at.score - rules.prefer_longer) now = best_end;
   }
 
-  void match() {
-    while (position != end && Direction::ahead(position) == *cursor) {
-      ++sat.score;
-      advance();
-    }
-  }
+  void match() { run_on<Direction>(now.at, unit, end, false); }
 
   // Passes over a run of neutral N's ahead. Returns false, in front of the run, when it is too long.
   bool pass_N_run() {
-    if (!rules.passes_over_Ns || Direction::ahead(position) != 'N') return true;
+    if (!rules.passes_over_Ns || Direction::ahead(now.at.s) != 'N') return true;
     int run = 0;
-    for (const char* p = position; p != end && Direction::ahead(p) == 'N'; p = Direction::step(p)) ++run;
-    if (run > global_Ns_allowed_in_a_row) return false;
+    for (const char* p = now.at.s; p != end && Direction::ahead(p) == 'N'; p = Direction::step(p)) {
+      if (++run > global_Ns_allowed_in_a_row) return false;
+    }
     for (; run > 0; --run) {
       advance();
-      ++sat.number_of_Ns;
+      ++now.number_of_Ns;
     }
     return true;
   }
@@ -117,7 +113,7 @@ class CExtension {
   // Makes the edit with the highest look-ahead value; of equals a mismatch, then an insertion. Returns false when none
   // is admissible.
   bool make_best_edit() {
-    if (is_better_end()) take_snapshot();
+    if (is_better_end()) best_end = now;
     const edit chosen = choose_edit();
     if (chosen == none) return false;
     make(chosen);
@@ -125,52 +121,55 @@ class CExtension {
   }
 
   edit choose_edit() {
-    const int best = best_end.score;
-    const std::int64_t lower = std::max<std::int64_t>(static_cast<std::int64_t>(best) - rules.score_reduction,
-                                                      -static_cast<std::int64_t>(sat.unit_length())) -
-                               rules.prefer_longer;
+    const int best = best_end.at.score;
+    const std::int64_t lower = rules.bound(best, unit.length());
     const auto depth = static_cast<unsigned char>(sat.recursion_depth + 1);
-    const char* const behind = Direction::step(position);
+    const char* const behind = Direction::step(now.at.s);
     edit chosen = none;
     int chosen_value = 0;
-    const auto consider = [&](edit candidate, const char* s, const char* u, int penalty) {
-      const int value = look_ahead.value(s, u, sat.score + penalty, depth, best);
+    const auto consider = [&](edit candidate, const char* s, int u, int penalty) {
+      const int value = look_ahead.value({s, u, now.at.score + penalty}, depth, best);
       if (chosen != none && value <= chosen_value) return;
       chosen = candidate;
       chosen_value = value;
     };
-    if (static_cast<std::int64_t>(sat.score) + rules.mismatch_score > lower) {
+    if (static_cast<std::int64_t>(now.at.score) + rules.mismatch_score > lower) {
       consider(mismatch, behind, next_cursor(), rules.mismatch_score);
     }
-    if (static_cast<std::int64_t>(sat.score) + rules.indel_score > lower) {
-      consider(insertion, behind, cursor, rules.indel_score);
-      consider(deletion, position, next_cursor(), rules.indel_score);
+    if (static_cast<std::int64_t>(now.at.score) + rules.indel_score > lower) {
+      consider(insertion, behind, now.at.u, rules.indel_score);
+      consider(deletion, now.at.s, next_cursor(), rules.indel_score);
     }
     return chosen;
   }
 
   // An edit that consumes a symbol is recorded at that symbol, a deletion at the first symbol behind the gap.
-  const char* consumed_symbol() const { return std::min(position, Direction::step(position)); }
+  void record(const char* at, char letter) {
+    sat.missense_count = now.missense_count;
+    sat.add_missense(at, letter);
+    now.missense_count = sat.missense_count;
+  }
+  const char* consumed_symbol() const { return std::min(now.at.s, Direction::step(now.at.s)); }
 
   void make(edit chosen) {
     switch (chosen) {
       case mismatch:
-        sat.add_missense(consumed_symbol(), 'M');
-        sat.score += rules.mismatch_score;
-        ++sat.mismatches;
+        record(consumed_symbol(), 'M');
+        now.at.score += rules.mismatch_score;
+        ++now.mismatches;
         advance();
         break;
       case insertion:
-        sat.add_missense(consumed_symbol(), 'I');
-        sat.score += rules.indel_score;
-        ++sat.insertions;
-        position = Direction::step(position);
+        record(consumed_symbol(), 'I');
+        now.at.score += rules.indel_score;
+        ++now.insertions;
+        now.at.s = Direction::step(now.at.s);
         break;
       case deletion:
-        sat.add_missense(position, 'D');
-        sat.score += rules.indel_score;
-        ++sat.deletions;
-        cursor = next_cursor();
+        record(now.at.s, 'D');
+        now.at.score += rules.indel_score;
+        ++now.deletions;
+        now.at.u = next_cursor();
         break;
       case none:
         break;
@@ -178,27 +177,61 @@ class CExtension {
   }
 };
 
+// The unit of the candidate in hand. One search runs at a time.
+CUnitText& unit_text_of(const Csat& sat) {
+  static CUnitText text;
+  text.set(sat.unit_begin, sat.unit_end);
+  return text;
+}
+
+void extend_right(Csat& sat, const CUnitText& unit, const char* seq_end) {
+  CExtension<rightwards> extension(sat, unit, sat.pos_right, sat.fwd_unit_cursor, seq_end);
+  extension.extend();
+  extension.store();
+  sat.pos_right = extension.position();
+  sat.fwd_unit_cursor = extension.cursor();
+}
+
+void extend_left(Csat& sat, const CUnitText& unit, const char* seq_begin) {
+  CExtension<leftwards> extension(sat, unit, sat.pos_left, sat.bwd_unit_cursor, seq_begin);
+  extension.extend();
+  extension.store();
+  sat.pos_left = extension.position();
+  sat.bwd_unit_cursor = extension.cursor();
+}
+
 }  // namespace
 
 void CSearchController::extend_imperfect_forward(Csat& sat, const char* seq_end) {
-  CExtension<rightwards>(sat, sat.pos_right, sat.fwd_unit_cursor, seq_end).extend();
+  extend_right(sat, unit_text_of(sat), seq_end);
 }
 
 void CSearchController::extend_imperfect_backward(Csat& sat, const char* seq_stop) {
-  CExtension<leftwards>(sat, sat.pos_left, sat.bwd_unit_cursor, seq_stop + 1).extend();
+  extend_left(sat, unit_text_of(sat), seq_stop + 1);
+}
+
+void CSearchController::extend_imperfect(Csat& sat) const {
+  const CUnitText& unit = unit_text_of(sat);
+  extend_right(sat, unit, seq_end());
+  extend_left(sat, unit, seq_begin());
+  sat.trim_Ns();
 }
 
 int CSearchController::extend_imperfect_forward_leap_ahead(const char* s, const char* u, const char* unit_begin,
                                                            const char* unit_end, int score, int /*unit_length*/,
                                                            unsigned char depth, const char* seq_end, int best_score) {
-  return CLookAhead<rightwards>(current_look_ahead_rules(), seq_end, unit_begin, unit_end)
-      .value(s, u, score, depth, best_score);
+  CUnitText unit;
+  unit.set(unit_begin, unit_end);
+  return CLookAhead<rightwards>(current_look_ahead_rules(), unit, seq_end)
+      .value({s, static_cast<int>(u - unit_begin), score}, depth, best_score);
 }
 
 int CSearchController::extend_imperfect_backward_leap_ahead(const char* s, const char* u, const char* unit_begin,
                                                             const char* unit_end, int score, int /*unit_length*/,
                                                             unsigned char depth, const char* seq_stop,
                                                             int best_score) {
-  return CLookAhead<leftwards>(current_look_ahead_rules(), seq_stop + 1, unit_begin, unit_end)
-      .value(s, u, score, depth, best_score);
+  CUnitText unit;
+  unit.set(unit_begin, unit_end);
+  return CLookAhead<leftwards>(current_look_ahead_rules(), unit, seq_stop + 1)
+      .value({s, static_cast<int>(u - unit_begin), score}, depth, best_score);
 }

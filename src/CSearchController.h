@@ -3,12 +3,16 @@
 
 #include <array>
 #include <cstdio>
+#include <cstdint>
 #include <list>
+#include <vector>
 
 #include "CAnchorSeq.h"
 #include "CSequence_Mol.h"
 #include "Csat.h"
 #include "CsatContainer.h"
+
+class CCandidateFilter;
 
 // The distinct proper prime factors of 0 .. 10000, ascending; each row ends in zeros. A prime is not in its own row.
 inline constexpr int primeFactors_rows = 10001;
@@ -69,6 +73,9 @@ class CSearchController {
   static void extend_imperfect_forward(Csat& sat, const char* seq_end);
   static void extend_imperfect_backward(Csat& sat, const char* seq_stop);
 
+  // Both extensions of a record that is still the single copy of its unit, then the N's at the ends given up.
+  void extend_imperfect(Csat& sat) const;
+
   // The look-ahead of the extension: the highest score reachable from the sequence position s, where the unit symbol at
   // u comes next, after best_score was met on the way. To the left the symbol examined is s - 1, down to seq_stop.
   static int extend_imperfect_forward_leap_ahead(const char* s, const char* u, const char* unit_begin,
@@ -92,8 +99,11 @@ class CSearchController {
 
   // Extends the candidate unit [p, p + L); if accepted, covers it in the mask and appends it. Changes nothing otherwise.
   void try_candidate(const char* p, unsigned L, CAnchorSeq& mask, CSpareSat& spare, CsatContainer& found);
-  void unit_len_1_complete_imperfect_search(CAnchorSeq& mask, CsatContainer& found);
-  void one_unit_len_complete_imperfect_search(unsigned L, CAnchorSeq& mask, CsatContainer& found);
+  void unit_len_1_complete_imperfect_search(CCandidateFilter& filter, CAnchorSeq& mask, CsatContainer& found);
+  void one_unit_len_complete_imperfect_search(unsigned L, CCandidateFilter& filter, CAnchorSeq& mask,
+                                              CsatContainer& found);
+  template <typename Try>
+  void for_each_candidate(const std::vector<std::uint64_t>& candidates, unsigned L, Try try_position);
 
   void print_opening_lines(std::FILE* out);
   void print_closing_line(std::FILE* out);

@@ -1,0 +1,49 @@
+#ifndef QUARVO_FAST_BIT_PLANES_H
+#define QUARVO_FAST_BIT_PLANES_H
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+// A sequence as three bit planes (two of the symbol, one of "is N"), laid out so that bit operations work on many
+// distant positions at once.
+//
+// The sequence is cut into `lanes` stretches of `stretch` symbols. The plane vector of index t holds bit j for position
+// j * stretch + t, so the symbol at a fixed distance from each position is in another vector at the same bit. Indices go
+// from -margin to stretch + margin + overrun - 1; positions outside the sequence read as arbitrary symbols that are not
+// N. Costs 3/8 byte a symbol, and as much while it is built.
+class CBitPlanes {
+ public:
+  static constexpr std::size_t lanes = 512;
+  static constexpr std::size_t words = lanes / 64;  // of a plane vector
+  static constexpr std::size_t overrun = 8;         // vectors that may be read behind the margin
+
+  // Reads the symbols [sequence, sequence + length). Offsets up to `margin` may be asked for.
+  void build(const char* sequence, std::size_t length, std::size_t margin);
+
+  std::size_t length() const { return its_length; }
+  std::size_t stretch() const { return its_stretch; }
+  std::size_t margin() const { return its_margin; }
+  bool has_Ns() const { return found_Ns; }
+
+  // The plane vector of index t, -margin <= t, followed by the ones behind it.
+  const std::uint64_t* low(std::ptrdiff_t t) const { return at(low_bits, t); }
+  const std::uint64_t* high(std::ptrdiff_t t) const { return at(high_bits, t); }
+  const std::uint64_t* Ns(std::ptrdiff_t t) const { return at(N_bits, t); }
+
+ private:
+  std::size_t its_length = 0;
+  std::size_t its_stretch = 0;
+  std::size_t its_margin = 0;
+  bool found_Ns = false;
+  std::vector<std::uint64_t> low_bits;
+  std::vector<std::uint64_t> high_bits;
+  std::vector<std::uint64_t> N_bits;
+
+  const std::uint64_t* at(const std::vector<std::uint64_t>& plane, std::ptrdiff_t t) const {
+    return plane.data() + static_cast<std::size_t>(t + static_cast<std::ptrdiff_t>(its_margin)) * words;
+  }
+  void transpose(const std::vector<std::uint64_t>& linear, std::vector<std::uint64_t>& plane) const;
+};
+
+#endif

@@ -1,0 +1,50 @@
+#include "candidate-filter.h"
+
+#include <algorithm>
+#include <map>
+#include <tuple>
+
+#include "../global-types-and-parameters.h"
+#include "alignment-filter.h"
+#include "alignment-program.h"
+
+namespace {
+
+// Programs are the same for all records of a run.
+const alignment_program& program_for(const alignment_bound& bound) {
+  using key = std::tuple<unsigned, int, int, int, int>;
+  static std::map<key, alignment_program> made;
+  const key k{bound.L, bound.mismatch_penalty, bound.indel_penalty, bound.b, bound.T};
+  auto it = made.find(k);
+  if (it == made.end()) it = made.emplace(k, make_alignment_program(bound)).first;
+  return it->second;
+}
+
+// Penalties beyond what any score can reach behave alike.
+int penalty_of(int score) { return -std::max(score, -1000000); }
+
+}  // namespace
+
+CCandidateFilter::CCandidateFilter(const char* its_sequence, std::size_t its_length)
+    : sequence(its_sequence), length(its_length) {}
+
+const std::vector<std::uint64_t>& CCandidateFilter::candidates(unsigned L, int min_score) {
+  const alignment_bound bound{L, penalty_of(global_mismatch_score), penalty_of(global_indel_score),
+                              static_cast<int>(L) + global_prefer_longer_repeat - 1, min_score};
+  const alignment_program& program = program_for(bound);
+  if (program.is_empty()) {
+    keep_all();
+    return kept;
+  }
+  if (planes.length() == 0 || planes.margin() < static_cast<std::size_t>(program.reach)) {
+    planes.build(sequence, length, std::max<std::size_t>(128, static_cast<std::size_t>(program.reach)));
+  }
+  kept.assign((length + 63) / 64, 0);
+  run_alignment_program(program, planes, Ns_are_neutral(), kept.data());
+  return kept;
+}
+
+void CCandidateFilter::keep_all() {
+  kept.assign((length + 63) / 64, ~std::uint64_t{0});
+  if (length % 64 != 0) kept.back() >>= 64 - length % 64;
+}
