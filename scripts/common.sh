@@ -1,0 +1,63 @@
+# shellcheck shell=bash disable=SC2034
+# Sourced by the scripts beside it: messages, and the installation of Debian packages.
+#
+# install_missing asks dpkg what is there and calls apt-get only when something is not, as root or through sudo.
+
+export LC_ALL=C
+
+# Each with the reason why it is needed.
+packages_to_build=(
+  g++          # the compiler
+  cmake        # the build
+  ninja-build  # the build
+  libtclap-dev # the command-line parser
+  libhwy-dev   # vector code
+)
+packages_to_test=(
+  "${packages_to_build[@]}"
+  libgtest-dev    # the unit tests
+  clang-14        # the second compiler
+  clang-format-14 # the check of the layout
+  clang-tidy-14   # the check of the code
+)
+
+say() { printf '\n==> %s\n' "$*"; }
+
+die() {
+  printf '\n%s: %s\n' "$0" "$*" >&2
+  exit 1
+}
+
+is_installed() {
+  [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
+}
+
+as_root() {
+  if [ "$(id -u)" -eq 0 ]; then
+    env DEBIAN_FRONTEND=noninteractive "$@"
+  else
+    sudo env DEBIAN_FRONTEND=noninteractive "$@"
+  fi
+}
+
+install_missing() {
+  local package missing=()
+  say "Looking for the packages that are needed: $*"
+  if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+    die "This is no Debian system: please install the counterparts of the packages above and build with cmake (README.md)."
+  fi
+  for package in "$@"; do
+    is_installed "$package" || missing+=("$package")
+  done
+  if [ ${#missing[@]} -eq 0 ]; then
+    echo "All are installed."
+    return
+  fi
+  if [ "$(id -u)" -ne 0 ] && ! command -v sudo >/dev/null; then
+    die "Missing packages: ${missing[*]}. Installing them needs root or sudo, and neither is there. Ask the administrator for: apt-get install ${missing[*]}"
+  fi
+  say "Installing what is missing: ${missing[*]}"
+  as_root apt-get update || die "apt-get update failed; missing packages: ${missing[*]}"
+  as_root apt-get install -y --no-install-recommends "${missing[@]}" ||
+    die "apt-get could not install: ${missing[*]}"
+}
