@@ -20,7 +20,7 @@
 154 output-is-input-by-other-name  quarvo -M exact units.fa ./units.fa; s=$?; cat units.fa; exit $s
 153 masked-not-opened      mkdir units.fa.masked && quarvo -M exact --maskX units.fa results
 153 masked-is-input        ln units.fa units.fa.masked && quarvo -M exact --maskX units.fa results
-153 masked-is-output       quarvo -M exact --maskX units.fa units.fa.masked; s=$?; ls; exit $s
+153 masked-is-output       quarvo -M exact --maskX units.fa units.fa.masked; s=$?; echo *.masked; exit $s
 152 output-disk-full       quarvo -M exact units.fa /dev/full
 152 stdout-disk-full       quarvo -M exact units.fa >/dev/full
 152 masked-disk-full       ln -s /dev/full units.fa.masked && quarvo -M exact --maskX units.fa results
@@ -135,3 +135,7 @@
 0   bad-last-byte          quarvo -M exact bad-last-byte.fa results
 231 no-header              quarvo -M exact no-header.fa results
 231 bad-symbol-masked      quarvo -M exact --maskX bad-symbol.fa results
+
+# --- the bundled example, as in the quick start and in its README
+0   example                quarvo -U 24 --lastSeq 6 examples/example.fa results
+0   example-table          quarvo -M exact -s 12 --outputFormat 3 -f 20 examples/example.fa results
