@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "case-sources.h"
-#include "search-settings.h"
+#include "reference-cost.h"
 
 namespace differential {
 
@@ -49,7 +49,7 @@ test_case excerpt_case(std::uint64_t seed, std::uint64_t index, const std::vecto
   search_settings settings;
   if (random.percent(70)) settings = random_settings(random);
   const data_file& file = files[random.below(files.size())];
-  const std::size_t length = 200 + affordable_symbols(settings) * 3;
+  const std::size_t length = 200 + affordable_symbols(settings, ordinary_cost) * 3;
   test_case made;
   made.label = label_of("excerpts", seed, index);
   made.options = settings.options;

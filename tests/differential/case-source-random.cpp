@@ -1,5 +1,8 @@
+#include <algorithm>
+
 #include "case-sources.h"
 #include "fasta-layout.h"
+#include "reference-cost.h"
 #include "sequence-maker.h"
 
 namespace differential {
@@ -14,21 +17,24 @@ std::size_t number_of_records(CRandom& random) {
 }
 
 // A few hundred symbols, sometimes thousands, sometimes none or nearly none, if the reference can afford them.
-std::size_t length_of_record(CRandom& random, std::size_t affordable) {
+std::size_t length_of_record(CRandom& random, std::size_t affordable, std::size_t sufficient) {
   const int kind = random.between(1, 100);
   if (kind <= 5) return random.below(5);
-  if (kind <= 15) return random.below(affordable) + 1;
-  return 1 + random.below(std::min<std::size_t>(affordable, 400));
+  if (kind <= 25) return random.below(affordable) + 1;
+  return std::min(affordable, sufficient + random.below(300));
 }
 
 std::vector<fasta_record> random_records(CRandom& random, const search_settings& settings) {
   const std::size_t count = number_of_records(random);
-  const std::size_t affordable = std::max<std::size_t>(20, affordable_symbols(settings) / count);
+  const double cost = random.percent(5) ? generous_cost : ordinary_cost;
+  const std::size_t affordable =
+      std::max<std::size_t>(20, affordable_symbols(settings, cost / static_cast<double>(count)));
   std::vector<fasta_record> records;
   for (std::size_t i = 0; i < count; ++i) {
     const std::string header =
         random.percent(70) ? std::string("s").append(std::to_string(i + 1)) : random_header(random);
-    records.push_back({header, make_sequence(random, settings, length_of_record(random, affordable))});
+    const std::size_t length = length_of_record(random, affordable, sufficient_symbols(settings));
+    records.push_back({header, make_sequence(random, settings, length)});
   }
   return records;
 }

@@ -15,6 +15,9 @@ case_source exhaustive_cases();
 // Random sequences with planted repeats, random options.
 case_source random_cases(std::uint64_t seed);
 
+// One sequence with a change (N's, an edit, a cut, a shift) at every position in turn, each a record of the file.
+case_source sweep_cases(std::uint64_t seed);
+
 // Files in every layout, well formed or not.
 case_source layout_cases(std::uint64_t seed);
 

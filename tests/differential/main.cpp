@@ -19,7 +19,7 @@ using namespace differential;
 constexpr const char* usage =
     "quarvo-differential --program P --reference R [options] MODE...\n"
     "\n"
-    "MODE is exhaustive, random, layout, blocks or excerpts. Options:\n"
+    "MODE is exhaustive, random, sweep, layout, blocks or excerpts. Options:\n"
     "  --seed S      the series of random cases (default 1)\n"
     "  --first I     begin with case I of the series (default 0)\n"
     "  --cases N     run N cases of each mode (default: exhaustive all, the others 1000)\n"
@@ -104,6 +104,7 @@ case_source source_of(const std::string& mode, const command& parsed) {
   const std::uint64_t seed = parsed.number<std::uint64_t>("--seed", 1);
   if (mode == "exhaustive") return exhaustive_cases();
   if (mode == "random") return random_cases(seed);
+  if (mode == "sweep") return sweep_cases(seed);
   if (mode == "layout") return layout_cases(seed);
   if (mode == "blocks") return block_cases(seed);
   if (mode == "excerpts") return excerpt_cases(seed, data_directory(parsed));

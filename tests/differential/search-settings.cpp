@@ -1,8 +1,9 @@
 #include "search-settings.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
+
+#include "reference-cost.h"
 
 namespace differential {
 
@@ -14,9 +15,14 @@ class CSettingsMaker {
 
   search_settings make() {
     choose_mode();
+    const bool long_units = random.percent(12);
+    if (long_units) {
+      choose_long_units();
+    } else {
+      choose_unit_lengths();
+    }
     choose_scores();
-    choose_unit_lengths();
-    choose_recursion();
+    choose_recursion(long_units);
     choose_N_rules();
     choose_thresholds();
     choose_perfection();
@@ -78,29 +84,41 @@ class CSettingsMaker {
 
   int longest_unit() {
     const int kind = random.between(1, 100);
-    if (kind <= 55) return random.between(1, 10);
-    if (kind <= 80) return random.between(1, 25);
-    if (kind <= 96) return random.between(10, 60);
-    return random.between(60, 400);
+    if (kind <= 60) return random.between(1, 10);
+    if (kind <= 85) return random.between(1, 25);
+    return random.between(10, 60);
   }
 
   void choose_unit_lengths() {
     if (random.percent(65)) give(random.one_of({"-U", "--maxUnitLen"}), settings.max_unit = longest_unit());
     if (random.percent(40)) {
       settings.min_unit = random.percent(5) ? 0 : random.between(1, settings.max_unit);
-      if (settings.max_unit > 60) settings.min_unit = settings.max_unit - random.mostly_small(20);
       give(random.one_of({"-u", "--minUnitLen"}), settings.min_unit);
     }
   }
 
-  // Deep recursion ends in the reference only while the score allows few edits; so it is lowered until it is
-  // affordable.
-  void choose_recursion() {
+  // A narrow range, the edges of vector words and of the report among them.
+  void choose_long_units() {
+    const int kind = random.between(1, 100);
+    settings.max_unit = random.between(30, 130);
+    if (kind <= 25) settings.max_unit = random.one_of({31, 32, 33, 49, 50, 51, 52, 63, 64, 65, 127, 128, 129});
+    if (kind > 75) settings.max_unit = random.between(130, 400);
+    if (kind > 95) settings.max_unit = random.one_of({255, 256, 257, 511, 512, 513, 1000});
+    if (kind > 98) settings.max_unit = random.one_of({9999, 10000, 10001, 20000});
+    settings.min_unit = std::max(1, settings.max_unit - random.mostly_small(30));
+    if (settings.max_unit >= 9999) settings.min_unit = random.between(1, 20);
+    give(random.one_of({"-U", "--maxUnitLen"}), settings.max_unit);
+    give(random.one_of({"-u", "--minUnitLen"}), settings.min_unit);
+  }
+
+  // Lowered until the reference can search a sequence worth the name.
+  void choose_recursion(bool long_units) {
     if (random.percent(75)) {
       settings.recursion =
           random.percent(12) ? random.one_of({8, 9, 12, 20, 50, 100, 254, 255, 256, 257, 300}) : random.between(1, 7);
     }
-    while (settings.recursion > 1 && affordable_symbols(settings) < 40) --settings.recursion;
+    const std::size_t needed = long_units ? sufficient_symbols(settings) : 60;
+    while (settings.recursion > 1 && affordable_symbols(settings, ordinary_cost) < needed) --settings.recursion;
     if (settings.recursion != 5 || random.percent(20)) give(random.one_of({"-r", "--recursion"}), settings.recursion);
   }
 
@@ -162,23 +180,6 @@ class CSettingsMaker {
   }
 };
 
-// The number of edits that a path of the look-ahead can hold before the score bound cuts it, at a guess: a path begins
-// some points above zero.
-double edits_of_a_path(const search_settings& settings, double unit_length) {
-  const double penalty = -std::max(settings.mismatch, settings.indel);
-  const double fall = std::min(unit_length + 12.0, std::max(0.0, static_cast<double>(settings.score_reduction))) + 1;
-  return std::min(static_cast<double>(settings.recursion), 1 + fall / penalty);
-}
-
-// Paths of the look-ahead that a start position costs at one unit length.
-double cost_of_a_position(const search_settings& settings, int unit_length) {
-  if (settings.mode == "exact") return 3;
-  const double edits = edits_of_a_path(settings, unit_length);
-  const double points = 2 + 2 * static_cast<double>(unit_length) / -std::max(settings.mismatch, settings.indel);
-  const double both_ways = 2 * points * std::pow(2.7, edits) + 3;
-  return settings.mode == "imperfect" ? both_ways : 3 + both_ways / 5;
-}
-
 }  // namespace
 
 search_settings random_settings(CRandom& random) { return CSettingsMaker(random).make(); }
@@ -195,15 +196,6 @@ search_settings cheap_settings(CRandom& random) {
   if (random.percent(10)) settings.options.push_back({"--firstSeq", std::to_string(random.between(-1, 4))});
   if (random.percent(10)) settings.options.push_back({"--lastSeq", std::to_string(random.between(-1, 4))});
   return settings;
-}
-
-std::size_t affordable_symbols(const search_settings& settings) {
-  constexpr double affordable_paths = 1e6;
-  double cost = 0;
-  for (int length = std::max(settings.min_unit, 1); length <= settings.max_unit; ++length) {
-    cost += cost_of_a_position(settings, length);
-  }
-  return static_cast<std::size_t>(std::min(3000.0, affordable_paths / std::max(cost, 1.0)));
 }
 
 }  // namespace differential

@@ -1,7 +1,6 @@
-// Random options, and what they cost the reference.
+// Random options.
 #pragma once
 
-#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -28,8 +27,5 @@ search_settings random_settings(CRandom& random);
 
 // Settings with a cheap search, for cases whose subject is the layout of the input file.
 search_settings cheap_settings(CRandom& random);
-
-// How many symbols the plain recursion of the reference searches in a few hundredths of a second, at a guess.
-std::size_t affordable_symbols(const search_settings& settings);
 
 }  // namespace differential
