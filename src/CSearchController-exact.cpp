@@ -1,20 +1,24 @@
 // The exact search: runs in which a unit follows itself without an edit, short runs of N's passed over.
+//
+// A start is looked at only if the run filter keeps it, and starts whose fate is known from an earlier one are jumped
+// over. Those that are left are extended as defined, in the defined order.
 
 #include <algorithm>
+#include <cstring>
 
 #include "CSearchController.h"
+#include "fast/run-filter.h"
 #include "global-types-and-parameters.h"
 
 namespace {
 
-const char* first_N(const char* from, const char* seq_end) { return std::find(from, seq_end, 'N'); }
-
-const char* first_non_N(const char* from, const char* seq_end) {
-  return std::find_if(from, seq_end, [](char c) { return c != 'N'; });
-}
-
-bool is_one_symbol(const char* begin, const char* end) {
-  return std::all_of(begin + 1, end, [begin](char c) { return c == *begin; });
+// The number of N's in the stretch of `length` symbols from s on in the direction of `step`, up to the first other
+// symbol; counted no further than one more than may be passed over.
+std::ptrdiff_t N_run(const char* s, std::ptrdiff_t length, int step) {
+  const std::ptrdiff_t enough = std::min(length, static_cast<std::ptrdiff_t>(global_Ns_allowed_in_a_row) + 1);
+  std::ptrdiff_t run = 0;
+  while (run < enough && s[run * step] == 'N') ++run;
+  return run;
 }
 
 void extend_exact_right(Csat& sat, const char* seq_end) {
@@ -26,9 +30,10 @@ void extend_exact_right(Csat& sat, const char* seq_end) {
       continue;
     }
     if (*sat.pos_right != 'N' || !Ns_are_neutral()) return;
-    const char* const run_end = first_non_N(sat.pos_right, seq_end);
-    if (run_end - sat.pos_right > global_Ns_allowed_in_a_row) return;
-    for (; sat.pos_right != run_end; ++sat.pos_right) {
+    const std::ptrdiff_t run = N_run(sat.pos_right, seq_end - sat.pos_right, 1);
+    if (run > global_Ns_allowed_in_a_row) return;
+    for (std::ptrdiff_t i = 0; i < run; ++i) {
+      ++sat.pos_right;
       sat.fwd_unit_cursor = sat.unit_successor(sat.fwd_unit_cursor);
       ++sat.number_of_Ns;
     }
@@ -44,10 +49,10 @@ void extend_exact_left(Csat& sat, const char* seq_begin) {
       continue;
     }
     if (sat.pos_left[-1] != 'N' || !Ns_are_neutral()) return;
-    const char* run_begin = sat.pos_left;
-    while (run_begin != seq_begin && run_begin[-1] == 'N') --run_begin;
-    if (sat.pos_left - run_begin > global_Ns_allowed_in_a_row) return;
-    for (; sat.pos_left != run_begin; --sat.pos_left) {
+    const std::ptrdiff_t run = N_run(sat.pos_left - 1, sat.pos_left - seq_begin, -1);
+    if (run > global_Ns_allowed_in_a_row) return;
+    for (std::ptrdiff_t i = 0; i < run; ++i) {
+      --sat.pos_left;
       sat.bwd_unit_cursor = sat.unit_predecessor(sat.bwd_unit_cursor);
       ++sat.number_of_Ns;
     }
@@ -57,6 +62,112 @@ void extend_exact_left(Csat& sat, const char* seq_begin) {
 bool is_perfection_in_range(const Csat& sat) {
   const float perfection = sat.perfection();
   return global_min_perfection <= perfection && perfection <= global_max_perfection;
+}
+
+// The starts of one unit length that can lead to a stored repeat, in order.
+class CStarts {
+ public:
+  CStarts(const char* its_begin, const char* its_end, unsigned its_L)
+      : end(its_end),
+        L(static_cast<std::ptrdiff_t>(its_L)),
+        filter(its_begin, its_end, its_L,
+               CRunFilter::wanted_matches(its_L, CSearchController::minScores[its_L],
+                                          CSearchController::minLengths[its_L]),
+               Ns_are_neutral()),
+        Ns_known_until(its_begin),
+        one_symbol_end(its_begin) {}
+
+  // The start to look at, at or behind p, or nullptr: kept by the filter, with a unit free of N's, and all that
+  // `behind` lets pass. `behind(p)` returns p, or a later position if no start in front of that one is to be looked at.
+  template <typename Behind>
+  const char* first(const char* p, Behind behind) {
+    for (;;) {
+      p = filter.first_kept(p);
+      if (p >= end - L) return nullptr;
+      const char* next = behind(p);
+      if (next == p) next = behind_Ns(p);
+      if (next == p) return p;
+      if (next >= end - L) return nullptr;
+      p = next;
+    }
+  }
+
+  // Behind all starts from p on whose units are L times the same symbol.
+  const char* behind_one_symbol_units(const char* p) {
+    if (p >= one_symbol_end) one_symbol_end = end_of_one_symbol_run(p, end);
+    return one_symbol_end - p < L ? p : one_symbol_end - L + 1;
+  }
+
+ private:
+  const char* end;
+  std::ptrdiff_t L;
+  CRunFilter filter;
+  const char* Ns_known_until;  // there is no N in front of it that is not also in front of the last start
+  const char* one_symbol_end;  // the end of the run of one symbol that the last start asked for lies in
+
+  // Behind all starts from p on whose units hold an N of the same run of N's.
+  const char* behind_Ns(const char* p) {
+    if (p + L <= Ns_known_until) return p;
+    const char* const from = std::max(p, Ns_known_until);
+    const auto* const N = static_cast<const char*>(std::memchr(from, 'N', static_cast<std::size_t>(p + L - from)));
+    Ns_known_until = N == nullptr ? p + L : end_of_one_symbol_run(N, end);
+    return N == nullptr ? p : Ns_known_until;
+  }
+};
+
+// The repeat found last, of which a record for each start inside it may be wanted.
+class CFoundRepeat {
+ public:
+  // Whether [p, p + L) lies in the repeat. A start there finds the same repeat again: both units, free of N's, are
+  // rotations of each other, and an extension depends on no more than the unit as a cycle.
+  bool holds_unit(const char* p, std::ptrdiff_t L) const { return left <= p && right - p >= L; }
+
+  void extend(Csat& sat, const char* seq_begin, const char* seq_end) {
+    extend_exact_right(sat, seq_end);
+    extend_exact_left(sat, seq_begin);
+    sat.trim_Ns();
+    left = sat.pos_left;
+    right = sat.pos_right;
+    score = sat.score;
+    number_of_Ns = sat.number_of_Ns;
+  }
+
+  // One past its last symbol.
+  const char* end() const { return right; }
+
+  // Gives the record of another unit the ends that extending it would find.
+  void copy_to(Csat& sat) const {
+    const std::ptrdiff_t L = sat.unit_length();
+    sat.pos_left = left;
+    sat.pos_right = right;
+    sat.fwd_unit_cursor = sat.unit_begin + (right - sat.unit_begin) % L;
+    sat.bwd_unit_cursor = sat.unit_end - 1 - (sat.unit_end - left) % L;
+    sat.score = score;
+    sat.number_of_Ns = number_of_Ns;
+  }
+
+ private:
+  const char* left = nullptr;
+  const char* right = nullptr;
+  int score = 0;
+  int number_of_Ns = 0;
+};
+
+// Whether the search has come far enough, at p, to look at the clock again.
+bool is_poll_due(const char*& polled, const char* p) {
+  if (p - polled < 256) return false;
+  polled = p;
+  return true;
+}
+
+// Behind all starts from p on that lie inside what is covered, together with the position in front of them.
+const char* behind_covered(const CAnchorSeq& mask, const char* p, unsigned L) {
+  const char* const at_p = mask.mask_begin + (p - mask.seq_begin);
+  if (at_p[0] == CAnchorSeq::covered && at_p[-1] == CAnchorSeq::covered) {
+    const auto* const next = std::memchr(at_p, CAnchorSeq::anchor, static_cast<std::size_t>(mask.mask_end + 1 - at_p));
+    return mask.seq_begin + (static_cast<const char*>(next) - mask.mask_begin);
+  }
+  return mask.may_anchor(p, L) ? p : p + 1;
 }
 
 }  // namespace
@@ -74,39 +185,45 @@ void CSearchController::exact_search_2() {
 }
 
 void CSearchController::exact_search_of_unit_length_1(CSpareSat& spare) {
-  const char* a = first_non_N(seq_begin(), seq_end());
-  while (a + 1 < seq_end()) {
+  if (sequence.symbols.length < 2) return;
+  CStarts starts(seq_begin(), seq_end(), 1);
+  CFoundRepeat found;
+  const auto nothing_behind = [](const char* p) { return p; };
+  const char* polled = seq_begin();
+  for (const char* a = seq_begin(); (a = starts.first(a, nothing_behind)) != nullptr;) {
+    if (is_poll_due(polled, a)) report_progress(1);
     Csat& sat = spare.take(a, a + 1);
-    extend_exact_right(sat, seq_end());
-    extend_exact_left(sat, seq_begin());
-    sat.trim_Ns();
-    const char* next = a + 1;
-    if (passes_thresholds(sat)) {
-      next = sat.pos_right;
-      spare.move_to(result_list);
-    }
-    a = first_non_N(next, seq_end());
-    if ((a - seq_begin()) % 256 == 0) report_progress(1);
+    found.extend(sat, seq_begin(), seq_end());
+    if (passes_thresholds(sat)) spare.move_to(result_list);
+    a = found.end();
   }
 }
 
 void CSearchController::exact_search_of_unit_length(unsigned L, CAnchorSeq& mask, CSpareSat& spare) {
   if (L == 0 || L >= sequence.symbols.length) return;
-  const char* next_N = first_N(seq_begin(), seq_end());
   report_progress(L);
-  for (const char* p = seq_begin(); p + L < seq_end(); ++p) {
-    if ((p - seq_begin()) % 256 == 0) report_progress(L);
-    if (next_N < p) next_N = first_N(p, seq_end());
-    if (!mask.may_anchor(p, L)) continue;
-    if (p + L > next_N) continue;
-    if (is_one_symbol(p, p + L)) continue;
-
+  CStarts starts(seq_begin(), seq_end(), L);
+  CFoundRepeat found;
+  const auto behind = [&](const char* p) {
+    const char* const next = behind_covered(mask, p, L);
+    return next == p ? starts.behind_one_symbol_units(p) : next;
+  };
+  const char* polled = seq_begin();
+  for (const char* p = seq_begin(); (p = starts.first(p, behind)) != nullptr;) {
+    if (is_poll_due(polled, p)) report_progress(L);
     Csat& sat = spare.take(p, p + L);
-    extend_exact_right(sat, seq_end());
-    extend_exact_left(sat, seq_begin());
-    sat.trim_Ns();
-    if (!passes_thresholds(sat)) continue;
-    if (passes_user_thresholds(sat) && is_perfection_in_range(sat)) mask.cover(sat);
+    if (found.holds_unit(p, L)) {
+      found.copy_to(sat);
+    } else {
+      found.extend(sat, seq_begin(), seq_end());
+    }
+    if (!passes_thresholds(sat)) {
+      p = found.end() - L + 1;  // every start inside finds the same
+      continue;
+    }
+    const bool covers = passes_user_thresholds(sat) && is_perfection_in_range(sat);
+    if (covers) mask.cover(sat);
     spare.move_to(result_list);
+    p = covers ? found.end() : p + 1;
   }
 }

@@ -16,8 +16,7 @@ void CSearchController::search_exact_and_extend_to_imperfect_repeats() {
 
   while (!result_list.records.empty()) {
     Csat& sat = *result_list.records.front();
-    extend_imperfect(sat);
-    if (passes_thresholds(sat)) {
+    if (extend_imperfect(sat)) {
       sat.sort_missense();
       work_list.take_last(result_list, result_list.records.begin());
     } else {

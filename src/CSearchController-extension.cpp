@@ -4,7 +4,9 @@
 #include <cstdint>
 
 #include "CSearchController.h"
+#include "fast/edit-choice.h"
 #include "fast/look-ahead.h"
+#include "fast/path-bound.h"
 #include "global-types-and-parameters.h"
 
 namespace {
@@ -19,6 +21,7 @@ class CExtension {
         end(its_end),
         rules(current_look_ahead_rules()),
         look_ahead(rules, its_unit, its_end),
+        edit_choice(rules, its_unit, its_end),
         now{{position, static_cast<int>(cursor - record.unit_begin), record.score},
             record.mismatches,
             record.insertions,
@@ -36,7 +39,11 @@ class CExtension {
       }
       if (now.at.s == end || Direction::ahead(now.at.s) == unit.begin()[now.at.u]) continue;
       if (!make_best_edit()) {
-        break_rule();
+        if (edit_choice.is_hopeless()) {
+          now = best_end;
+        } else {
+          break_rule();
+        }
         return;
       }
     }
@@ -55,8 +62,6 @@ class CExtension {
   }
 
  private:
-  enum edit { none, mismatch, insertion, deletion };
-
   // All that an extension changes. Missense entries are only appended, so their count restores the list.
   struct snapshot {
     extension_state at;
@@ -72,6 +77,7 @@ class CExtension {
   const char* end;
   look_ahead_rules rules;
   CLookAhead<Direction> look_ahead;
+  CEditChoice<Direction> edit_choice;
   snapshot now;
   snapshot best_end;
 
@@ -114,31 +120,37 @@ class CExtension {
   // is admissible.
   bool make_best_edit() {
     if (is_better_end()) best_end = now;
-    const edit chosen = choose_edit();
-    if (chosen == none) return false;
+    const edit chosen = rules.is_unlimited() ? choose_edit_at_once() : choose_edit();
+    if (chosen == edit::none) return false;
     make(chosen);
     return true;
   }
 
+  // Both end rules keep nothing below best - P, so an extension that cannot come back to that ends at its snapshot.
+  edit choose_edit_at_once() {
+    return edit_choice.choose(now.at, sat.recursion_depth, best_end.at.score - rules.prefer_longer);
+  }
+
+  // The choice as it is defined, one look-ahead for each admissible edit.
   edit choose_edit() {
     const int best = best_end.at.score;
     const std::int64_t lower = rules.bound(best, unit.length());
     const auto depth = static_cast<unsigned char>(sat.recursion_depth + 1);
     const char* const behind = Direction::step(now.at.s);
-    edit chosen = none;
+    edit chosen = edit::none;
     int chosen_value = 0;
     const auto consider = [&](edit candidate, const char* s, int u, int penalty) {
       const int value = look_ahead.value({s, u, now.at.score + penalty}, depth, best);
-      if (chosen != none && value <= chosen_value) return;
+      if (chosen != edit::none && value <= chosen_value) return;
       chosen = candidate;
       chosen_value = value;
     };
     if (static_cast<std::int64_t>(now.at.score) + rules.mismatch_score > lower) {
-      consider(mismatch, behind, next_cursor(), rules.mismatch_score);
+      consider(edit::mismatch, behind, next_cursor(), rules.mismatch_score);
     }
     if (static_cast<std::int64_t>(now.at.score) + rules.indel_score > lower) {
-      consider(insertion, behind, now.at.u, rules.indel_score);
-      consider(deletion, now.at.s, next_cursor(), rules.indel_score);
+      consider(edit::insertion, behind, now.at.u, rules.indel_score);
+      consider(edit::deletion, now.at.s, next_cursor(), rules.indel_score);
     }
     return chosen;
   }
@@ -153,25 +165,25 @@ class CExtension {
 
   void make(edit chosen) {
     switch (chosen) {
-      case mismatch:
+      case edit::mismatch:
         record(consumed_symbol(), 'M');
         now.at.score += rules.mismatch_score;
         ++now.mismatches;
         advance();
         break;
-      case insertion:
+      case edit::insertion:
         record(consumed_symbol(), 'I');
         now.at.score += rules.indel_score;
         ++now.insertions;
         now.at.s = Direction::step(now.at.s);
         break;
-      case deletion:
+      case edit::deletion:
         record(now.at.s, 'D');
         now.at.score += rules.indel_score;
         ++now.deletions;
         now.at.u = next_cursor();
         break;
-      case none:
+      case edit::none:
         break;
     }
   }
@@ -210,11 +222,14 @@ void CSearchController::extend_imperfect_backward(Csat& sat, const char* seq_sto
   extend_left(sat, unit_text_of(sat), seq_stop + 1);
 }
 
-void CSearchController::extend_imperfect(Csat& sat) const {
+bool CSearchController::extend_imperfect(Csat& sat) const {
   const CUnitText& unit = unit_text_of(sat);
+  CPathBound bound(current_look_ahead_rules(), seq_begin(), seq_end());
+  if (!bound.may_reach(sat, unit, minScores[sat.unit_length()])) return false;
   extend_right(sat, unit, seq_end());
   extend_left(sat, unit, seq_begin());
   sat.trim_Ns();
+  return passes_thresholds(sat);
 }
 
 int CSearchController::extend_imperfect_forward_leap_ahead(const char* s, const char* u, const char* unit_begin,

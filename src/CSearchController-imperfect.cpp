@@ -48,8 +48,7 @@ void CSearchController::complete_imperfect_search(std::FILE* /*out*/) {
 void CSearchController::try_candidate(const char* p, unsigned L, CAnchorSeq& mask, CSpareSat& spare,
                                       CsatContainer& found) {
   Csat& sat = spare.take(p, p + L);
-  extend_imperfect(sat);
-  if (!passes_thresholds(sat)) return;
+  if (!extend_imperfect(sat)) return;
   sat.sort_missense();
   mask.cover(sat);
   spare.move_to(found);

@@ -73,8 +73,10 @@ class CSearchController {
   static void extend_imperfect_forward(Csat& sat, const char* seq_end);
   static void extend_imperfect_backward(Csat& sat, const char* seq_stop);
 
-  // Both extensions of a record that is still the single copy of its unit, then the N's at the ends given up.
-  void extend_imperfect(Csat& sat) const;
+  // Extends a candidate or seed in both directions and gives up the N's at its ends. Reads the sequence, the parameters
+  // and the thresholds in force; changes nothing but the record. Returns whether the repeat passes the thresholds; if
+  // not, the record holds nothing of use.
+  bool extend_imperfect(Csat& sat) const;
 
   // The look-ahead of the extension: the highest score reachable from the sequence position s, where the unit symbol at
   // u comes next, after best_score was met on the way. To the left the symbol examined is s - 1, down to seq_stop.

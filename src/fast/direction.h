@@ -27,12 +27,8 @@ struct rightwards {
   static const char* steps(const char* position, int count) { return position + count; }
   static std::ptrdiff_t left_over(const char* position, const char* end) { return end - position; }
   static int unit_step(int u, int L) { return u + 1 == L ? 0 : u + 1; }
-  // The cursor after `count` steps, 0 <= count <= symbols_a_word.
-  static int unit_steps(int u, int count, int L) {
-    u += count;
-    while (u >= L) u -= L;
-    return u;
-  }
+  // How far `count` steps move a cursor, before it is reduced to 0 .. L - 1 (CUnitText::wrapped).
+  static int unit_steps(int u, int count) { return u + count; }
   // How many of the next eight symbols equal the unit's; `text` points at unit index 0 of a CUnitText.
   static int matches_of_word(const char* position, const char* text, int u) {
     const std::uint64_t different = load_word(position) ^ load_word(text + u);
@@ -46,11 +42,7 @@ struct leftwards {
   static const char* steps(const char* position, int count) { return position - count; }
   static std::ptrdiff_t left_over(const char* position, const char* end) { return position - end; }
   static int unit_step(int u, int L) { return u == 0 ? L - 1 : u - 1; }
-  static int unit_steps(int u, int count, int L) {
-    u -= count;
-    while (u < 0) u += L;
-    return u;
-  }
+  static int unit_steps(int u, int count) { return u - count; }
   static int matches_of_word(const char* position, const char* text, int u) {
     const std::uint64_t different = load_word(position - symbols_a_word) ^ load_word(text + u + 1 - symbols_a_word);
     return different == 0 ? symbols_a_word : std::countl_zero(different) / 8;

@@ -62,7 +62,7 @@ inline void run_on(extension_state& at, const CUnitText& unit, const char* end, 
       const int matches = Direction::matches_of_word(at.s, unit.begin(), at.u);
       at.score += matches;
       at.s = Direction::steps(at.s, matches);
-      at.u = Direction::unit_steps(at.u, matches, L);
+      at.u = unit.wrapped(Direction::unit_steps(at.u, matches));
       if (matches != symbols_a_word) break;
     }
     while (at.s != end && Direction::ahead(at.s) == unit.begin()[at.u]) {
