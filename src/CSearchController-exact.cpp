@@ -172,58 +172,78 @@ const char* behind_covered(const CAnchorSeq& mask, const char* p, unsigned L) {
 
 }  // namespace
 
-void CSearchController::exact_search_2() {
-  CAnchorSeq mask(sequence);
+// One exact search: what its steps share.
+struct CSearchController::exact_pass {
+  CAnchorSeq mask;
   CSpareSat spare;
+  bool is_for_seeds;
+  CSpareSat trial{};
+
+  exact_pass(const CSequence_Mol& sequence, bool for_seeds) : mask(sequence), is_for_seeds(for_seeds) {}
+};
+
+void CSearchController::exact_search_2() {
+  exact_pass pass(sequence, false);
+  run_exact_pass(pass);
+}
+
+void CSearchController::exact_search_for_seeds() {
+  exact_pass pass(sequence, true);
+  run_exact_pass(pass);
+}
+
+void CSearchController::run_exact_pass(exact_pass& pass) {
   unsigned L = global_min_unit_length;
   if (L == 1) {
-    exact_search_of_unit_length_1(spare);
+    exact_search_of_unit_length_1(pass);
     L = 2;
   }
-  for (; L <= global_max_unit_length; ++L) exact_search_of_unit_length(L, mask, spare);
+  for (; L <= global_max_unit_length; ++L) exact_search_of_unit_length(L, pass);
   result_list.sort();
 }
 
-void CSearchController::exact_search_of_unit_length_1(CSpareSat& spare) {
+bool CSearchController::is_wanted(const Csat& sat, exact_pass& pass) const {
+  return !pass.is_for_seeds || may_be_accepted(sat, pass.trial);
+}
+
+void CSearchController::exact_search_of_unit_length_1(exact_pass& pass) {
   if (sequence.symbols.length < 2) return;
   CStarts starts(seq_begin(), seq_end(), 1);
   CFoundRepeat found;
   const auto nothing_behind = [](const char* p) { return p; };
   const char* polled = seq_begin();
-  for (const char* a = seq_begin(); (a = starts.first(a, nothing_behind)) != nullptr;) {
+  for (const char* a = seq_begin(); (a = starts.first(a, nothing_behind)) != nullptr; a = found.end()) {
     if (is_poll_due(polled, a)) report_progress(1);
-    Csat& sat = spare.take(a, a + 1);
+    Csat& sat = pass.spare.take(a, a + 1);
     found.extend(sat, seq_begin(), seq_end());
-    if (passes_thresholds(sat)) spare.move_to(result_list);
-    a = found.end();
+    if (passes_thresholds(sat) && is_wanted(sat, pass)) pass.spare.move_to(result_list);
   }
 }
 
-void CSearchController::exact_search_of_unit_length(unsigned L, CAnchorSeq& mask, CSpareSat& spare) {
+void CSearchController::exact_search_of_unit_length(unsigned L, exact_pass& pass) {
   if (L == 0 || L >= sequence.symbols.length) return;
   report_progress(L);
   CStarts starts(seq_begin(), seq_end(), L);
   CFoundRepeat found;
   const auto behind = [&](const char* p) {
-    const char* const next = behind_covered(mask, p, L);
-    return next == p ? starts.behind_one_symbol_units(p) : next;
+    const char* const next = starts.behind_one_symbol_units(p);
+    return next == p ? behind_covered(pass.mask, p, L) : next;
   };
   const char* polled = seq_begin();
   for (const char* p = seq_begin(); (p = starts.first(p, behind)) != nullptr;) {
     if (is_poll_due(polled, p)) report_progress(L);
-    Csat& sat = spare.take(p, p + L);
-    if (found.holds_unit(p, L)) {
+    Csat& sat = pass.spare.take(p, p + L);
+    const bool is_known = found.holds_unit(p, L);
+    if (is_known) {
       found.copy_to(sat);
     } else {
       found.extend(sat, seq_begin(), seq_end());
     }
-    if (!passes_thresholds(sat)) {
-      p = found.end() - L + 1;  // every start inside finds the same
-      continue;
-    }
-    const bool covers = passes_user_thresholds(sat) && is_perfection_in_range(sat);
-    if (covers) mask.cover(sat);
-    spare.move_to(result_list);
-    p = covers ? found.end() : p + 1;
+    const bool covers = passes_thresholds(sat) && passes_user_thresholds(sat) && is_perfection_in_range(sat);
+    if (covers) pass.mask.cover(sat);
+    // What one start inside the repeat finds, all others find again, unless it is covered.
+    const bool is_kept = is_known || (passes_thresholds(sat) && is_wanted(sat, pass));
+    if (is_kept) pass.spare.move_to(result_list);
+    p = covers ? found.end() : is_kept ? p + 1 : found.end() - L + 1;
   }
 }

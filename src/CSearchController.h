@@ -96,16 +96,23 @@ class CSearchController {
   static bool passes_thresholds(const Csat& sat);
   static bool passes_user_thresholds(const Csat& sat);
 
-  void exact_search_of_unit_length_1(CSpareSat& spare);
-  void exact_search_of_unit_length(unsigned L, CAnchorSeq& mask, CSpareSat& spare);
+  struct exact_pass;
+  void run_exact_pass(exact_pass& pass);
+  void exact_search_of_unit_length_1(exact_pass& pass);
+  void exact_search_of_unit_length(unsigned L, exact_pass& pass);
+  // Like exact_search_2, without the repeats whose imperfect extension misses the user's thresholds.
+  void exact_search_for_seeds();
+  bool is_wanted(const Csat& sat, exact_pass& pass) const;
+  bool may_be_accepted(const Csat& seed, CSpareSat& trial) const;
 
-  // Extends the candidate unit [p, p + L); if accepted, covers it in the mask and appends it. Changes nothing otherwise.
-  void try_candidate(const char* p, unsigned L, CAnchorSeq& mask, CSpareSat& spare, CsatContainer& found);
+  // Extends the candidate unit [p, p + L) if it may be anchored; if accepted, covers it in the mask and appends it.
+  // Changes nothing otherwise. Returns whether it was accepted.
+  bool try_candidate(const char* p, unsigned L, CAnchorSeq& mask, CSpareSat& spare, CsatContainer& found);
   void unit_len_1_complete_imperfect_search(CCandidateFilter& filter, CAnchorSeq& mask, CsatContainer& found);
   void one_unit_len_complete_imperfect_search(unsigned L, CCandidateFilter& filter, CAnchorSeq& mask,
                                               CsatContainer& found);
-  template <typename Try>
-  void for_each_candidate(const std::vector<std::uint64_t>& candidates, unsigned L, Try try_position);
+  template <typename Look>
+  void for_each_candidate(const std::vector<std::uint64_t>& candidates, unsigned L, Look look_at);
 
   void print_opening_lines(std::FILE* out);
   void print_closing_line(std::FILE* out);

@@ -29,8 +29,8 @@ CCandidateFilter::CCandidateFilter(const char* its_sequence, std::size_t its_len
     : sequence(its_sequence), length(its_length) {}
 
 const std::vector<std::uint64_t>& CCandidateFilter::candidates(unsigned L, int min_score) {
-  const alignment_bound bound{L, penalty_of(global_mismatch_score), penalty_of(global_indel_score),
-                              static_cast<int>(L) + global_prefer_longer_repeat - 1, min_score};
+  bound = {L, penalty_of(global_mismatch_score), penalty_of(global_indel_score),
+           static_cast<int>(L) + global_prefer_longer_repeat - 1, min_score};
   const alignment_program& program = program_for(bound);
   if (program.is_empty()) {
     keep_all();
@@ -47,4 +47,22 @@ const std::vector<std::uint64_t>& CCandidateFilter::candidates(unsigned L, int m
 void CCandidateFilter::keep_all() {
   kept.assign((length + 63) / 64, ~std::uint64_t{0});
   if (length % 64 != 0) kept.back() >>= 64 - length % 64;
+}
+
+std::uint64_t CCandidateFilter::still_candidates(const char* const* positions, std::size_t count) const {
+  if (count == 0) return 0;
+  const std::uint64_t all = ~std::uint64_t{0} >> (CBatchBound::most_candidates - count);
+  if (!CBatchBound::applies(bound)) return all;
+  // Candidates near an end of the record pass untested.
+  std::size_t first = 0;
+  std::size_t last = count;
+  while (first != last && static_cast<std::size_t>(positions[first] - sequence) < CBatchBound::reach) ++first;
+  while (last != first &&
+         static_cast<std::size_t>(sequence + length - positions[last - 1]) < bound.L + CBatchBound::reach + 8) {
+    --last;
+  }
+  if (first == last) return all;
+  const std::uint64_t tested = ~std::uint64_t{0} >> (CBatchBound::most_candidates - (last - first)) << first;
+  return (all & ~tested) |
+         CBatchBound::may_reach(bound, positions + first, last - first, Ns_are_neutral()) << first;
 }

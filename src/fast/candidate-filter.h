@@ -1,10 +1,14 @@
 #ifndef QUARVO_FAST_CANDIDATE_FILTER_H
 #define QUARVO_FAST_CANDIDATE_FILTER_H
 
+#include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
+#include "alignment-program.h"
+#include "batch-bound.h"
 #include "bit-planes.h"
 
 // Which candidates of imperfect mode are worth extending.
@@ -24,13 +28,60 @@ class CCandidateFilter {
   // `length` are never set. Valid until the next call.
   const std::vector<std::uint64_t>& candidates(unsigned L, int min_score);
 
+  // Of the candidates at `positions`, in ascending order, those that a second, tighter test keeps: bit i for
+  // positions[i]. Of the unit length that candidates() was called for last.
+  std::uint64_t still_candidates(const char* const* positions, std::size_t count) const;
+
  private:
   const char* sequence;
   std::size_t length;
+  alignment_bound bound{};
   CBitPlanes planes;
   std::vector<std::uint64_t> kept;
 
   void keep_all();
+};
+
+// Collects candidates for the tighter test, and then takes them in the order of adding.
+//
+// What the tighter test says depends on the sequence alone, so it does not matter that candidates are taken later than
+// they are added. Whether a candidate may be anchored does change meanwhile: the mask closes where a repeat is accepted,
+// and opens again at its edits. So `take` must look at the mask itself, and candidates that the mask refused when they
+// were added are put to it again, untested, if a repeat was accepted in between.
+template <typename Take>
+class CCandidateBatch {
+ public:
+  // take(p) extends a candidate that the mask admits, and returns whether the mask has changed.
+  CCandidateBatch(const CCandidateFilter& its_filter, Take take_candidate)
+      : filter(its_filter), take(take_candidate) {}
+
+  void add(const char* p, bool may_be_anchored) {
+    candidates[count++] = p;
+    if (may_be_anchored) tested[tested_count++] = p;
+    if (count == candidates.size() || tested_count == tested.size()) finish();
+  }
+
+  // To be called behind the last candidate.
+  void finish() {
+    const std::uint64_t kept = filter.still_candidates(tested.data(), tested_count);
+    bool has_mask_changed = false;
+    for (std::size_t i = 0, t = 0; i != count; ++i) {
+      const bool is_tested = t != tested_count && tested[t] == candidates[i];
+      const bool is_wanted = is_tested ? (kept >> t & 1) != 0 : has_mask_changed;
+      if (is_tested) ++t;
+      if (is_wanted && take(candidates[i])) has_mask_changed = true;
+    }
+    count = 0;
+    tested_count = 0;
+  }
+
+ private:
+  const CCandidateFilter& filter;
+  Take take;
+  std::array<const char*, 4 * CBatchBound::most_candidates> candidates{};
+  std::array<const char*, CBatchBound::most_candidates> tested{};
+  std::size_t count = 0;
+  std::size_t tested_count = 0;
 };
 
 #endif

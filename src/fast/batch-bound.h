@@ -1,0 +1,34 @@
+#ifndef QUARVO_FAST_BATCH_BOUND_H
+#define QUARVO_FAST_BATCH_BOUND_H
+
+#include <cstddef>
+#include <cstdint>
+
+#include "alignment-program.h"
+
+// The alignment bound (alignment-program.h) for a batch of candidates, one in each byte lane of a vector.
+//
+// A lane holds score + b + 1, so that subtraction with saturation at 0 is the death of a path. Rows are sequence symbols,
+// with one vector for each diagonal. Unlike the bit planes, which see all positions, this sees only what they left, so
+// it pays to be exact: nothing is rounded. Lanes that are undecided after `rows` symbols, or leave the band, are kept.
+class CBatchBound {
+ public:
+  static constexpr std::size_t most_candidates = 64;
+  static constexpr int rows = 32;  // symbols looked at on each side
+  static constexpr int band = 7;   // diagonals on each side of the main one
+  static constexpr unsigned longest_unit = 64;
+
+  // Premises: a unit that fits, and scores that fit a byte.
+  static bool applies(const alignment_bound& bound) {
+    return bound.L <= longest_unit && bound.T > 0 && bound.T + bound.b < 250;
+  }
+
+  // Symbols that are read on each side of the unit. Candidates closer to an end of the record must not be asked for.
+  static constexpr std::size_t reach = rows + 8;
+
+  // Bit i of the result: the candidate at positions[i] can reach bound.T. A neutral N counts as a match.
+  static std::uint64_t may_reach(const alignment_bound& bound, const char* const* positions, std::size_t count,
+                                 bool Ns_match);
+};
+
+#endif
