@@ -24,11 +24,10 @@ std::size_t length_of_record(CRandom& random, std::size_t affordable, std::size_
   return std::min(affordable, sufficient + random.below(300));
 }
 
-std::vector<fasta_record> random_records(CRandom& random, const search_settings& settings) {
+std::vector<fasta_record> dense_records(CRandom& random, const search_settings& settings) {
   const std::size_t count = number_of_records(random);
-  const double cost = random.percent(5) ? generous_cost : ordinary_cost;
-  const std::size_t affordable =
-      std::max<std::size_t>(20, affordable_symbols(settings, cost / static_cast<double>(count)));
+  const double cost = (random.percent(5) ? generous_cost : ordinary_cost) / static_cast<double>(count);
+  const std::size_t affordable = std::max<std::size_t>(20, affordable_symbols(settings, texture::dense, cost));
   std::vector<fasta_record> records;
   for (std::size_t i = 0; i < count; ++i) {
     const std::string header =
@@ -39,10 +38,16 @@ std::vector<fasta_record> random_records(CRandom& random, const search_settings&
   return records;
 }
 
+std::vector<fasta_record> sparse_record(CRandom& random, const search_settings& settings) {
+  const std::size_t affordable = affordable_symbols(settings, texture::sparse, ordinary_cost);
+  return {{"s1", make_sparse_sequence(random, settings, 1 + random.below(affordable))}};
+}
+
 test_case random_case(std::uint64_t seed, std::uint64_t index) {
   CRandom random(seed_of_case(seed, index));
   const search_settings settings = random_settings(random);
-  const std::vector<fasta_record> records = random_records(random, settings);
+  const std::vector<fasta_record> records =
+      random.percent(75) ? dense_records(random, settings) : sparse_record(random, settings);
   test_case made;
   made.label = label_of("random", seed, index);
   made.options = settings.options;

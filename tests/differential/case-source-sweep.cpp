@@ -59,7 +59,7 @@ std::string piece_for(CRandom& random, change kind, const search_settings& setti
 }
 
 sweep random_sweep(CRandom& random, const search_settings& settings) {
-  const std::size_t affordable = affordable_symbols(settings, generous_cost / 80);
+  const std::size_t affordable = affordable_symbols(settings, texture::dense, generous_cost / 80);
   const std::size_t length = std::clamp<std::size_t>(20 + random.below(120), 5, affordable + 5);
   sweep made;
   made.kind = static_cast<change>(random.below(8));

@@ -7,20 +7,21 @@ namespace differential {
 
 namespace {
 
-constexpr std::size_t most_symbols = 4000;
+constexpr std::size_t most_symbols = 20000;
 
-// The number of edits that a path of the look-ahead can hold before the score bound cuts it: a path begins some points
-// above zero.
-double edits_of_a_path(const search_settings& settings, double unit_length) {
+// The number of edits that a path of the look-ahead can hold before the score bound cuts it. Inside a repeat a path
+// begins some points above zero.
+double edits_of_a_path(const search_settings& settings, double unit_length, texture repeats) {
   const double penalty = -std::max(settings.mismatch, settings.indel);
-  const double fall = std::min(unit_length + 12.0, std::max(0.0, static_cast<double>(settings.score_reduction))) + 1;
-  return std::min(static_cast<double>(settings.recursion), 1 + fall / penalty);
+  const double gained = repeats == texture::dense ? 12 + penalty : 3;
+  const double fall = std::min(unit_length + gained, std::max(0.0, static_cast<double>(settings.score_reduction)) + 3);
+  return std::min(static_cast<double>(settings.recursion), fall / penalty);
 }
 
 // Paths of the look-ahead that a start position costs at one unit length.
-double cost_of_a_position(const search_settings& settings, int unit_length) {
+double cost_of_a_position(const search_settings& settings, int unit_length, texture repeats) {
   if (settings.mode == "exact") return 3;
-  const double edits = edits_of_a_path(settings, unit_length);
+  const double edits = edits_of_a_path(settings, unit_length, repeats);
   const double points = 2 + 2 * static_cast<double>(unit_length) / -std::max(settings.mismatch, settings.indel);
   const double both_ways = 2 * points * std::pow(2.7, edits) + 3;
   return settings.mode == "imperfect" ? both_ways : 3 + both_ways / 5;
@@ -28,13 +29,13 @@ double cost_of_a_position(const search_settings& settings, int unit_length) {
 
 }  // namespace
 
-std::size_t affordable_symbols(const search_settings& settings, double cost) {
+std::size_t affordable_symbols(const search_settings& settings, texture repeats, double cost) {
   std::size_t symbols = 1;
   double of_a_position = 0;  // at all unit lengths that the symbols have room for
   for (; symbols < most_symbols; ++symbols) {
     const int length = static_cast<int>(symbols);
     if (length >= settings.min_unit && length <= settings.max_unit) {
-      of_a_position += cost_of_a_position(settings, length);
+      of_a_position += cost_of_a_position(settings, length, repeats);
     }
     if (of_a_position * static_cast<double>(symbols) > cost) break;
   }
@@ -43,7 +44,7 @@ std::size_t affordable_symbols(const search_settings& settings, double cost) {
 
 std::size_t sufficient_symbols(const search_settings& settings) {
   const int longest = std::max(settings.min_unit, std::min(settings.max_unit, 1000));
-  return std::min(most_symbols, static_cast<std::size_t>(longest) * 3 + 20);
+  return static_cast<std::size_t>(longest) * 3 + 20;
 }
 
 }  // namespace differential

@@ -101,7 +101,7 @@ class CSettingsMaker {
   void choose_long_units() {
     const int kind = random.between(1, 100);
     settings.max_unit = random.between(30, 130);
-    if (kind <= 25) settings.max_unit = random.one_of({31, 32, 33, 49, 50, 51, 52, 63, 64, 65, 127, 128, 129});
+    if (kind <= 25) settings.max_unit = random.one_of({31, 32, 33, 49, 50, 51, 51, 51, 63, 64, 65, 128, 129});
     if (kind > 75) settings.max_unit = random.between(130, 400);
     if (kind > 95) settings.max_unit = random.one_of({255, 256, 257, 511, 512, 513, 1000});
     if (kind > 98) settings.max_unit = random.one_of({9999, 10000, 10001, 20000});
@@ -118,7 +118,8 @@ class CSettingsMaker {
           random.percent(12) ? random.one_of({8, 9, 12, 20, 50, 100, 254, 255, 256, 257, 300}) : random.between(1, 7);
     }
     const std::size_t needed = long_units ? sufficient_symbols(settings) : 60;
-    while (settings.recursion > 1 && affordable_symbols(settings, ordinary_cost) < needed) --settings.recursion;
+    while (settings.recursion > 1 && affordable_symbols(settings, texture::dense, ordinary_cost) < needed)
+      --settings.recursion;
     if (settings.recursion != 5 || random.percent(20)) give(random.one_of({"-r", "--recursion"}), settings.recursion);
   }
 

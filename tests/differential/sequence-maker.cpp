@@ -12,7 +12,7 @@ class CSequenceMaker {
   CSequenceMaker(CRandom& source, const search_settings& searched, std::size_t symbols)
       : random(source), settings(searched), wanted(symbols) {}
 
-  std::string make() {
+  std::string make_dense() {
     alphabet = random.one_of<std::string_view>({"AC", "AC", "AT", "ACGT", "ACGT", "ACGT", "AAATTTCG", "AAAAAC", "CG"});
     const bool begins_plain = random.percent(60);
     if (begins_plain) append_plain();
@@ -20,6 +20,17 @@ class CSequenceMaker {
     if (sequence.size() > wanted + 20) sequence.resize(wanted);
     if (random.percent(40)) sprinkle_N_runs();
     if (random.percent(20)) nest_a_repeat();
+    return std::move(sequence);
+  }
+
+  std::string make_sparse() {
+    alphabet = random.one_of<std::string_view>({"ACGT", "ACGT", "ACGT", "AAATTTCG", "AAAAATTTTTCG", "AAAAATG", "AC"});
+    const std::size_t longest_gap = random.one_of<std::size_t>({60, 300, 1500});
+    while (sequence.size() < wanted) {
+      sequence += plain(random.below(longest_gap));
+      append_piece();
+    }
+    sequence.resize(wanted);
     return std::move(sequence);
   }
 
@@ -73,7 +84,8 @@ class CSequenceMaker {
     const int high = std::min(settings.max_unit, std::max(low, static_cast<int>(wanted)));
     const int kind = random.between(1, 100);
     if (kind <= 10) return static_cast<std::size_t>(random.between(1, high + 3));
-    if (kind <= 50) return static_cast<std::size_t>(low + random.mostly_small(std::max(high - low, 0)));
+    if (kind <= 25) return static_cast<std::size_t>(high);
+    if (kind <= 60) return static_cast<std::size_t>(low + random.mostly_small(std::max(high - low, 0)));
     return static_cast<std::size_t>(random.between(low, std::max(low, high)));
   }
 
@@ -171,7 +183,11 @@ class CSequenceMaker {
 }  // namespace
 
 std::string make_sequence(CRandom& random, const search_settings& settings, std::size_t symbols) {
-  return CSequenceMaker(random, settings, symbols).make();
+  return CSequenceMaker(random, settings, symbols).make_dense();
+}
+
+std::string make_sparse_sequence(CRandom& random, const search_settings& settings, std::size_t symbols) {
+  return CSequenceMaker(random, settings, symbols).make_sparse();
 }
 
 }  // namespace differential
