@@ -22,6 +22,21 @@ constexpr int diagonals = 2 * CBatchBound::band + 1;
 using tag = hn::CappedTag<std::uint8_t, lanes>;
 using vector = hn::Vec<tag>;
 
+// x mod L for 0 <= x < 2 L + all diagonals, since every cell asks for a unit cursor.
+class CWrapTable {
+ public:
+  explicit CWrapTable(int L) {
+    for (int x = 0, wrapped = 0; x < 2 * L + diagonals; ++x) {
+      table[static_cast<std::size_t>(x)] = static_cast<std::uint8_t>(wrapped);
+      wrapped = wrapped + 1 == L ? 0 : wrapped + 1;
+    }
+  }
+  int operator[](int x) const { return table[static_cast<std::size_t>(x)]; }
+
+ private:
+  std::array<std::uint8_t, 2 * CBatchBound::longest_unit + diagonals> table;
+};
+
 // One direction of the bound, for the Lanes(d) candidates of a vector.
 class CAlignment {
  public:
@@ -29,101 +44,106 @@ class CAlignment {
       : mismatch(hn::Set(d, clamped(bound.mismatch_penalty))),
         indel(hn::Set(d, clamped(bound.indel_penalty))),
         below_target(hn::Set(d, static_cast<std::uint8_t>(bound.T + bound.b))),
+        L(static_cast<int>(bound.L)),
+        wrap(L),
         Ns_match(does_Ns_match) {}
 
   // Follows all paths from the score `best` on the main diagonal. symbols(row) is the vector of sequence symbols of a
-  // row and unit(row, diagonal) that of the unit symbols they must equal. Raises `best` to the highest score met;
-  // returns a vector that is not 0 in the lanes that are undecided.
-  template <typename Symbols, typename Unit>
-  vector follow(vector& best, const Symbols& symbols, const Unit& unit) {
+  // row and units(u) that of the symbols u unit symbols behind the first to be compared. Raises `best` to the highest
+  // score met; returns a vector that is not 0 in the lanes that are undecided.
+  template <typename Symbols, typename Units>
+  vector follow(vector& best, const Symbols& symbols, const Units& units) {
     const auto zero = hn::Zero(d);
-    for (auto& score : now) hn::Store(zero, d, score.data());
-    hn::Store(hn::IfThenElseZero(hn::Eq(reached(best), zero), best), d, now[CBatchBound::band].data());
     auto undecided = zero;
-    for (int row = 0; row < CBatchBound::rows; ++row) {
-      if (!take_row(row, best, undecided, symbols, unit)) return undecided;
+    lowest = highest = CBatchBound::band;
+    hn::Store(hn::IfThenElseZero(hn::Eq(reached(best), zero), best), d, at(now, lowest));
+    int first_u = wrap[L - 1 - (CBatchBound::band - 1) % L];  // the cursor of the lowest diagonal
+    for (int row = 0; row < CBatchBound::rows && lowest <= highest; ++row) {
+      take_row(symbols(row), first_u, best, undecided, units);
+      drop_decided(hn::Or(undecided, reached(best)));
+      first_u = wrap[first_u + 1];
     }
-    auto alive = zero;
-    for (const auto& score : now) alive = hn::Or(alive, hn::Load(d, score.data()));
-    return hn::Or(undecided, alive);
+    for (int k = lowest; k <= highest; ++k) undecided = hn::Or(undecided, hn::Load(d, at(now, k)));
+    return undecided;
   }
 
   // Not 0 in the lanes whose score is the target or more.
   vector reached(vector score) const { return hn::SaturatedSub(score, below_target); }
 
  private:
-  using scores = std::array<std::uint8_t, lanes>;
+  using scores = std::array<std::uint8_t, lanes * diagonals>;
 
   const tag d;
   vector mismatch;
   vector indel;
   vector below_target;
+  int L;
+  CWrapTable wrap;
   bool Ns_match;
-  alignas(64) std::array<scores, diagonals> now;
-  alignas(64) std::array<scores, diagonals> next;
+  int lowest = 0;  // the diagonals with a path, as indices; none when lowest > highest
+  int highest = 0;
+  alignas(64) scores now;
 
+  static std::uint8_t* at(scores& row, int k) { return row.data() + static_cast<std::size_t>(k) * lanes; }
   static std::uint8_t clamped(int penalty) { return static_cast<std::uint8_t>(std::min(penalty, 255)); }
 
-  // Returns false when no path is left. Deletions stay in the row, so diagonals are taken in ascending order.
-  template <typename Symbols, typename Unit>
-  bool take_row(int row, vector& best, vector& undecided, const Symbols& symbols, const Unit& unit) {
+  // Deletions stay in the row, so diagonals are taken in ascending order; an insertion leads one down in the next row,
+  // to where this row has been read already.
+  template <typename Units>
+  void take_row(vector symbol, int first_u, vector& best, vector& undecided, const Units& units) {
     const auto zero = hn::Zero(d);
     const auto one = hn::Set(d, 1);
-    const auto symbol = symbols(row);
     const auto is_N = hn::Eq(symbol, hn::Set(d, static_cast<std::uint8_t>('N')));
-    for (auto& score : next) hn::Store(zero, d, score.data());
-    auto alive = zero;
     auto deleted = zero;
-    for (int k = 0; k < diagonals; ++k) {
-      const auto score = hn::Max(hn::Load(d, now[at(k)].data()), deleted);
-      deleted = zero;
-      if (hn::AllTrue(d, hn::Eq(score, zero))) continue;
-      auto matches = hn::Eq(symbol, unit(row, k - CBatchBound::band));
+    auto below = zero;  // what stays on the diagonal below
+    int k = lowest;
+    for (; k <= highest || (k < diagonals && !hn::AllTrue(d, hn::Eq(deleted, zero))); ++k) {
+      const auto score = k <= highest ? hn::Max(hn::Load(d, at(now, k)), deleted) : deleted;
+      auto matches = hn::Eq(symbol, units(wrap[first_u + k]));
       if (Ns_match) matches = hn::Or(matches, is_N);
       const auto raised = hn::Add(score, hn::Min(score, one));
       best = hn::Max(best, hn::IfThenElseZero(matches, raised));
-      const auto on = hn::IfThenElse(matches, raised, hn::SaturatedSub(score, mismatch));
       const auto off = hn::IfThenZeroElse(matches, hn::SaturatedSub(score, indel));
-      hn::Store(hn::Max(hn::Load(d, next[at(k)].data()), on), d, next[at(k)].data());
-      if (k > 0) hn::Store(hn::Max(hn::Load(d, next[at(k - 1)].data()), off), d, next[at(k - 1)].data());
-      deleted = off;
-      alive = hn::Or(alive, hn::Or(on, off));
+      if (k > 0) hn::Store(hn::Max(below, off), d, at(now, k - 1));
       if (k == 0 || k == diagonals - 1) undecided = hn::Or(undecided, off);
+      below = hn::IfThenElse(matches, raised, hn::SaturatedSub(score, mismatch));
+      deleted = off;
     }
-    now = next;
-    drop_decided(best, undecided);
-    return !hn::AllTrue(d, hn::Eq(alive, zero));
+    hn::Store(below, d, at(now, k - 1));
+    highest = k - 1;
+    lowest = std::max(lowest - 1, 0);
+    while (lowest <= highest && is_dead(lowest)) ++lowest;
+    while (lowest <= highest && is_dead(highest)) --highest;
   }
+
+  bool is_dead(int k) { return hn::AllTrue(d, hn::Eq(hn::Load(d, at(now, k)), hn::Zero(d))); }
 
   // Lanes that are kept anyway need no more rows.
-  void drop_decided(vector best, vector undecided) {
-    const auto open = hn::Eq(hn::Or(undecided, reached(best)), hn::Zero(d));
+  void drop_decided(vector decided) {
+    const auto open = hn::Eq(decided, hn::Zero(d));
     if (hn::AllTrue(d, open)) return;
-    for (auto& score : now) hn::Store(hn::IfThenElseZero(open, hn::Load(d, score.data())), d, score.data());
+    for (int k = lowest; k <= highest; ++k) {
+      hn::Store(hn::IfThenElseZero(open, hn::Load(d, at(now, k))), d, at(now, k));
+    }
   }
-
-  static std::size_t at(int k) { return static_cast<std::size_t>(k); }
 };
 
-// columns[reach + i][c] is the symbol at distance i from candidate c.
-std::uint64_t bound_columns(const alignment_bound& bound, const std::uint8_t* columns, bool Ns_match) {
+// The symbol at distance i from candidate c is at columns[i * stride + c].
+std::uint64_t bound_columns(const alignment_bound& bound, const std::uint8_t* columns, std::ptrdiff_t stride,
+                            bool Ns_match) {
   const tag d;
   const int L = static_cast<int>(bound.L);
   CAlignment alignment(bound, Ns_match);
   std::uint64_t kept = 0;
   for (std::size_t first = 0; first < lanes; first += hn::Lanes(d)) {
-    const auto column = [&](int offset) {
-      return hn::LoadU(d, columns + static_cast<std::size_t>(offset + static_cast<int>(CBatchBound::reach)) * lanes + first);
-    };
-    // Cursors are kept reduced by table, since each row asks for each diagonal's.
-    const auto unit_index = [L](int row, int diagonal) { return (row + diagonal + CBatchBound::band * L) % L; };
+    const auto column = [&](int offset) { return hn::LoadU(d, columns + offset * stride + first); };
     auto best = hn::Set(d, static_cast<std::uint8_t>(bound.b + 1));
     auto keep = alignment.follow(
         best, [&](int row) { return column(L + row); },
-        [&](int row, int diagonal) { return column(unit_index(row, diagonal)); });
+        [&](int u) { return column(u); });
     keep = hn::Or(keep, alignment.follow(
                             best, [&](int row) { return column(-1 - row); },
-                            [&](int row, int diagonal) { return column(L - 1 - unit_index(row, diagonal)); }));
+                            [&](int u) { return column(L - 1 - u); }));
     keep = hn::Or(keep, alignment.reached(best));
     std::uint64_t bits = 0;
     std::array<std::uint8_t, 8> bytes{};
@@ -144,6 +164,11 @@ HWY_EXPORT(bound_columns);
 }
 
 namespace {
+
+static_assert(CBatchBound::most_candidates == 64, "a batch is one word of bits");
+
+// The lowest `count` bits, 1 to 64.
+std::uint64_t first_bits(std::size_t count) { return ~std::uint64_t{0} >> (64 - count); }
 
 constexpr std::size_t window = 2 * CBatchBound::reach + CBatchBound::longest_unit;
 
@@ -176,7 +201,18 @@ std::uint64_t CBatchBound::may_reach(const alignment_bound& bound, const char* c
       }
     }
   }
-  const std::uint64_t kept = HWY_DYNAMIC_DISPATCH(quarvo_batch_bound::bound_columns)(bound, columns.data(), Ns_match);
-  return count == most_candidates ? kept : kept & ((std::uint64_t{1} << count) - 1);
+  const std::uint64_t kept = HWY_DYNAMIC_DISPATCH(quarvo_batch_bound::bound_columns)(
+      bound, columns.data() + reach * most_candidates, most_candidates, Ns_match);
+  return kept & first_bits(count);
+}
+
+void CBatchBound::may_reach_all(const alignment_bound& bound, const char* sequence, std::size_t length, bool Ns_match,
+                                std::uint64_t* kept) {
+  const auto* const symbols = reinterpret_cast<const std::uint8_t*>(sequence);
+  for (std::size_t p = 0; p < length; p += most_candidates) {
+    const std::uint64_t bits =
+        HWY_DYNAMIC_DISPATCH(quarvo_batch_bound::bound_columns)(bound, symbols + p, 1, Ns_match);
+    kept[p / 64] |= bits & first_bits(std::min(most_candidates, length - p));
+  }
 }
 #endif

@@ -20,6 +20,8 @@ const alignment_program& program_for(const alignment_bound& bound) {
   return it->second;
 }
 
+constexpr std::size_t longest_short_record = 384;
+
 // Penalties beyond what any score can reach behave alike.
 int penalty_of(int score) { return -std::max(score, -1000000); }
 
@@ -31,28 +33,44 @@ CCandidateFilter::CCandidateFilter(const char* its_sequence, std::size_t its_len
 const std::vector<std::uint64_t>& CCandidateFilter::candidates(unsigned L, int min_score) {
   bound = {L, penalty_of(global_mismatch_score), penalty_of(global_indel_score),
            static_cast<int>(L) + global_prefer_longer_repeat - 1, min_score};
-  const alignment_program& program = program_for(bound);
-  if (program.is_empty()) {
-    keep_all();
-    return kept;
-  }
-  if (planes.length() == 0 || planes.margin() < static_cast<std::size_t>(program.reach)) {
-    planes.build(sequence, length, std::max<std::size_t>(128, static_cast<std::size_t>(program.reach)));
-  }
   kept.assign((length + 63) / 64, 0);
-  run_alignment_program(program, planes, Ns_are_neutral(), kept.data());
+  if (is_short()) {
+    test_short_record();
+  } else if (const alignment_program& program = program_for(bound); !program.is_empty()) {
+    test_long_record(program);
+  } else {
+    keep_all();
+  }
   return kept;
 }
 
+// Bit planes pay when all of their lanes are in use; a short record is tested exactly at once.
+bool CCandidateFilter::is_short() const { return length <= longest_short_record && CBatchBound::applies(bound); }
+
+void CCandidateFilter::test_short_record() {
+  constexpr std::size_t room = CBatchBound::reach + CBatchBound::longest_unit + CBatchBound::most_candidates;
+  if (padded.empty()) {
+    padded.resize(length + 2 * room);
+    std::copy_n(sequence, length, padded.data() + room);
+  }
+  CBatchBound::may_reach_all(bound, padded.data() + room, length, Ns_are_neutral(), kept.data());
+}
+
+void CCandidateFilter::test_long_record(const alignment_program& program) {
+  const auto reach = static_cast<std::size_t>(program.reach);
+  if (planes.length() == 0 || planes.margin() < reach) planes.build(sequence, length, reach);
+  run_alignment_program(program, planes, Ns_are_neutral(), kept.data());
+}
+
 void CCandidateFilter::keep_all() {
-  kept.assign((length + 63) / 64, ~std::uint64_t{0});
+  std::fill(kept.begin(), kept.end(), ~std::uint64_t{0});
   if (length % 64 != 0) kept.back() >>= 64 - length % 64;
 }
 
 std::uint64_t CCandidateFilter::still_candidates(const char* const* positions, std::size_t count) const {
   if (count == 0) return 0;
   const std::uint64_t all = ~std::uint64_t{0} >> (CBatchBound::most_candidates - count);
-  if (!CBatchBound::applies(bound)) return all;
+  if (is_short() || !CBatchBound::applies(bound)) return all;
   // Candidates near an end of the record pass untested.
   std::size_t first = 0;
   std::size_t last = count;

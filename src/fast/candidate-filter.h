@@ -39,6 +39,11 @@ class CCandidateFilter {
   CBitPlanes planes;
   std::vector<std::uint64_t> kept;
 
+  std::vector<char> padded;  // a short record with room on both sides
+
+  bool is_short() const;
+  void test_short_record();
+  void test_long_record(const alignment_program& program);
   void keep_all();
 };
 
