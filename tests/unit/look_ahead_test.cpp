@@ -10,11 +10,10 @@
 #include "support/default-parameters.h"
 #include "support/plain-look-ahead.h"
 #include "support/random-dna.h"
+#include "support/random-parameters.h"
 #include "support/test-record.h"
 
 namespace {
-
-constexpr int unlimited = unlimited_scorereduction;
 
 class LookAhead : public ParameterTest {
  protected:
@@ -152,17 +151,6 @@ struct trial {
   int best;
 };
 
-void set_random_parameters(CRandomDna& random, int depth) {
-  const std::vector<int> reductions{0, 1, 2, 4, 5, 6, 8, 11, 20, unlimited, unlimited, unlimited};
-  global_maximum_recursion_depth = depth;
-  global_maximum_scorereduction = random.one_of(reductions);
-  global_mismatch_score = random.number(-6, -2);
-  global_indel_score = random.number(-6, -2);
-  global_prefer_longer_repeat = random.number(0, 1);
-  global_Ns_allowed_in_a_row = random.number(0, 3);
-  global_treat_Ns_as_missense = random.number(0, 4) == 0;
-}
-
 trial random_trial(CRandomDna& random, int depth) {
   const std::vector<std::string> alphabets{"AC", "ACN", "ACGT", "ACGTN", "AAAAC"};
   const std::string alphabet = random.one_of(alphabets);
@@ -179,17 +167,14 @@ trial random_trial(CRandomDna& random, int depth) {
 
 std::ostream& operator<<(std::ostream& out, const trial& t) {
   return out << t.symbols << " from " << t.s << ", unit " << t.unit << " from " << t.u << ", score " << t.score
-             << ", depth " << t.depth << " of " << global_maximum_recursion_depth << ", best " << t.best
-             << ", reduction " << global_maximum_scorereduction << ", penalties " << global_mismatch_score << ' '
-             << global_indel_score << ", P " << global_prefer_longer_repeat << ", N's " << global_Ns_allowed_in_a_row
-             << (global_treat_Ns_as_missense ? " missense" : "");
+             << ", at depth " << t.depth << ", best " << t.best << ", " << extension_parameters();
 }
 
 TEST_P(LookAheadProperty, HasTheValueOfThePlainRecursionInBothDirections) {
   const int depth = GetParam();
   CRandomDna random(100U + static_cast<unsigned>(depth));
-  for (int round = 0; round < 4000; ++round) {
-    set_random_parameters(random, depth);
+  for (int round = 0; round < 20000; ++round) {
+    set_random_extension_parameters(random, depth);
     const trial t = random_trial(random, depth);
     const CTestRecord record(t.symbols);
     const int L = static_cast<int>(t.unit.size());
