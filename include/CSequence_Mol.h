@@ -1,11 +1,13 @@
 #ifndef QUARVO_CSEQUENCE_MOL_H
 #define QUARVO_CSEQUENCE_MOL_H
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstring>
 
 #include "CFile.h"
+#include "fast/symbol-copy.h"
 #include "faststring.h"
 
 // What a byte of a sequence line means: a symbol to store, or one of these.
@@ -109,10 +111,8 @@ class CSequence_Mol {
 
   // Takes what the buffer holds of the header up to the first byte that could be a line end.
   void append_plain_header_bytes(CFile& file) {
-    const char* from = file.buffer_pos;
-    const char* stop = from;
-    while (stop != file.buffer_end && *stop != '\n' && *stop != '\r') ++stop;
-    const auto count = static_cast<unsigned>(stop - from);
+    const char* const from = file.buffer_pos;
+    const auto count = static_cast<unsigned>(find_line_end(from, file.buffer_end) - from);
     full_name.reserve_behind(count);
     if (count != 0) std::memcpy(full_name.buffer + full_name.length, from, count);
     full_name.length += count;
@@ -169,14 +169,30 @@ class CSequence_Mol {
     symbols.push_back(meaning == CSymbolTable::replaced ? replacement_symbol : meaning);
   }
 
-  // Stores the stretch of plain A, C, G, T, U, N bytes and the like that begins at the read position, as far as the
-  // buffer holds it. Everything that needs a decision is left to the byte by byte path.
+  // Stores what the buffer holds of plain symbols from the read position on, as far as there is room for them, over
+  // line ends that need no decision. All else is left to the byte by byte path.
   void store_symbols_in_buffer(CFile& file) {
-    const char* from = file.buffer_pos;
-    const char* const stop = file.buffer_end;
-    symbols.reserve_behind(static_cast<unsigned>(stop - from));
+    symbols.reserve_behind(1);
+    const auto count = std::min<std::ptrdiff_t>(file.buffer_end - file.buffer_pos, symbols.capacity - symbols.length);
+    const char* const stop = file.buffer_pos + count;
+    if (replacement_symbol == 'N') store_plain_lines(file, stop);
+    store_symbols_one_by_one(file, stop);
+  }
+
+  void store_plain_lines(CFile& file, const char* stop) {
+    const auto count = static_cast<std::size_t>(stop - file.buffer_pos);
+    const copied_lines copied = copy_symbol_lines(file.buffer_pos, count, symbols.buffer + symbols.length);
+    symbols.length += static_cast<unsigned>(copied.stored);
+    file.buffer_pos += copied.consumed;
+    file.line += static_cast<unsigned>(copied.line_ends);
+  }
+
+  // At most so many that plain symbols behind them are not kept from the faster path.
+  void store_symbols_one_by_one(CFile& file, const char* stop) {
     char* to = symbols.buffer + symbols.length;
-    for (; from != stop; ++from) {
+    const char* from = file.buffer_pos;
+    const char* const pause = from + std::min<std::ptrdiff_t>(stop - from, 64);
+    for (; from != pause; ++from) {
       const char meaning = symbol_table[*from];
       if (meaning <= CSymbolTable::bad && meaning != CSymbolTable::replaced) break;
       *to++ = meaning == CSymbolTable::replaced ? replacement_symbol : meaning;
