@@ -111,8 +111,8 @@ class CSearchController {
   void unit_len_1_complete_imperfect_search(CCandidateFilter& filter, CAnchorSeq& mask, CsatContainer& found);
   void one_unit_len_complete_imperfect_search(unsigned L, CCandidateFilter& filter, CAnchorSeq& mask,
                                               CsatContainer& found);
-  template <typename Look>
-  void for_each_candidate(const std::vector<std::uint64_t>& candidates, unsigned L, Look look_at);
+  bool is_candidate(const char* p, unsigned L) const;
+  void try_candidates(unsigned L, CCandidateFilter& filter, CAnchorSeq& mask, CsatContainer& found);
 
   void print_opening_lines(std::FILE* out);
   void print_closing_line(std::FILE* out);

@@ -60,10 +60,17 @@ class CCandidateBatch {
   CCandidateBatch(const CCandidateFilter& its_filter, Take take_candidate)
       : filter(its_filter), take(take_candidate) {}
 
-  void add(const char* p, bool may_be_anchored) {
+  // Adds a candidate that the mask admits now.
+  void add(const char* p) {
+    tested[tested_count++] = p;
+    add_refused(p);
+    if (tested_count == tested.size()) finish();
+  }
+
+  // Adds a candidate that the mask refuses now.
+  void add_refused(const char* p) {
     candidates[count++] = p;
-    if (may_be_anchored) tested[tested_count++] = p;
-    if (count == candidates.size() || tested_count == tested.size()) finish();
+    if (count == candidates.size()) finish();
   }
 
   // To be called behind the last candidate.
