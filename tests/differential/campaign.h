@@ -22,6 +22,7 @@ struct campaign_settings {
   std::filesystem::path scratch;  // directory for the runs
   std::filesystem::path found;    // directory for the cases that differ
   int jobs = 2;
+  std::uint64_t step = 1;    // from one index to the next
   int seconds = 0;           // begin no case after this time; 0: no limit
   int reference_limit = 10;  // seconds
   int most_differences = 3;  // stop after as many
@@ -34,7 +35,7 @@ class CCampaign {
  public:
   explicit CCampaign(campaign_settings campaign) : settings(std::move(campaign)) {}
 
-  // Runs the cases with the indices first, first + 1, ... and prints a line with the counts.
+  // Runs the cases with the indices first, first + step, ... and prints a line with the counts.
   void run(const std::string& name, const case_source& source, std::uint64_t first);
 
   // No difference was found, and the reference was fast enough for the comparison to mean something.

@@ -22,7 +22,8 @@ constexpr const char* usage =
     "MODE is exhaustive, random, sweep, layout, blocks or excerpts. Options:\n"
     "  --seed S      the series of random cases (default 1)\n"
     "  --first I     begin with case I of the series (default 0)\n"
-    "  --cases N     run N cases of each mode (default: exhaustive all, the others 1000)\n"
+    "  --step K      run only every K-th case (default 1)\n"
+    "  --cases N     run the first N of these (default: exhaustive all, the others 1000)\n"
     "  --seconds T   begin no case of a mode after T seconds; the number of cases is then unlimited unless given\n"
     "  --jobs J      run J cases at once (default 2)\n"
     "  --limit T     kill the reference after T seconds and count the case as too slow (default 10)\n"
@@ -30,7 +31,8 @@ constexpr const char* usage =
     "  --differences D  stop after D differences (default 3)\n"
     "  --data DIR    FASTA files for excerpts (default: the environment variable QUARVO_DATA)\n"
     "\n"
-    "Exit status: 0 no difference, 1 differences or too many cases too slow, 2 wrong command line.\n";
+    "Exit status: 0 no difference, 1 differences or too many cases too slow, 2 wrong command line, 77 nothing to\n"
+    "compare (excerpts without a directory).\n";
 
 struct command {
   std::map<std::string, std::string> options;
@@ -81,6 +83,7 @@ campaign_settings settings_of(const command& parsed, const std::filesystem::path
   settings.found = std::filesystem::absolute(parsed.text("--found", (scratch / "found").string()));
   std::filesystem::create_directories(settings.found);
   settings.jobs = parsed.number("--jobs", 2);
+  settings.step = parsed.number<std::uint64_t>("--step", 1);
   settings.seconds = parsed.number("--seconds", 0);
   settings.reference_limit = parsed.number("--limit", 10);
   settings.most_differences = parsed.number("--differences", 3);
@@ -91,7 +94,8 @@ campaign_settings settings_of(const command& parsed, const std::filesystem::path
 case_source bounded(case_source source, const command& parsed, const std::string& mode, std::uint64_t first) {
   const bool all = mode == "exhaustive" || parsed.options.contains("--seconds");
   if (all && !parsed.options.contains("--cases")) return source;
-  const std::uint64_t end = first + parsed.number<std::uint64_t>("--cases", 1000);
+  const std::uint64_t end =
+      first + parsed.number<std::uint64_t>("--cases", 1000) * parsed.number<std::uint64_t>("--step", 1);
   return [source = std::move(source), end](std::uint64_t index) { return index < end ? source(index) : std::nullopt; };
 }
 
@@ -111,7 +115,12 @@ case_source source_of(const std::string& mode, const command& parsed) {
   throw std::invalid_argument("unknown mode " + mode);
 }
 
-bool run_modes(const command& parsed, const std::filesystem::path& scratch) {
+constexpr int no_difference = 0;
+constexpr int differences_found = 1;
+constexpr int wrong_command_line = 2;
+constexpr int nothing_compared = 77;
+
+int run_modes(const command& parsed, const std::filesystem::path& scratch) {
   CCampaign campaign(settings_of(parsed, scratch));
   const std::uint64_t first = parsed.number<std::uint64_t>("--first", 0);
   bool compared = false;
@@ -123,7 +132,8 @@ bool run_modes(const command& parsed, const std::filesystem::path& scratch) {
     campaign.run(mode, bounded(source_of(mode, parsed), parsed, mode, first), first);
     compared = true;
   }
-  return !compared || campaign.succeeded();
+  if (!compared) return nothing_compared;
+  return campaign.succeeded() ? no_difference : differences_found;
 }
 
 }  // namespace
@@ -132,14 +142,14 @@ int main(int argc, char** argv) {
   try {
     const command parsed = parse(argc, argv);
     const std::filesystem::path scratch = differential::make_directory(std::filesystem::temp_directory_path());
-    const bool success = run_modes(parsed, scratch);
-    if (success) std::filesystem::remove_all(scratch);
-    return success ? EXIT_SUCCESS : 1;
+    const int status = run_modes(parsed, scratch);
+    if (status != differences_found) std::filesystem::remove_all(scratch);
+    return status;
   } catch (const std::invalid_argument& wrong) {
     std::fprintf(stderr, "%s\n\n%s", wrong.what(), usage);
-    return 2;
+    return wrong_command_line;
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "%s\n", failure.what());
-    return 1;
+    return differences_found;
   }
 }
