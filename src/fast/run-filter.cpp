@@ -14,37 +14,46 @@ namespace quarvo_run_filter {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-// Bits are stored as bytes and read as words.
+// Mask bits are stored as bytes and read as words.
 static_assert(std::endian::native == std::endian::little);
 
 constexpr std::uint8_t N = 'N';
 
-// Sets bit i of `words` where a[i] and b[i] are equal (or one is an N, if N's match), for `count` words of 64 symbols.
-// Overwrites up to one word behind them.
 template <bool Ns_match>
-void match_bits(const std::uint8_t* a, const std::uint8_t* b, std::size_t count, std::uint64_t* words) {
+std::uint64_t match_bits_of_64(const std::uint8_t* a, const std::uint8_t* b) {
   const hn::CappedTag<std::uint8_t, 64> d;
   const auto Ns = hn::Set(d, N);
-  auto* bytes = reinterpret_cast<std::uint8_t*>(words);
-  for (std::size_t i = 0; i < 64 * count; i += hn::Lanes(d)) {
+  std::uint64_t word = 0;
+  for (std::size_t i = 0; i < 64; i += hn::Lanes(d)) {
     const auto va = hn::LoadU(d, a + i);
     const auto vb = hn::LoadU(d, b + i);
     auto match = hn::Eq(va, vb);
     if (Ns_match) match = hn::Or(match, hn::Or(hn::Eq(va, Ns), hn::Eq(vb, Ns)));
-    hn::StoreMaskBits(d, match, bytes + i / 8);
+    std::uint8_t bytes[8];
+    const std::size_t count = hn::StoreMaskBits(d, match, bytes);
+    std::uint64_t part = 0;
+    std::memcpy(&part, bytes, count);
+    word |= part << i;
   }
+  return word;
+}
+
+// Sets bit i of `words` where a[i] and b[i] are equal (or one is an N, if N's match), for `count` words of 64 symbols.
+template <bool Ns_match>
+void match_bits(const std::uint8_t* a, const std::uint8_t* b, std::size_t count, std::uint64_t* words) {
+  for (std::size_t i = 0; i < count; ++i) words[i] = match_bits_of_64<Ns_match>(a + 64 * i, b + 64 * i);
 }
 
 // The last word of a sequence: `count` < 64 symbols in a, the same number in b, bits behind them 0.
 template <bool Ns_match>
-void match_last_bits(const std::uint8_t* a, const std::uint8_t* b, std::size_t count, std::uint64_t* word) {
+std::uint64_t match_last_bits(const std::uint8_t* a, const std::uint8_t* b, std::size_t count) {
   std::uint8_t padded_a[64];
   std::uint8_t padded_b[64];
   std::memset(padded_a, 1, sizeof padded_a);
   std::memset(padded_b, 2, sizeof padded_b);
   std::memcpy(padded_a, a, count);
   std::memcpy(padded_b, b, count);
-  match_bits<Ns_match>(padded_a, padded_b, 1, word);
+  return match_bits_of_64<Ns_match>(padded_a, padded_b);
 }
 
 template <bool Ns_match>
@@ -52,7 +61,7 @@ void all_match_bits(const std::uint8_t* a, const std::uint8_t* b, std::size_t po
   const std::size_t whole = positions / 64;
   match_bits<Ns_match>(a, b, whole, words);
   if (positions % 64 != 0) {
-    match_last_bits<Ns_match>(a + 64 * whole, b + 64 * whole, positions % 64, words + whole);
+    words[whole] = match_last_bits<Ns_match>(a + 64 * whole, b + 64 * whole, positions % 64);
   }
 }
 

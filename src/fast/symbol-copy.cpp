@@ -29,6 +29,27 @@ namespace quarvo_symbol_copy {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
+#if HWY_TARGET == HWY_SCALAR
+
+// A byte at a time, as there are no tables of 16 entries here.
+copied_lines copy_lines(const std::uint8_t* from, std::size_t count, std::uint8_t* to) {
+  copied_lines done{0, 0, 0};
+  for (; done.consumed < count; ++done.consumed) {
+    const std::uint8_t byte = from[done.consumed];
+    const std::size_t behind = done.consumed + 1;
+    if (is_plain(byte)) {
+      to[done.stored++] = stored_as[byte & low_bits];
+    } else if (byte == '\n' && behind < count && is_plain(from[behind])) {
+      ++done.line_ends;
+    } else {
+      break;
+    }
+  }
+  return done;
+}
+
+#else
+
 copied_lines copy_lines(const std::uint8_t* from, std::size_t count, std::uint8_t* to) {
   const hn::CappedTag<std::uint8_t, 64> d;
   const auto plain_table = hn::LoadDup128(d, plain);
@@ -51,6 +72,8 @@ copied_lines copy_lines(const std::uint8_t* from, std::size_t count, std::uint8_
   }
   return done;
 }
+
+#endif
 
 std::size_t line_end_distance(const std::uint8_t* bytes, std::size_t count) {
   const hn::CappedTag<std::uint8_t, 64> d;
