@@ -112,6 +112,38 @@ TEST_P(ExtensionProperty, EndsWhereThePlainExtensionEnds) {
   }
 }
 
+// The record must be right only where the repeat is accepted.
+TEST_P(ExtensionProperty, OfACandidateAcceptsWhatThePlainExtensionMakesGoodEnough) {
+  const int depth = GetParam();
+  CRandomDna random(300U + static_cast<unsigned>(depth));
+  int accepted = 0;
+  for (int round = 0; round < 4000; ++round) {
+    set_random_extension_parameters(random, depth);
+    const repeat_case repeat = random_repeat(random);
+    global_min_score = random.number(0, 30);
+    global_min_length = random.number(0, 40);
+    CSearchController::reset_minimum_arrays();
+    CTestRecord record(repeat.symbols);
+    const CSearchController controller(1, record);
+    const char* const unit_begin = record.at(repeat.unit_begin);
+    Csat expected;
+    expected.reset(unit_begin, unit_begin + repeat.unit_length);
+    extend_plainly(expected, record);
+    expected.trim_Ns();
+    const bool is_good = expected.score >= CSearchController::minScores[repeat.unit_length] &&
+                         expected.length() >= CSearchController::minLengths[repeat.unit_length];
+    Csat sat;
+    sat.reset(unit_begin, unit_begin + repeat.unit_length);
+    ASSERT_EQ(controller.extend_imperfect(sat), is_good)
+        << repeat.symbols << ", unit at " << repeat.unit_begin << ", round " << round << ", " << extension_parameters();
+    if (!is_good) continue;
+    ++accepted;
+    ASSERT_EQ(state_of(sat, record), state_of(expected, record))
+        << repeat.symbols << ", unit at " << repeat.unit_begin << ", round " << round << ", " << extension_parameters();
+  }
+  EXPECT_GT(accepted, 400);
+}
+
 INSTANTIATE_TEST_SUITE_P(Depths, ExtensionProperty, ::testing::Range(1, 7),
                          [](const auto& depth) { return "Depth" + std::to_string(depth.param); });
 
