@@ -27,7 +27,7 @@ std::size_t length_of_record(CRandom& random, std::size_t affordable, std::size_
 std::vector<fasta_record> dense_records(CRandom& random, const search_settings& settings) {
   const std::size_t count = number_of_records(random);
   const double cost = (random.percent(5) ? generous_cost : ordinary_cost) / static_cast<double>(count);
-  const std::size_t affordable = std::max<std::size_t>(20, affordable_symbols(settings, texture::dense, cost));
+  const std::size_t affordable = std::clamp<std::size_t>(affordable_symbols(settings, texture::dense, cost), 20, 4000);
   std::vector<fasta_record> records;
   for (std::size_t i = 0; i < count; ++i) {
     const std::string header =
@@ -39,7 +39,8 @@ std::vector<fasta_record> dense_records(CRandom& random, const search_settings& 
 }
 
 std::vector<fasta_record> sparse_record(CRandom& random, const search_settings& settings) {
-  const std::size_t affordable = affordable_symbols(settings, texture::sparse, ordinary_cost);
+  const std::size_t affordable =
+      std::min<std::size_t>(20000, affordable_symbols(settings, texture::sparse, ordinary_cost));
   return {{"s1", make_sparse_sequence(random, settings, 1 + random.below(affordable))}};
 }
 

@@ -18,6 +18,9 @@ case_source random_cases(std::uint64_t seed);
 // One sequence with a change (N's, an edit, a cut, a shift) at every position in turn, each a record of the file.
 case_source sweep_cases(std::uint64_t seed);
 
+// One record of some hundred thousand symbols with repeats across the places where a search could be cut into blocks.
+case_source large_cases(std::uint64_t seed);
+
 // Files in every layout, well formed or not.
 case_source layout_cases(std::uint64_t seed);
 

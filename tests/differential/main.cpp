@@ -19,7 +19,7 @@ using namespace differential;
 constexpr const char* usage =
     "quarvo-differential --program P --reference R [options] MODE...\n"
     "\n"
-    "MODE is exhaustive, random, sweep, layout, blocks or excerpts. Options:\n"
+    "MODE is exhaustive, random, sweep, large, layout, blocks or excerpts. Options:\n"
     "  --seed S      the series of random cases (default 1)\n"
     "  --first I     begin with case I of the series (default 0)\n"
     "  --step K      run only every K-th case (default 1)\n"
@@ -109,6 +109,7 @@ case_source source_of(const std::string& mode, const command& parsed) {
   if (mode == "exhaustive") return exhaustive_cases();
   if (mode == "random") return random_cases(seed);
   if (mode == "sweep") return sweep_cases(seed);
+  if (mode == "large") return large_cases(seed);
   if (mode == "layout") return layout_cases(seed);
   if (mode == "blocks") return block_cases(seed);
   if (mode == "excerpts") return excerpt_cases(seed, data_directory(parsed));

@@ -7,8 +7,6 @@ namespace differential {
 
 namespace {
 
-constexpr std::size_t most_symbols = 20000;
-
 // The number of edits that a path of the look-ahead can hold before the score bound cuts it. Inside a repeat a path
 // begins some points above zero.
 double edits_of_a_path(const search_settings& settings, double unit_length, texture repeats) {
@@ -29,17 +27,16 @@ double cost_of_a_position(const search_settings& settings, int unit_length, text
 
 }  // namespace
 
+// While the symbols have room for more unit lengths, each further symbol raises the cost of all positions.
 std::size_t affordable_symbols(const search_settings& settings, texture repeats, double cost) {
   std::size_t symbols = 1;
-  double of_a_position = 0;  // at all unit lengths that the symbols have room for
-  for (; symbols < most_symbols; ++symbols) {
+  double of_a_position = 1;
+  for (; static_cast<int>(symbols) <= settings.max_unit; ++symbols) {
     const int length = static_cast<int>(symbols);
-    if (length >= settings.min_unit && length <= settings.max_unit) {
-      of_a_position += cost_of_a_position(settings, length, repeats);
-    }
-    if (of_a_position * static_cast<double>(symbols) > cost) break;
+    if (length >= settings.min_unit) of_a_position += cost_of_a_position(settings, length, repeats);
+    if (of_a_position * static_cast<double>(symbols) > cost) return symbols;
   }
-  return symbols;
+  return static_cast<std::size_t>(cost / of_a_position);
 }
 
 std::size_t sufficient_symbols(const search_settings& settings) {
