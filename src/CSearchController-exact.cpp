@@ -177,7 +177,6 @@ struct CSearchController::exact_pass {
   CAnchorSeq mask;
   CSpareSat spare;
   bool is_for_seeds;
-  CSpareSat trial{};
 
   exact_pass(const CSequence_Mol& sequence, bool for_seeds) : mask(sequence), is_for_seeds(for_seeds) {}
 };
@@ -203,7 +202,7 @@ void CSearchController::run_exact_pass(exact_pass& pass) {
 }
 
 bool CSearchController::is_wanted(const Csat& sat, exact_pass& pass) const {
-  return !pass.is_for_seeds || may_be_accepted(sat, pass.trial);
+  return !pass.is_for_seeds || may_be_accepted(sat);
 }
 
 void CSearchController::exact_search_of_unit_length_1(exact_pass& pass) {

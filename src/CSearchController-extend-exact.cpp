@@ -1,43 +1,66 @@
 // Extend-exact mode: short perfect seeds, grown to imperfect repeats.
 
+#include <algorithm>
+
 #include "CSearchController.h"
+#include "fast/look-ahead.h"
+#include "fast/path-bound.h"
+#include "fast/unit-text.h"
 #include "global-types-and-parameters.h"
 
 namespace {
 
-// The user's thresholds in force while this lives.
-class CUserThresholds {
+// The seed extended last. The starts inside a seed that is not covered give it again and again, each time with another
+// rotation of its unit, and follow each other in the sorted list. An extension depends on the unit only as a cycle, so
+// all of them end as the first did.
+class CLastSeed {
  public:
-  CUserThresholds() {
-    CSearchController::minScores = CSearchController::minScores_user;
-    CSearchController::minLengths = CSearchController::minLengths_user;
+  // Remembers a seed that is about to be extended.
+  void set(const Csat& seed) {
+    left = seed.pos_left;
+    right = seed.pos_right;
+    L = seed.unit_length();
   }
-  CUserThresholds(const CUserThresholds&) = delete;
-  CUserThresholds& operator=(const CUserThresholds&) = delete;
-  ~CUserThresholds() {
-    CSearchController::minScores = scores;
-    CSearchController::minLengths = lengths;
+
+  bool is_like(const Csat& seed) const {
+    return seed.pos_left == left && seed.pos_right == right && seed.unit_length() == L;
+  }
+
+  // Gives a seed like it what the extension made of it. The cursors are the same symbols of the cycle.
+  static void copy_extension(const Csat& extended, Csat& seed) {
+    const std::ptrdiff_t L = seed.unit_length();
+    const std::ptrdiff_t rotation = seed.unit_begin - extended.unit_begin;
+    const auto rotated = [&](const char* cursor) {
+      const std::ptrdiff_t u = (cursor - extended.unit_begin - rotation) % L;
+      return seed.unit_begin + (u < 0 ? u + L : u);
+    };
+    seed.pos_left = extended.pos_left;
+    seed.pos_right = extended.pos_right;
+    seed.fwd_unit_cursor = rotated(extended.fwd_unit_cursor);
+    seed.bwd_unit_cursor = rotated(extended.bwd_unit_cursor);
+    seed.score = extended.score;
+    seed.mismatches = extended.mismatches;
+    seed.insertions = extended.insertions;
+    seed.deletions = extended.deletions;
+    seed.number_of_Ns = extended.number_of_Ns;
+    for (const auto& entry : extended.missense_entries()) seed.add_missense(entry.position, entry.symbol);
   }
 
  private:
-  int* scores = CSearchController::minScores;
-  int* lengths = CSearchController::minLengths;
+  const char* left = nullptr;
+  const char* right = nullptr;
+  int L = 0;
 };
 
 }  // namespace
 
-// A trial extension decides. It reads nothing that other seeds change: a seed that fails it would fail as well when all
-// seeds are extended, and leave no trace.
-bool CSearchController::may_be_accepted(const Csat& seed, CSpareSat& trial) const {
-  const CUserThresholds user_thresholds;
-  Csat& sat = trial.take(seed.unit_begin, seed.unit_end);
-  sat.pos_left = seed.pos_left;
-  sat.pos_right = seed.pos_right;
-  sat.fwd_unit_cursor = seed.fwd_unit_cursor;
-  sat.bwd_unit_cursor = seed.bwd_unit_cursor;
-  sat.score = seed.score;
-  sat.number_of_Ns = seed.number_of_Ns;
-  return extend_imperfect(sat);
+// Whether the seed need be stored: false when its extension cannot reach the user's score. An extension reads nothing
+// that other seeds change, so a seed left out would be extended, rejected and leave no trace.
+bool CSearchController::may_be_accepted(const Csat& seed) const {
+  static CUnitText unit;
+  unit.set(seed.unit_begin, seed.unit_end);
+  CPathBound bound(current_look_ahead_rules(), seq_begin(), seq_end());
+  return bound.may_reach(seed, unit, minScores_user[seed.unit_length()]);
 }
 
 void CSearchController::search_exact_and_extend_to_imperfect_repeats() {
@@ -51,10 +74,18 @@ void CSearchController::search_exact_and_extend_to_imperfect_repeats() {
   std::fputs("  Extend exact to imperfect repeats.\n", stderr);
   std::fflush(stderr);
 
+  CLastSeed last;
+  bool is_last_accepted = false;
   while (!result_list.records.empty()) {
     Csat& sat = *result_list.records.front();
-    if (extend_imperfect(sat)) {
-      sat.sort_missense();
+    if (!last.is_like(sat)) {
+      last.set(sat);
+      is_last_accepted = extend_imperfect(sat);
+      if (is_last_accepted) sat.sort_missense();
+    } else if (is_last_accepted) {
+      CLastSeed::copy_extension(*work_list.records.back(), sat);
+    }
+    if (is_last_accepted) {
       work_list.take_last(result_list, result_list.records.begin());
     } else {
       sat_alloc.records.splice(sat_alloc.records.end(), result_list.records, result_list.records.begin());

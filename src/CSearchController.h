@@ -100,10 +100,10 @@ class CSearchController {
   void run_exact_pass(exact_pass& pass);
   void exact_search_of_unit_length_1(exact_pass& pass);
   void exact_search_of_unit_length(unsigned L, exact_pass& pass);
-  // Like exact_search_2, without the repeats whose imperfect extension misses the user's thresholds.
+  // Like exact_search_2, without seeds whose imperfect extension cannot reach the user's score.
   void exact_search_for_seeds();
   bool is_wanted(const Csat& sat, exact_pass& pass) const;
-  bool may_be_accepted(const Csat& seed, CSpareSat& trial) const;
+  bool may_be_accepted(const Csat& seed) const;
 
   // Extends the candidate unit [p, p + L) if it may be anchored; if accepted, covers it in the mask and appends it.
   // Changes nothing otherwise. Returns whether it was accepted.
