@@ -21,7 +21,7 @@ constexpr std::size_t positions_a_poll = 4096;
 
 void CSearchController::complete_imperfect_search(std::FILE* /*out*/) {
   CAnchorSeq mask(sequence);
-  CCandidateFilter filter(seq_begin(), sequence.symbols.length);
+  CCandidateFilter filter(seq_begin(), sequence.symbols.length, minScores);
   unsigned L = global_min_unit_length;
   if (L == 1) {
     unit_len_1_complete_imperfect_search(filter, mask, work_list);
@@ -53,7 +53,7 @@ bool CSearchController::try_candidate(const char* p, unsigned L, CAnchorSeq& mas
 // Tries all candidates that can be accepted, in ascending order.
 void CSearchController::try_candidates(unsigned L, CCandidateFilter& filter, CAnchorSeq& mask, CsatContainer& found) {
   CSpareSat spare;
-  const std::vector<std::uint64_t>& candidates = filter.candidates(L, minScores[L]);
+  const std::vector<std::uint64_t>& candidates = filter.candidates(L);
   CCandidateBatch batch(filter, [&](const char* p) { return try_candidate(p, L, mask, spare, found); });
   for (std::size_t word = 0; word < candidates.size(); ++word) {
     if (word % (positions_a_poll / 64) == 0) report_progress(L);
@@ -81,5 +81,6 @@ void CSearchController::one_unit_len_complete_imperfect_search(unsigned L, CCand
                                                                CsatContainer& found) {
   if (L == 0 || L >= sequence.symbols.length) return;
   report_progress(L);
-  try_candidates(L, filter, mask, found);
+  // A unit of one symbol is a candidate in the pass for unit length 1 alone, which a minimum of 0 does not run.
+  if (L > 1) try_candidates(L, filter, mask, found);
 }

@@ -114,6 +114,9 @@ class CSearchController {
   bool is_candidate(const char* p, unsigned L) const;
   void try_candidates(unsigned L, CCandidateFilter& filter, CAnchorSeq& mask, CsatContainer& found);
 
+  // Leaves the first passing repeat that starts at p in the spare record; its left end stays behind left_stop.
+  bool simple_search_at(const char* p, const char* left_stop, CSpareSat& spare);
+
   void print_opening_lines(std::FILE* out);
   void print_closing_line(std::FILE* out);
 };

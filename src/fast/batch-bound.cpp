@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 #include "direction.h"
 
@@ -10,6 +11,76 @@
 #include <hwy/foreach_target.h>  // must come before highway.h
 
 #include <hwy/highway.h>
+
+#ifndef QUARVO_BATCH_BOUND_COLUMNS
+#define QUARVO_BATCH_BOUND_COLUMNS
+namespace quarvo_batch_bound {
+
+inline constexpr std::size_t batch = CBatchBound::most_candidates;
+
+// Transposes 8 x 8 bytes: byte c of word r goes to byte r of word c.
+inline void transpose_8(std::array<std::uint64_t, 8>& m) {
+  std::uint64_t mask = 0x00000000FFFFFFFF;
+  for (unsigned width = 4; width != 0; width >>= 1, mask ^= mask << (8 * width)) {
+    for (unsigned r = 0; r < 8; r = ((r | width) + 1) & ~width) {
+      const std::uint64_t swapped = ((m[r] >> (8 * width)) ^ m[r | width]) & mask;
+      m[r] ^= swapped << (8 * width);
+      m[r | width] ^= swapped;
+    }
+  }
+}
+
+// The surroundings of the candidates of a batch as columns, one for each distance from the candidate's position, made as
+// far as they are asked for.
+class CScatteredColumns {
+ public:
+  CScatteredColumns(const char* const* its_positions, std::size_t its_count)
+      : positions(its_positions), count(its_count) {}
+
+  // The symbols at this distance, by candidate.
+  const std::uint8_t* column(int offset) {
+    while (offset >= end) fill(end), end += width;
+    while (offset < begin) fill(begin -= width);
+    return at(offset);
+  }
+
+ private:
+  static constexpr int width = 8;
+  static constexpr int side = static_cast<int>(CBatchBound::reach(CBatchBound::longest_unit));
+  static constexpr int columns = 2 * side + static_cast<int>(CBatchBound::longest_unit) + width;
+  static_assert(side % width == 0, "columns are filled eight at a time");
+
+  const char* const* positions;
+  std::size_t count;
+  int begin = 0;
+  int end = 0;
+  alignas(64) std::array<std::uint8_t, columns * batch> bytes;
+
+  std::uint8_t* at(int offset) { return bytes.data() + static_cast<std::size_t>(offset + side) * batch; }
+
+  void fill(int from) {
+    for (std::size_t c = 0; c < batch; c += 8) {
+      std::array<std::uint64_t, 8> block;
+      // Lanes without a candidate repeat the last one, so that they ask for no rows of their own.
+      for (std::size_t i = 0; i < 8; ++i) block[i] = load_word(positions[std::min(c + i, count - 1)] + from);
+      transpose_8(block);
+      for (int i = 0; i < width; ++i) std::memcpy(at(from + i) + c, &block[static_cast<std::size_t>(i)], 8);
+    }
+  }
+};
+
+// The same for consecutive candidates, where the sequence itself holds the columns.
+class CConsecutiveColumns {
+ public:
+  explicit CConsecutiveColumns(const char* first) : symbols(reinterpret_cast<const std::uint8_t*>(first)) {}
+  const std::uint8_t* column(int offset) const { return symbols + offset; }
+
+ private:
+  const std::uint8_t* symbols;
+};
+
+}  // namespace quarvo_batch_bound
+#endif
 
 HWY_BEFORE_NAMESPACE();
 namespace quarvo_batch_bound {
@@ -58,7 +129,7 @@ class CAlignment {
     lowest = highest = CBatchBound::band;
     hn::Store(hn::IfThenElseZero(hn::Eq(reached(best), zero), best), d, at(now, lowest));
     int first_u = wrap[L - 1 - (CBatchBound::band - 1) % L];  // the cursor of the lowest diagonal
-    for (int row = 0; row < CBatchBound::rows && lowest <= highest; ++row) {
+    for (int row = 0; row < CBatchBound::rows(static_cast<unsigned>(L)) && lowest <= highest; ++row) {
       take_row(symbols(row), first_u, best, undecided, units);
       drop_decided(hn::Or(undecided, reached(best)));
       first_u = wrap[first_u + 1];
@@ -128,19 +199,17 @@ class CAlignment {
   }
 };
 
-// The symbol at distance i from candidate c is at columns[i * stride + c].
-std::uint64_t bound_columns(const alignment_bound& bound, const std::uint8_t* columns, std::ptrdiff_t stride,
-                            bool Ns_match) {
+template <typename Columns>
+std::uint64_t bound_batch(const alignment_bound& bound, Columns& columns, bool Ns_match) {
   const tag d;
   const int L = static_cast<int>(bound.L);
   CAlignment alignment(bound, Ns_match);
   std::uint64_t kept = 0;
   for (std::size_t first = 0; first < lanes; first += hn::Lanes(d)) {
-    const auto column = [&](int offset) { return hn::LoadU(d, columns + offset * stride + first); };
+    const auto column = [&](int offset) { return hn::LoadU(d, columns.column(offset) + first); };
     auto best = hn::Set(d, static_cast<std::uint8_t>(bound.b + 1));
     auto keep = alignment.follow(
-        best, [&](int row) { return column(L + row); },
-        [&](int u) { return column(u); });
+        best, [&](int row) { return column(L + row); }, [&](int u) { return column(u); });
     keep = hn::Or(keep, alignment.follow(
                             best, [&](int row) { return column(-1 - row); },
                             [&](int u) { return column(L - 1 - u); }));
@@ -148,10 +217,18 @@ std::uint64_t bound_columns(const alignment_bound& bound, const std::uint8_t* co
     std::uint64_t bits = 0;
     std::array<std::uint8_t, 8> bytes{};
     hn::StoreMaskBits(d, hn::Ne(keep, hn::Zero(d)), bytes.data());
-    std::copy(bytes.begin(), bytes.end(), reinterpret_cast<std::uint8_t*>(&bits));
+    std::memcpy(&bits, bytes.data(), sizeof bits);
     kept |= bits << first;
   }
   return kept;
+}
+
+std::uint64_t bound_scattered(const alignment_bound& bound, CScatteredColumns& columns, bool Ns_match) {
+  return bound_batch(bound, columns, Ns_match);
+}
+
+std::uint64_t bound_consecutive(const alignment_bound& bound, CConsecutiveColumns& columns, bool Ns_match) {
+  return bound_batch(bound, columns, Ns_match);
 }
 
 }  // namespace HWY_NAMESPACE
@@ -160,8 +237,9 @@ HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
 namespace quarvo_batch_bound {
-HWY_EXPORT(bound_columns);
-}
+HWY_EXPORT(bound_scattered);
+HWY_EXPORT(bound_consecutive);
+}  // namespace quarvo_batch_bound
 
 namespace {
 
@@ -170,48 +248,21 @@ static_assert(CBatchBound::most_candidates == 64, "a batch is one word of bits")
 // The lowest `count` bits, 1 to 64.
 std::uint64_t first_bits(std::size_t count) { return ~std::uint64_t{0} >> (64 - count); }
 
-constexpr std::size_t window = 2 * CBatchBound::reach + CBatchBound::longest_unit;
-
-// Transposes 8 x 8 bytes: byte c of word r goes to byte r of word c.
-void transpose_8(std::array<std::uint64_t, 8>& m) {
-  std::uint64_t mask = 0x00000000FFFFFFFF;
-  for (unsigned width = 4; width != 0; width >>= 1, mask ^= mask << (8 * width)) {
-    for (unsigned r = 0; r < 8; r = ((r | width) + 1) & ~width) {
-      const std::uint64_t swapped = ((m[r] >> (8 * width)) ^ m[r | width]) & mask;
-      m[r] ^= swapped << (8 * width);
-      m[r | width] ^= swapped;
-    }
-  }
-}
-
 }  // namespace
 
 std::uint64_t CBatchBound::may_reach(const alignment_bound& bound, const char* const* positions, std::size_t count,
                                      bool Ns_match) {
-  alignas(64) static std::array<std::uint8_t, (window + 8) * most_candidates> columns;
-  const std::size_t used = 2 * reach + bound.L;
-  for (std::size_t c = 0; c < count; c += 8) {
-    for (std::size_t offset = 0; offset < used; offset += 8) {
-      std::array<std::uint64_t, 8> block{};
-      const std::size_t candidates = std::min<std::size_t>(8, count - c);
-      for (std::size_t i = 0; i < candidates; ++i) block[i] = load_word(positions[c + i] - reach + offset);
-      transpose_8(block);
-      for (std::size_t i = 0; i < 8; ++i) {
-        std::copy_n(reinterpret_cast<const std::uint8_t*>(&block[i]), 8, &columns[(offset + i) * most_candidates + c]);
-      }
-    }
-  }
-  const std::uint64_t kept = HWY_DYNAMIC_DISPATCH(quarvo_batch_bound::bound_columns)(
-      bound, columns.data() + reach * most_candidates, most_candidates, Ns_match);
+  quarvo_batch_bound::CScatteredColumns columns(positions, count);
+  const std::uint64_t kept = HWY_DYNAMIC_DISPATCH(quarvo_batch_bound::bound_scattered)(bound, columns, Ns_match);
   return kept & first_bits(count);
 }
 
 void CBatchBound::may_reach_all(const alignment_bound& bound, const char* sequence, std::size_t length, bool Ns_match,
                                 std::uint64_t* kept) {
-  const auto* const symbols = reinterpret_cast<const std::uint8_t*>(sequence);
   for (std::size_t p = 0; p < length; p += most_candidates) {
+    quarvo_batch_bound::CConsecutiveColumns columns(sequence + p);
     const std::uint64_t bits =
-        HWY_DYNAMIC_DISPATCH(quarvo_batch_bound::bound_columns)(bound, symbols + p, 1, Ns_match);
+        HWY_DYNAMIC_DISPATCH(quarvo_batch_bound::bound_consecutive)(bound, columns, Ns_match);
     kept[p / 64] |= bits & first_bits(std::min(most_candidates, length - p));
   }
 }

@@ -10,13 +10,15 @@
 //
 // A lane holds score + b + 1, so that subtraction with saturation at 0 is the death of a path. Rows are sequence symbols,
 // with one vector for each diagonal. Unlike the bit planes, which see all positions, this sees only what they left, so
-// it pays to be exact: nothing is rounded. Lanes that are undecided after `rows` symbols, or leave the band, are kept.
+// it pays to be exact: nothing is rounded. Lanes that are undecided after the last row, or leave the band, are kept.
 class CBatchBound {
  public:
   static constexpr std::size_t most_candidates = 64;
-  static constexpr int rows = 32;  // symbols looked at on each side
-  static constexpr int band = 7;   // diagonals on each side of the main one
-  static constexpr unsigned longest_unit = 64;
+  static constexpr int band = 30;  // diagonals on each side of the main one
+  static constexpr unsigned longest_unit = 120;
+
+  // Symbols looked at on each side: on random sequence hardly a path gets farther without the score.
+  static constexpr int rows(unsigned L) { return 24 + 2 * static_cast<int>(L < 4 ? 4 : L); }
 
   // Premises: a unit that fits, and scores that fit a byte.
   static bool applies(const alignment_bound& bound) {
@@ -24,10 +26,10 @@ class CBatchBound {
   }
 
   // Symbols that are read on each side of the unit. Candidates closer to an end of the record must not be asked for.
-  static constexpr std::size_t reach = rows + 8;
+  static constexpr std::size_t reach(unsigned L) { return static_cast<std::size_t>(rows(L)) + 8; }
 
-  // Sets bit p % 64 of kept[p / 64] for all candidates 0 <= p < length that can reach bound.T. As many symbols as `reach`
-  // must be readable in front of `sequence`, and L + reach + most_candidates behind its end; bytes that are no symbols
+  // Sets bit p % 64 of kept[p / 64] for all candidates 0 <= p < length that can reach bound.T. reach(L)
+  // symbols must be readable in front of `sequence`, and L + reach(L) + most_candidates behind its end; bytes that are no symbols
   // mark the ends.
   static void may_reach_all(const alignment_bound& bound, const char* sequence, std::size_t length, bool Ns_match,
                             std::uint64_t* kept);

@@ -21,21 +21,24 @@ const alignment_program& program_for(const alignment_bound& bound) {
 }
 
 constexpr std::size_t longest_short_record = 384;
+constexpr unsigned shortest_for_potential = 15;
 
 // Penalties beyond what any score can reach behave alike.
 int penalty_of(int score) { return -std::max(score, -1000000); }
 
 }  // namespace
 
-CCandidateFilter::CCandidateFilter(const char* its_sequence, std::size_t its_length)
-    : sequence(its_sequence), length(its_length) {}
+CCandidateFilter::CCandidateFilter(const char* its_sequence, std::size_t its_length, const int* its_min_scores)
+    : sequence(its_sequence), length(its_length), min_scores(its_min_scores) {}
 
-const std::vector<std::uint64_t>& CCandidateFilter::candidates(unsigned L, int min_score) {
+const std::vector<std::uint64_t>& CCandidateFilter::candidates(unsigned L) {
   bound = {L, penalty_of(global_mismatch_score), penalty_of(global_indel_score),
-           static_cast<int>(L) + global_prefer_longer_repeat - 1, min_score};
+           static_cast<int>(L) + global_prefer_longer_repeat - 1, min_scores[L]};
   kept.assign((length + 63) / 64, 0);
   if (is_short()) {
     test_short_record();
+  } else if (is_for_potential(L)) {
+    test_potential(L);
   } else if (const alignment_program& program = program_for(bound); !program.is_empty()) {
     test_long_record(program);
   } else {
@@ -44,11 +47,29 @@ const std::vector<std::uint64_t>& CCandidateFilter::candidates(unsigned L, int m
   return kept;
 }
 
+// The potential costs the same for every unit length and keeps less the longer the unit is, while the bit planes cost
+// more with the square of it.
+bool CCandidateFilter::is_for_potential(unsigned L) const {
+  return L >= shortest_for_potential && (potential.has(L) || CPotentialFilter::applies(potential_settings(L)));
+}
+
+CPotentialFilter::settings CCandidateFilter::potential_settings(unsigned shortest) const {
+  const auto longest = static_cast<unsigned>(std::min<std::size_t>(global_max_unit_length, length));
+  return {penalty_of(global_mismatch_score), penalty_of(global_indel_score), global_prefer_longer_repeat,
+          Ns_are_neutral(), shortest, longest, [this](unsigned L) { return min_scores[L]; }};
+}
+
+void CCandidateFilter::test_potential(unsigned L) {
+  if (!potential.has(L)) potential.run(sequence, length, potential_settings(L));
+  potential.place(L, kept.data());
+}
+
 // Bit planes pay when all of their lanes are in use; a short record is tested exactly at once.
 bool CCandidateFilter::is_short() const { return length <= longest_short_record && CBatchBound::applies(bound); }
 
 void CCandidateFilter::test_short_record() {
-  constexpr std::size_t room = CBatchBound::reach + CBatchBound::longest_unit + CBatchBound::most_candidates;
+  constexpr std::size_t room =
+      CBatchBound::reach(CBatchBound::longest_unit) + CBatchBound::longest_unit + CBatchBound::most_candidates;
   if (padded.empty()) {
     padded.resize(length + 2 * room);
     std::copy_n(sequence, length, padded.data() + room);
@@ -74,9 +95,9 @@ std::uint64_t CCandidateFilter::still_candidates(const char* const* positions, s
   // Candidates near an end of the record pass untested.
   std::size_t first = 0;
   std::size_t last = count;
-  while (first != last && static_cast<std::size_t>(positions[first] - sequence) < CBatchBound::reach) ++first;
+  while (first != last && static_cast<std::size_t>(positions[first] - sequence) < CBatchBound::reach(bound.L)) ++first;
   while (last != first &&
-         static_cast<std::size_t>(sequence + length - positions[last - 1]) < bound.L + CBatchBound::reach + 8) {
+         static_cast<std::size_t>(sequence + length - positions[last - 1]) < bound.L + CBatchBound::reach(bound.L) + 8) {
     --last;
   }
   if (first == last) return all;

@@ -10,6 +10,7 @@
 #include "alignment-program.h"
 #include "batch-bound.h"
 #include "bit-planes.h"
+#include "potential-filter.h"
 
 // Which candidates of imperfect mode are worth extending.
 //
@@ -21,12 +22,13 @@
 // premises and argument.
 class CCandidateFilter {
  public:
-  // For the candidates of the sequence [sequence, sequence + length), which must outlive the filter and not change.
-  CCandidateFilter(const char* sequence, std::size_t length);
+  // For the candidates of the sequence [sequence, sequence + length) under the parameters and the minimum scores by unit
+  // length. All of these must outlive the filter and not change.
+  CCandidateFilter(const char* sequence, std::size_t length, const int* min_scores);
 
   // The candidates of unit length L to look at: bit p % 64 of word p / 64 for position p. Positions at or behind
   // `length` are never set. Valid until the next call.
-  const std::vector<std::uint64_t>& candidates(unsigned L, int min_score);
+  const std::vector<std::uint64_t>& candidates(unsigned L);
 
   // Of the candidates at `positions`, in ascending order, those that a second, tighter test keeps: bit i for
   // positions[i]. Of the unit length that candidates() was called for last.
@@ -35,14 +37,19 @@ class CCandidateFilter {
  private:
   const char* sequence;
   std::size_t length;
+  const int* min_scores;
   alignment_bound bound{};
   CBitPlanes planes;
+  CPotentialFilter potential;
   std::vector<std::uint64_t> kept;
 
   std::vector<char> padded;  // a short record with room on both sides
 
   bool is_short() const;
   void test_short_record();
+  bool is_for_potential(unsigned L) const;
+  CPotentialFilter::settings potential_settings(unsigned shortest) const;
+  void test_potential(unsigned L);
   void test_long_record(const alignment_program& program);
   void keep_all();
 };

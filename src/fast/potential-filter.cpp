@@ -1,0 +1,285 @@
+#include "potential-filter.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "fast/potential-filter.cpp"
+#include <hwy/foreach_target.h>  // must come before highway.h
+
+#include <hwy/highway.h>
+
+#ifndef QUARVO_POTENTIAL_FILTER_COMMON
+#define QUARVO_POTENTIAL_FILTER_COMMON
+namespace quarvo_potential_filter {
+
+// What is kept, within a budget of memory: when there is too much, the longest unit lengths are given up.
+class CKeptPositions {
+ public:
+  CKeptPositions(std::vector<CPotentialFilter::CPositions>& positions, unsigned shortest, std::size_t sequence_length)
+      : kept(positions), first_length(shortest), length(sequence_length) {}
+
+  unsigned shortest() const { return first_length; }
+  // One past the longest unit length that is still recorded.
+  unsigned end() const { return first_length + static_cast<unsigned>(kept.size()); }
+
+  void add(unsigned L, std::size_t p) {
+    bytes += kept[L - first_length].add(p, length);
+    while (bytes > most_bytes() && kept.size() > 1) {
+      bytes -= kept.back().bytes();
+      kept.pop_back();
+    }
+  }
+
+ private:
+  std::vector<CPotentialFilter::CPositions>& kept;
+  unsigned first_length;
+  std::size_t length;
+  std::size_t bytes = 0;
+
+  std::size_t most_bytes() const { return 4 * length + 1000000; }
+};
+
+// What a path gains or loses.
+struct scoring {
+  int match;
+  int mismatch;
+  int insertion;
+  int deletion;
+  bool Ns_match;
+  unsigned largest_distance;
+  int unknown;                  // the value assumed behind the end of a stretch
+  std::vector<int> thresholds;  // by distance
+};
+
+}  // namespace quarvo_potential_filter
+#endif
+
+HWY_BEFORE_NAMESPACE();
+namespace quarvo_potential_filter {
+namespace HWY_NAMESPACE {
+namespace hn = hwy::HWY_NAMESPACE;
+
+// Both directions over a sequence that is cut into one stretch for each lane.
+template <typename Lane>
+class CPotential {
+ public:
+  CPotential(const char* sequence, std::size_t sequence_length, const scoring& its_scoring,
+             CKeptPositions& its_kept)
+      : s(its_scoring), kept(its_kept), length(sequence_length) {
+    stretch = static_cast<std::ptrdiff_t>((length + lanes() - 1) / lanes());
+    // A stretch begins with what is assumed behind its end, and this fades over about as many positions.
+    lead = s.unknown / s.mismatch + 16;
+    margin = static_cast<std::ptrdiff_t>(s.largest_distance) + lead + 1;
+    lay_out(sequence);
+    values.resize((s.largest_distance + 2) * lanes());
+  }
+
+  void run_rightwards() {
+    start();
+    for (std::ptrdiff_t t = stretch + lead - 1; t >= 0; --t) {
+      take_position<-1>(t, [this](std::size_t x, unsigned L) {
+        if (x < length && x >= L) kept.add(L, x - L);
+      });
+    }
+  }
+
+  void run_leftwards() {
+    start();
+    for (std::ptrdiff_t t = -lead; t < stretch; ++t) {
+      take_position<+1>(t, [this](std::size_t x, unsigned L) {
+        if (x + 1 + L < length) kept.add(L, x + 1);
+      });
+    }
+  }
+
+ private:
+  using tag = hn::CappedTag<Lane, 64>;
+  using vector = hn::Vec<tag>;
+
+  const tag d;
+  const scoring& s;
+  CKeptPositions& kept;
+  std::size_t length;
+  std::ptrdiff_t stretch = 0;
+  std::ptrdiff_t lead = 0;
+  std::ptrdiff_t margin = 0;
+  std::vector<Lane> symbols;  // the vector of index t holds the symbols at position t of each stretch
+  std::vector<Lane> values;   // V or W at the position in hand, by distance
+
+  std::size_t lanes() const { return hn::Lanes(d); }
+  const Lane* symbols_at(std::ptrdiff_t t) const {
+    return symbols.data() + static_cast<std::size_t>(t + margin) * lanes();
+  }
+  vector set(int value) const { return hn::Set(d, static_cast<Lane>(std::min<int>(value, hwy::LimitsMax<Lane>()))); }
+
+  // Positions outside the sequence hold 0, which take_position lets equal nothing.
+  void lay_out(const char* sequence) {
+    symbols.resize(static_cast<std::size_t>(stretch + 2 * margin) * lanes());
+    auto to = symbols.begin();
+    for (std::ptrdiff_t t = -margin; t < stretch + margin; ++t) {
+      for (std::size_t lane = 0; lane < lanes(); ++lane, ++to) {
+        const std::ptrdiff_t x = static_cast<std::ptrdiff_t>(lane) * stretch + t;
+        if (x >= 0 && x < static_cast<std::ptrdiff_t>(length)) *to = static_cast<unsigned char>(sequence[x]);
+      }
+    }
+  }
+
+  void start() {
+    std::fill(values.begin(), values.end(), static_cast<Lane>(s.unknown));
+    std::fill(values.end() - static_cast<std::ptrdiff_t>(lanes()), values.end(), Lane{0});
+  }
+
+  // From the values at the position behind (in the direction of the paths) those at position t. The symbol there is
+  // compared with the ones at t + side * distance.
+  template <int side, typename Record>
+  void take_position(std::ptrdiff_t t, Record record) {
+    const bool is_recorded = t >= 0 && t < stretch;
+    const unsigned end = s.largest_distance + 1;
+    const unsigned record_begin = is_recorded ? kept.shortest() : end;
+    const unsigned record_end = is_recorded ? std::min(kept.end(), end) : end;
+    auto symbol = hn::LoadU(d, symbols_at(t));
+    symbol = hn::IfThenElse(hn::Eq(symbol, hn::Zero(d)), set(1), symbol);
+    auto shorter = hn::Zero(d);  // the new value at one distance less
+    shorter = take_distances<side, false>(t, symbol, 1, std::min(record_begin, end), shorter, record);
+    shorter = take_distances<side, true>(t, symbol, record_begin, record_end, shorter, record);
+    take_distances<side, false>(t, symbol, record_end, end, shorter, record);
+  }
+
+  template <int side, bool do_record, typename Record>
+  vector take_distances(std::ptrdiff_t t, vector symbol, unsigned begin, unsigned end, vector shorter,
+                        const Record& record) {
+    if (begin >= end) return shorter;
+    const auto match = set(s.match);
+    const auto mismatch = set(s.mismatch);
+    const auto insertion = set(s.insertion);
+    const auto deletion = set(s.deletion);
+    const auto is_N = hn::Eq(symbol, set('N'));
+    Lane* value = values.data() + begin * lanes();
+    auto here = hn::LoadU(d, value);
+    for (unsigned distance = begin; distance != end; ++distance, value += lanes()) {
+      const auto longer = hn::LoadU(d, value + lanes());
+      auto matches = hn::Eq(symbol, hn::LoadU(d, symbols_at(t + side * static_cast<std::ptrdiff_t>(distance))));
+      if (s.Ns_match) matches = hn::Or(matches, is_N);
+      const auto edited = hn::Max(hn::Max(hn::SaturatedSub(here, mismatch), hn::SaturatedSub(longer, insertion)),
+                                  hn::SaturatedSub(shorter, deletion));
+      shorter = hn::IfThenElse(matches, hn::SaturatedAdd(here, match), edited);
+      hn::StoreU(shorter, d, value);
+      here = longer;
+      if (do_record) note(t, distance, shorter, record);
+    }
+    return shorter;
+  }
+
+  template <typename Record>
+  HWY_INLINE void note(std::ptrdiff_t t, unsigned L, vector value, const Record& record) {
+    const auto excess = hn::SaturatedSub(value, set(s.thresholds[L] - 1));
+    if (hn::AllTrue(d, hn::Eq(excess, hn::Zero(d)))) return;
+    std::array<Lane, 64> lane_values{};
+    hn::StoreU(excess, d, lane_values.data());
+    for (std::size_t lane = 0; lane < lanes() && L < kept.end(); ++lane) {
+      if (lane_values[lane] != 0) record(lane * static_cast<std::size_t>(stretch) + static_cast<std::size_t>(t), L);
+    }
+  }
+};
+
+template <typename Lane>
+void run_both(const char* sequence, std::size_t length, const scoring& s, CKeptPositions& kept) {
+  CPotential<Lane> potential(sequence, length, s, kept);
+  potential.run_rightwards();
+  potential.run_leftwards();
+}
+
+void run_potential(const char* sequence, std::size_t length, const scoring& s, CKeptPositions& kept) {
+  if (s.unknown <= 255) {
+    run_both<std::uint8_t>(sequence, length, s, kept);
+  } else {
+    run_both<std::uint16_t>(sequence, length, s, kept);
+  }
+}
+
+}  // namespace HWY_NAMESPACE
+}  // namespace quarvo_potential_filter
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace quarvo_potential_filter {
+HWY_EXPORT(run_potential);
+}
+
+namespace {
+
+int ceiling(int numerator, int denominator) { return (numerator + denominator - 1) / denominator; }
+
+// Nobody accepts scores that no lane can hold; a lower threshold only keeps more.
+int capped(int min_score) { return std::min(min_score, 20000); }
+
+int lowest_score(const CPotentialFilter::settings& s, unsigned L) { return static_cast<int>(L) + s.prefer_longer - 1; }
+
+// The bonus e is 4/3. All values are in units of 1 / scale.
+constexpr int scale = 3;
+constexpr int e = 4;
+constexpr int match = scale + e;
+
+// The smaller of X (1 + e) / (2 + e) and (1 + e) T / 2.
+int threshold(const CPotentialFilter::settings& s, unsigned L) {
+  const int X = e * static_cast<int>(L) - scale * lowest_score(s, L);
+  return std::min(ceiling(match * X, scale + match), ceiling(match * capped(s.min_score(L)), 2));
+}
+
+}  // namespace
+
+bool CPotentialFilter::applies(const settings& s) {
+  if (s.mismatch_penalty < 5 || s.indel_penalty < 5) return false;
+  for (unsigned L = s.shortest; L <= s.longest; ++L) {
+    if (threshold(s, L) <= 0) return false;
+  }
+  return true;
+}
+
+void CPotentialFilter::run(const char* sequence, std::size_t length, const settings& s) {
+  const int longest = static_cast<int>(s.longest);
+  // Insertions that a first copy can pay for: matches in it, less than b below 0, and a score to start from.
+  const int insertions =
+      (longest + lowest_score(s, s.longest) + threshold(s, s.longest) / match) / s.indel_penalty + 1;
+  quarvo_potential_filter::scoring scoring{match,
+                                           scale * s.mismatch_penalty - e,
+                                           scale * s.indel_penalty,
+                                           scale * s.indel_penalty - e,
+                                           s.Ns_match,
+                                           s.longest + static_cast<unsigned>(insertions),
+                                           e * longest,
+                                           std::vector<int>(s.longest + 1)};
+  for (unsigned L = s.shortest; L <= s.longest; ++L) scoring.thresholds[L] = threshold(s, L);
+  first_length = s.shortest;
+  kept.clear();
+  kept.resize(s.longest - s.shortest + 1);
+  quarvo_potential_filter::CKeptPositions positions(kept, first_length, length);
+  HWY_DYNAMIC_DISPATCH(quarvo_potential_filter::run_potential)(sequence, length, scoring, positions);
+}
+
+std::size_t CPotentialFilter::CPositions::add(std::size_t p, std::size_t length) {
+  if (!bits.empty()) {
+    bits[p / 64] |= std::uint64_t{1} << (p % 64);
+    return 0;
+  }
+  if (list.size() < length / 32) {
+    list.push_back(static_cast<std::uint32_t>(p));
+    return sizeof(std::uint32_t);
+  }
+  const std::size_t before = bytes();
+  bits.resize(length / 64 + 1);
+  for (const std::uint32_t listed : list) bits[listed / 64] |= std::uint64_t{1} << (listed % 64);
+  bits[p / 64] |= std::uint64_t{1} << (p % 64);
+  std::vector<std::uint32_t>().swap(list);
+  return bytes() > before ? bytes() - before : 0;
+}
+
+void CPotentialFilter::CPositions::place(std::uint64_t* to) const {
+  for (const std::uint32_t p : list) to[p / 64] |= std::uint64_t{1} << (p % 64);
+  for (std::size_t word = 0; word < bits.size(); ++word) {
+    if (bits[word] != 0) to[word] |= bits[word];
+  }
+}
+#endif
