@@ -6,6 +6,7 @@
 
 #include "CSequence_Mol.h"
 #include "Csat.h"
+#include "fast/huge-pages.h"
 
 // The anchor mask over one sequence: "a" where a position may anchor a new repeat unit, a blank where it lies inside an
 // accepted repeat. One guard byte on each side is always "a", so positions -1 and `length` read as free.
@@ -26,6 +27,7 @@ class CAnchorSeq {
         buffer(new char[static_cast<std::size_t>(length) + 3]),
         mask_begin(buffer.get() + 1),
         mask_end(mask_begin + length) {
+    prefer_huge_pages(buffer.get(), static_cast<std::size_t>(length) + 3);
     free_all();
     mask_end[1] = '\0';
   }

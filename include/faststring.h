@@ -6,6 +6,8 @@
 #include <limits>
 #include <new>
 
+#include "fast/huge-pages.h"
+
 // A growable byte string without bookkeeping beyond its three fields.
 //
 // Users index `buffer` directly and keep pointers into it, so whoever holds such pointers must not grow the string.
@@ -66,6 +68,7 @@ class faststring {
     if (grown == nullptr) throw std::bad_alloc();
     buffer = static_cast<char*>(grown);
     capacity = wanted;
+    prefer_huge_pages(buffer, capacity);
   }
 
   void double_capacity() {

@@ -12,8 +12,8 @@ constexpr std::size_t least_bytes = std::size_t{4} << 20;
 
 }  // namespace
 
-// Rounded outwards to whole pages: large allocations are mappings of their own and stay one, so that they can still grow
-// without being copied.
+// Rounded outwards to whole pages: large allocations are mappings of their own and stay one, so that they can still
+// grow without being copied.
 void prefer_huge_pages(const void* begin, std::size_t bytes) {
 #ifdef MADV_HUGEPAGE
   if (bytes < least_bytes) return;
