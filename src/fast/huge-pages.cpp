@@ -14,7 +14,7 @@ constexpr std::size_t least_bytes = std::size_t{4} << 20;
 
 // Rounded outwards to whole pages: large allocations are mappings of their own and stay one, so that they can still
 // grow without being copied.
-void prefer_huge_pages(const void* begin, std::size_t bytes) {
+void prefer_huge_pages(void* begin, std::size_t bytes) {
 #ifdef MADV_HUGEPAGE
   if (bytes < least_bytes) return;
   const auto page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
