@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <memory>
 
 #include "faststring.h"
 
@@ -22,24 +21,14 @@ class CDnaString : public faststring {
   }
 
   // Makes this string the alphabetically smallest cyclic permutation of source (not this string itself).
-  // Returns true when source equals one of its own rotations, that is, repeats a shorter unit.
-  // Cost: linear for usual units, n comparisons of n bytes at worst.
+  // Returns true when source equals one of its own rotations, that is, repeats a shorter unit. Cost: linear.
   bool setToMinAlphaRepModCyclicPermOf(const CDnaString& source) {
     const unsigned n = source.length;
-    const std::unique_ptr<char[]> twice(new char[2 * static_cast<std::size_t>(n) + 1]);
-    std::memcpy(twice.get(), source.buffer, n);
-    std::memcpy(twice.get() + n, source.buffer, n);
-    twice[2 * static_cast<std::size_t>(n)] = '\0';
-
     bool periodic = false;
-    const char* best = twice.get();
-    for (unsigned i = 1; i < n; ++i) {
-      const char* const rotation = twice.get() + i;
-      const int order = std::memcmp(rotation, best, n);
-      if (order < 0) best = rotation;
-      if (order == 0) periodic = true;
-    }
-    assign(best, best + n);
+    const unsigned first = start_of_smallest_rotation(source, periodic);
+    reserve(n);
+    std::rotate_copy(source.buffer, source.buffer + first, source.buffer + n, buffer);
+    length = n;
     return periodic;
   }
 
@@ -49,6 +38,33 @@ class CDnaString : public faststring {
     std::transform(source.buffer, source.buffer + source.length, buffer, complement);
     std::reverse(buffer, buffer + source.length);
     length = source.length;
+  }
+
+ private:
+  // Compares the rotations that begin at two candidates, i and j. Where they differ first, behind k equal symbols, the
+  // greater one is ruled out together with the k rotations behind it, since each of them is greater than its partner.
+  // Smallest rotations are never ruled out, so if there are several, two of them meet and are equal throughout.
+  static unsigned start_of_smallest_rotation(const CDnaString& source, bool& periodic) {
+    const std::size_t n = source.length;
+    const auto symbol = [&source, n](std::size_t at) {
+      return static_cast<unsigned char>(source.buffer[at < n ? at : at - n]);
+    };
+    std::size_t i = 0;
+    std::size_t j = 1;
+    std::size_t k = 0;
+    while (i < n && j < n && k < n) {
+      const unsigned char a = symbol(i + k);
+      const unsigned char b = symbol(j + k);
+      if (a == b) {
+        ++k;
+        continue;
+      }
+      (a > b ? i : j) += k + 1;
+      if (i == j) ++j;
+      k = 0;
+    }
+    periodic = n > 1 && k == n;
+    return static_cast<unsigned>(std::min(i, j));
   }
 };
 

@@ -7,8 +7,8 @@
 
 // The lists that own repeat records, and the pool that records come from.
 //
-// A record is in exactly one place: a list, the pool, or with a search as its spare. Once allocated it is recycled, last
-// in first out, until the process ends. Out of memory is std::bad_alloc.
+// A record is in exactly one place: a list, the pool, or with a search as its spare. Once allocated it is recycled,
+// last in first out, until the process ends. Out of memory is std::bad_alloc.
 
 // A list that deletes the records it still holds.
 class CBasicSatContainer {
@@ -43,8 +43,9 @@ class Csat_garbagecollector : public CBasicSatContainer {
   void give_back(Csat* sat) { records.push_back(sat); }
 };
 
-// The one pool of the process.
-extern Csat_garbagecollector sat_alloc;
+// The one pool of the process. It is left to the system at the end: to free its records one by one would take as long
+// as to find them.
+extern Csat_garbagecollector& sat_alloc;
 
 // A list that hands its records back to their pool, in order.
 class CsatContainer : public CBasicSatContainer {
@@ -84,9 +85,7 @@ class CSpareSat {
   CSpareSat() = default;
   CSpareSat(const CSpareSat&) = delete;
   CSpareSat& operator=(const CSpareSat&) = delete;
-  ~CSpareSat() {
-    holder.records.remove(nullptr);
-  }
+  ~CSpareSat() { holder.records.remove(nullptr); }
 
  private:
   CsatContainer holder{sat_alloc};

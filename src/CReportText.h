@@ -27,6 +27,11 @@ class CReportText {
     return *this;
   }
 
+  // As "%*s".
+  CReportText& text_right_aligned(const char* s, unsigned width) {
+    return right_aligned(s, static_cast<unsigned>(std::strlen(s)), width);
+  }
+
   // As "%*d".
   CReportText& number(int value, unsigned width = 0) {
     char digits[16];
@@ -49,6 +54,12 @@ class CReportText {
 
   CReportText& repeated(char c, std::size_t times) {
     bytes.append(times, c);
+    return *this;
+  }
+
+  // Starts again with no text, in the same memory.
+  CReportText& clear() {
+    bytes.clear();
     return *this;
   }
 

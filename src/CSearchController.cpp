@@ -9,7 +9,7 @@
 #include "global-types-and-parameters.h"
 #include "quarvo-messages.h"
 
-Csat_garbagecollector sat_alloc;
+Csat_garbagecollector& sat_alloc = *new Csat_garbagecollector;
 
 int* CSearchController::minScores = nullptr;
 int* CSearchController::minLengths = nullptr;

@@ -25,42 +25,49 @@ bool is_periodic_as_is(const faststring& unit) {
   return false;
 }
 
-// The unit and the smaller of the smallest rotations of it and of its reverse complement.
-bool set_to_normal_form_with_complement(CDnaString& result, const CDnaString& unit) {
+// Texts that a report needs, kept from repeat to repeat for their memory.
+struct report_workspace {
+  CDnaString unit;
   CDnaString reversed;
   CDnaString smallest_of_unit;
-  reversed.set_to_reverse_complement_of(unit);
-  const bool periodic = result.setToMinAlphaRepModCyclicPermOf(reversed);
-  smallest_of_unit.setToMinAlphaRepModCyclicPermOf(unit);
-  if (std::strcmp(result.c_str(), smallest_of_unit.c_str()) > 0) {
-    result.assign(smallest_of_unit.buffer, smallest_of_unit.buffer + smallest_of_unit.length);
-  }
+  CDnaString reported_unit;
+  CReportText text;
+};
+
+// The unit and the smaller of the smallest rotations of it and of its reverse complement.
+bool set_to_normal_form_with_complement(report_workspace& work) {
+  CDnaString& result = work.reported_unit;
+  CDnaString& other = work.smallest_of_unit;
+  work.reversed.set_to_reverse_complement_of(work.unit);
+  const bool periodic = result.setToMinAlphaRepModCyclicPermOf(work.reversed);
+  other.setToMinAlphaRepModCyclicPermOf(work.unit);
+  if (std::strcmp(result.c_str(), other.c_str()) > 0) result.assign(other.buffer, other.buffer + other.length);
   return periodic;
 }
 
 // Brings the unit into the form in which units are reported. Returns true when it repeats a shorter unit.
-bool set_to_reported_unit(CDnaString& result, const Csat& sat) {
-  CDnaString unit;
-  unit.assign(sat.unit_begin, sat.unit_end);
+bool set_to_reported_unit(report_workspace& work, const Csat& sat) {
+  work.unit.assign(sat.unit_begin, sat.unit_end);
   switch (global_report_unit_mode) {
     case unit_as_is:
-      result.assign(sat.unit_begin, sat.unit_end);
-      return is_periodic_as_is(unit);
+      work.reported_unit.assign(sat.unit_begin, sat.unit_end);
+      return is_periodic_as_is(work.unit);
     case unit_normal_form:
-      return result.setToMinAlphaRepModCyclicPermOf(unit);
+      return work.reported_unit.setToMinAlphaRepModCyclicPermOf(work.unit);
     default:
-      return set_to_normal_form_with_complement(result, unit);
+      return set_to_normal_form_with_complement(work);
   }
 }
 
 // One repeat with everything that its report derives from it.
 class CSatReport {
  public:
-  CSatReport(const Csat& repeat, CSequence_Mol& record, float its_perfection, CDnaString& reported_unit)
+  CSatReport(const Csat& repeat, CSequence_Mol& record, float its_perfection, report_workspace& work)
       : sat(repeat),
         seq(record),
         perfection(its_perfection),
-        unit(reported_unit.c_str()),
+        unit(work.reported_unit.c_str()),
+        its_text(work.text),
         start(static_cast<int>(sat.pos_left - seq.symbols.buffer) + 1),
         end(static_cast<int>(sat.pos_right - seq.symbols.buffer)) {
     const auto flanking = static_cast<std::ptrdiff_t>(global_flanking);
@@ -99,18 +106,17 @@ class CSatReport {
   CSequence_Mol& seq;
   float perfection;  // percent
   const char* unit;
+  CReportText& its_text;
   int start;  // 1-based, inclusive
   int end;    // 1-based, inclusive
   const char* left_flank;
   const char* right_flank_end;
 
-  float repeat_number() const {
-    return static_cast<float>(sat.length()) / static_cast<float>(sat.unit_length());
-  }
+  float repeat_number() const { return static_cast<float>(sat.length()) / static_cast<float>(sat.unit_length()); }
 
   void write_quarvo_format(std::FILE* out, bool extended) {
-    sat.print_repeat_name(out);
-    CReportText line;
+    CReportText& line = its_text.clear();
+    append_repeat_name(line);
     line.symbol(' ').number(start, 9).text(" : ").number(end, 9).text(" | ").number(sat.span(), 6).text(" bp | ");
     line.number(sat.length(), 6).text(" BP | ").number(sat.score, 6).text(" pt | ");
     line.fixed(perfection, 3, 7).text(" % | ");
@@ -119,6 +125,16 @@ class CSatReport {
     if (extended) append_missense(line);
     append_sequence_block(line);
     line.write_to(out);
+  }
+
+  // As print_repeat_name does.
+  void append_repeat_name(CReportText& line) const {
+    const int L = sat.unit_length();
+    if (L < 7) {
+      line.text_right_aligned(sat.get_repeat_name(), 16);
+    } else {
+      line.number(L, 5).text("-nucleotide");
+    }
   }
 
   void append_edit_counts(CReportText& line) const {
@@ -137,7 +153,7 @@ class CSatReport {
   }
 
   void write_gff(std::FILE* out) {
-    CReportText line;
+    CReportText& line = its_text.clear();
     line.text(seq.short_name.c_str()).text("\tQuarvo\ttandem-repeat\t").number(start).symbol('\t').number(end);
     line.symbol('\t').fixed(perfection, 2).text("\t.\t.\tName=\"repeat_region ").number(start).symbol('-').number(end);
     line.text(" unit_size ").number(sat.unit_length()).text(" repeat_number ").fixed(repeat_number(), 3);
@@ -147,7 +163,7 @@ class CSatReport {
   }
 
   void write_one_per_line(std::FILE* out) {
-    CReportText line;
+    CReportText& line = its_text.clear();
     line.text(seq.short_name.c_str()).symbol('\t').number(sat.unit_length()).symbol('\t').fixed(perfection, 3);
     line.symbol('\t').number(start).symbol('\t').number(end).symbol('\t').number(sat.span());
     line.symbol('\t').fixed(repeat_number(), 3, 7).symbol('\t').number(sat.score).symbol('\t').number(sat.mismatches);
@@ -165,7 +181,7 @@ class CSatReport {
   }
 
   void write_fasta(std::FILE* out) {
-    CReportText lines;
+    CReportText& lines = its_text.clear();
     lines.symbol('>').text(seq.short_name.c_str()).symbol(' ');
     lines.number(static_cast<int>(sat.pos_left - left_flank) + 1).symbol(' ').number(sat.span()).symbol(' ');
     lines.number(sat.unit_length()).symbol(' ').number(start).symbol(' ').number(end).symbol(' ');
@@ -175,13 +191,13 @@ class CSatReport {
   }
 
   void write_compact(std::FILE* out) {
-    CReportText line;
+    CReportText& line = its_text.clear();
     line.text(sat.get_repeat_name()).symbol(' ').number(start).text(" : ").number(end);
     line.text(" -- length ").number(sat.length()).text(" score ").number(sat.score).text(" perfection ");
     line.number(static_cast<int>(static_cast<double>(perfection) + 0.5)).text(" unit ").text(unit).symbol('\n');
     line.write_to(out);
     std::fflush(out);
-    CReportText block;
+    CReportText& block = its_text.clear();
     append_sequence_block(block);
     block.write_to(out);
   }
@@ -281,7 +297,7 @@ void CSatReport::append_alignment(CReportText& block) const {
 void Csat::report_sat(std::FILE* out, CSequence_Mol& seq) const {
   const float its_perfection = perfection();
   if (!is_reported_perfection(its_perfection)) return;
-  CDnaString reported_unit;
-  if (set_to_reported_unit(reported_unit, *this)) return;
-  CSatReport(*this, seq, its_perfection, reported_unit).write(out);
+  static report_workspace work;
+  if (set_to_reported_unit(work, *this)) return;
+  CSatReport(*this, seq, its_perfection, work).write(out);
 }
