@@ -26,9 +26,9 @@ std::optional<difference> crash_of(const run_outcome& program) {
 
 std::string reproduction(const test_case& tested, const std::filesystem::path& program) {
   std::string text = "cd \"$(mktemp -d)\"\n";
-  if (tested.fasta.size() <= longest_printed_input) {
-    text += "printf '" + printable(tested.fasta) + "' > " + input_name + "\n";
-  }
+  const std::string printing = printing_command(tested.fasta);
+  if (printing.size() <= longest_printed_input)
+    text.append("{ ").append(printing).append("; } > ").append(input_name).append("\n");
   return text + command_line(program.string(), tested) + "\n";
 }
 

@@ -1,5 +1,6 @@
 #include "printable-text.h"
 
+#include <algorithm>
 #include <cctype>
 
 namespace differential {
@@ -32,6 +33,22 @@ std::string printable(std::string_view bytes) {
     }
   }
   return text;
+}
+
+std::string printing_command(std::string_view bytes) {
+  constexpr std::size_t long_run = 100;
+  std::string words = "printf '";
+  while (!bytes.empty()) {
+    const std::size_t run = std::min(bytes.find_first_not_of(bytes[0]), bytes.size());
+    if (run < long_run) {
+      words += printable(bytes.substr(0, run));
+    } else {
+      words.append("'; printf '").append(printable(bytes.substr(0, 1))).append("%.0s' $(seq ");
+      words.append(std::to_string(run)).append("); printf '");
+    }
+    bytes.remove_prefix(run);
+  }
+  return words + "'";
 }
 
 std::string shell_word(const std::string& word) {

@@ -12,6 +12,9 @@ namespace differential {
 // becomes \n. The shell's printf turns the text back into the bytes ('%' is escaped for it, too).
 std::string printable(std::string_view bytes);
 
+// The words of a shell command that writes the bytes to standard output. Long runs of one symbol are written as such.
+std::string printing_command(std::string_view bytes);
+
 // The word as it stands if the shell takes it so, else in single quotes.
 std::string shell_word(const std::string& word);
 

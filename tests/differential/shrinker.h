@@ -1,4 +1,5 @@
-// Makes a failing case smaller: fewer options, fewer records, fewer bytes, smaller numbers.
+// Makes a failing case smaller: fewer options, fewer records, fewer bytes, smaller numbers; in what must stay large,
+// one symbol over and over.
 //
 // Delta debugging (Zeller and Hildebrandt 2002) over options, records and bytes in turn, until nothing more can go or
 // the allowance of runs or of time is used up. It knows nothing of what makes a case fail.
@@ -31,6 +32,8 @@ class CShrinker {
   bool accept_if_failing(const test_case& candidate);
   bool drop_options();
   bool drop_parts(std::vector<std::string> parts);
+  bool blank_symbols();
+  bool join_lines();
   bool reduce_numbers();
 };
 

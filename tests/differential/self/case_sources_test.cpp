@@ -72,6 +72,12 @@ TEST(printable, makes_text_that_printf_turns_back) {
   EXPECT_EQ(printable(std::string_view(">a\n\r\0%\\'z\xff", 10)), ">a\\n\\015\\000\\045\\134\\047z\\377");
 }
 
+TEST(printing_command, writes_long_runs_as_such) {
+  EXPECT_EQ(printing_command(">a\nAAC"), "printf '>a\\nAAC'");
+  EXPECT_EQ(printing_command(">\n" + std::string(500, 'N') + "A"),
+            "printf '>\\n'; printf 'N%.0s' $(seq 500); printf 'A'");
+}
+
 TEST(command_line, quotes_what_the_shell_would_change) {
   test_case tested;
   tested.options = {{"-s", "4"}, {"it's", ""}};

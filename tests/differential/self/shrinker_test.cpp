@@ -31,6 +31,18 @@ TEST(shrinker, keeps_needed_options_and_brings_their_numbers_nearer_to_zero) {
   EXPECT_EQ(small.options, (std::vector<option_words>{{"-s", "7"}, {"-m", "-2"}}));
 }
 
+TEST(shrinker, blanks_what_must_stay_in_its_place_and_joins_the_lines) {
+  test_case failing;
+  failing.fasta = ">x\n" + std::string(2000, 'A') + "\n" + std::string(2997, 'C') + "GTC\n";
+  const auto has_GTC_there = [](const test_case& tested) {
+    std::string text = tested.fasta;
+    std::erase(text, '\n');
+    return text.find("GTC") == 4999;
+  };
+  const test_case small = CShrinker(has_GTC_there, plenty, plenty).shrink(failing);
+  EXPECT_EQ(small.fasta, ">x\n" + std::string(4997, 'N') + "GTC");
+}
+
 TEST(shrinker, stops_when_its_runs_are_used_up) {
   test_case failing;
   failing.fasta = std::string(1000, 'A');
