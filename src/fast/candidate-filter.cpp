@@ -21,7 +21,7 @@ const alignment_program& program_for(const alignment_bound& bound) {
 }
 
 constexpr std::size_t longest_short_record = 384;
-constexpr unsigned shortest_for_potential = 15;
+constexpr unsigned shortest_for_potential = 21;
 
 // Penalties beyond what any score can reach behave alike.
 int penalty_of(int score) { return -std::max(score, -1000000); }
@@ -54,7 +54,8 @@ bool CCandidateFilter::is_for_potential(unsigned L) const {
 }
 
 CPotentialFilter::settings CCandidateFilter::potential_settings(unsigned shortest) const {
-  const auto longest = static_cast<unsigned>(std::min<std::size_t>(global_max_unit_length, length));
+  const unsigned alike = shortest + shortest / 3;
+  const auto longest = static_cast<unsigned>(std::min<std::size_t>({alike, global_max_unit_length, length}));
   return {penalty_of(global_mismatch_score), penalty_of(global_indel_score), global_prefer_longer_repeat,
           Ns_are_neutral(), shortest, longest, [this](unsigned L) { return min_scores[L]; }};
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cstring>
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "fast/potential-filter.cpp"
@@ -14,31 +15,39 @@
 #define QUARVO_POTENTIAL_FILTER_COMMON
 namespace quarvo_potential_filter {
 
-// What is kept, within a budget of memory: when there is too much, the longest unit lengths are given up.
-class CKeptPositions {
+// What is found, within a budget of memory: when there is too much, the longest unit lengths are given up.
+class CFindings {
  public:
-  CKeptPositions(std::vector<CPotentialFilter::CPositions>& positions, unsigned shortest, std::size_t sequence_length)
-      : kept(positions), first_length(shortest), length(sequence_length) {}
+  CFindings(std::vector<CPotentialFilter::findings>& its_found, unsigned shortest, std::size_t sequence_length)
+      : found(its_found), first_length(shortest), length(sequence_length) {}
 
   unsigned shortest() const { return first_length; }
   // One past the longest unit length that is still recorded.
-  unsigned end() const { return first_length + static_cast<unsigned>(kept.size()); }
+  unsigned end() const { return first_length + static_cast<unsigned>(found.size()); }
 
-  void add(unsigned L, std::size_t p) {
-    bytes += kept[L - first_length].add(p, length);
-    while (bytes > most_bytes() && kept.size() > 1) {
-      bytes -= kept.back().bytes();
-      kept.pop_back();
+  // Adds the candidate (p, L) to its strong or weak positions.
+  void add(unsigned L, std::size_t p, bool is_strong, CPotentialFilter::CPositions CPotentialFilter::findings::*weak) {
+    CPotentialFilter::findings& of_length = found[L - first_length];
+    bytes += (is_strong ? of_length.strong : of_length.*weak).add(p, length);
+    while (bytes > most_bytes() && found.size() > 1) {
+      bytes -= found.back().bytes();
+      found.pop_back();
     }
   }
 
  private:
-  std::vector<CPotentialFilter::CPositions>& kept;
+  std::vector<CPotentialFilter::findings>& found;
   unsigned first_length;
   std::size_t length;
   std::size_t bytes = 0;
 
   std::size_t most_bytes() const { return 4 * length + 1000000; }
+};
+
+// From which value on a candidate is weak or strong; without a weak class both are the same.
+struct threshold_pair {
+  int weak;
+  int strong;
 };
 
 // What a path gains or loses.
@@ -49,8 +58,9 @@ struct scoring {
   int deletion;
   bool Ns_match;
   unsigned largest_distance;
-  int unknown;                  // the value assumed behind the end of a stretch
-  std::vector<int> thresholds;  // by distance
+  int sufficient;               // no value need be higher; assumed behind the end of a stretch
+  std::vector<threshold_pair> right;  // by distance, as the next
+  std::vector<threshold_pair> left;
 };
 
 }  // namespace quarvo_potential_filter
@@ -66,11 +76,11 @@ template <typename Lane>
 class CPotential {
  public:
   CPotential(const char* sequence, std::size_t sequence_length, const scoring& its_scoring,
-             CKeptPositions& its_kept)
-      : s(its_scoring), kept(its_kept), length(sequence_length) {
+             CFindings& its_found)
+      : s(its_scoring), found(its_found), length(sequence_length) {
     stretch = static_cast<std::ptrdiff_t>((length + lanes() - 1) / lanes());
     // A stretch begins with what is assumed behind its end, and this fades over about as many positions.
-    lead = s.unknown / s.mismatch + 16;
+    lead = s.sufficient / s.mismatch + 16;
     margin = static_cast<std::ptrdiff_t>(s.largest_distance) + lead + 1;
     lay_out(sequence);
     values.resize((s.largest_distance + 2) * lanes());
@@ -79,8 +89,8 @@ class CPotential {
   void run_rightwards() {
     start();
     for (std::ptrdiff_t t = stretch + lead - 1; t >= 0; --t) {
-      take_position<-1>(t, [this](std::size_t x, unsigned L) {
-        if (x < length && x >= L) kept.add(L, x - L);
+      take_position<-1>(t, s.right, [this](std::size_t x, unsigned L, bool is_strong) {
+        if (x < length && x >= L) found.add(L, x - L, is_strong, &CPotentialFilter::findings::weak_to_the_right);
       });
     }
   }
@@ -88,8 +98,8 @@ class CPotential {
   void run_leftwards() {
     start();
     for (std::ptrdiff_t t = -lead; t < stretch; ++t) {
-      take_position<+1>(t, [this](std::size_t x, unsigned L) {
-        if (x + 1 + L < length) kept.add(L, x + 1);
+      take_position<+1>(t, s.left, [this](std::size_t x, unsigned L, bool is_strong) {
+        if (x + 1 + L < length) found.add(L, x + 1, is_strong, &CPotentialFilter::findings::weak_to_the_left);
       });
     }
   }
@@ -100,7 +110,7 @@ class CPotential {
 
   const tag d;
   const scoring& s;
-  CKeptPositions& kept;
+  CFindings& found;
   std::size_t length;
   std::ptrdiff_t stretch = 0;
   std::ptrdiff_t lead = 0;
@@ -127,34 +137,35 @@ class CPotential {
   }
 
   void start() {
-    std::fill(values.begin(), values.end(), static_cast<Lane>(s.unknown));
+    std::fill(values.begin(), values.end(), static_cast<Lane>(s.sufficient));
     std::fill(values.end() - static_cast<std::ptrdiff_t>(lanes()), values.end(), Lane{0});
   }
 
   // From the values at the position behind (in the direction of the paths) those at position t. The symbol there is
   // compared with the ones at t + side * distance.
   template <int side, typename Record>
-  void take_position(std::ptrdiff_t t, Record record) {
+  void take_position(std::ptrdiff_t t, const std::vector<threshold_pair>& thresholds, Record record) {
     const bool is_recorded = t >= 0 && t < stretch;
     const unsigned end = s.largest_distance + 1;
-    const unsigned record_begin = is_recorded ? kept.shortest() : end;
-    const unsigned record_end = is_recorded ? std::min(kept.end(), end) : end;
+    const unsigned record_begin = is_recorded ? found.shortest() : end;
+    const unsigned record_end = is_recorded ? std::min(found.end(), end) : end;
     auto symbol = hn::LoadU(d, symbols_at(t));
     symbol = hn::IfThenElse(hn::Eq(symbol, hn::Zero(d)), set(1), symbol);
     auto shorter = hn::Zero(d);  // the new value at one distance less
-    shorter = take_distances<side, false>(t, symbol, 1, std::min(record_begin, end), shorter, record);
-    shorter = take_distances<side, true>(t, symbol, record_begin, record_end, shorter, record);
-    take_distances<side, false>(t, symbol, record_end, end, shorter, record);
+    shorter = take_distances<side, false>(t, symbol, 1, std::min(record_begin, end), shorter, thresholds, record);
+    shorter = take_distances<side, true>(t, symbol, record_begin, record_end, shorter, thresholds, record);
+    take_distances<side, false>(t, symbol, record_end, end, shorter, thresholds, record);
   }
 
   template <int side, bool do_record, typename Record>
   vector take_distances(std::ptrdiff_t t, vector symbol, unsigned begin, unsigned end, vector shorter,
-                        const Record& record) {
+                        const std::vector<threshold_pair>& thresholds, const Record& record) {
     if (begin >= end) return shorter;
     const auto match = set(s.match);
     const auto mismatch = set(s.mismatch);
     const auto insertion = set(s.insertion);
     const auto deletion = set(s.deletion);
+    const auto most = set(s.sufficient);
     const auto is_N = hn::Eq(symbol, set('N'));
     Lane* value = values.data() + begin * lanes();
     auto here = hn::LoadU(d, value);
@@ -164,38 +175,51 @@ class CPotential {
       if (s.Ns_match) matches = hn::Or(matches, is_N);
       const auto edited = hn::Max(hn::Max(hn::SaturatedSub(here, mismatch), hn::SaturatedSub(longer, insertion)),
                                   hn::SaturatedSub(shorter, deletion));
-      shorter = hn::IfThenElse(matches, hn::SaturatedAdd(here, match), edited);
+      shorter = hn::IfThenElse(matches, hn::Min(hn::SaturatedAdd(here, match), most), edited);
       hn::StoreU(shorter, d, value);
       here = longer;
-      if (do_record) note(t, distance, shorter, record);
+      if (do_record) note(t, distance, shorter, thresholds[distance], record);
     }
     return shorter;
   }
 
   template <typename Record>
-  HWY_INLINE void note(std::ptrdiff_t t, unsigned L, vector value, const Record& record) {
-    const auto excess = hn::SaturatedSub(value, set(s.thresholds[L] - 1));
-    if (hn::AllTrue(d, hn::Eq(excess, hn::Zero(d)))) return;
+  HWY_INLINE void note(std::ptrdiff_t t, unsigned L, vector value, const threshold_pair& threshold,
+                       const Record& record) {
+    const auto excess = hn::SaturatedSub(value, set(threshold.weak - 1));
+    const auto is_weak = hn::Ne(excess, hn::Zero(d));
+    if (hn::AllFalse(d, is_weak)) return;
+    note_lanes(t, L, value, is_weak, threshold.strong, record);
+  }
+
+  template <typename Record>
+  void note_lanes(std::ptrdiff_t t, unsigned L, vector value, hn::Mask<tag> is_weak, int strong,
+                  const Record& record) {
     std::array<Lane, 64> lane_values{};
-    hn::StoreU(excess, d, lane_values.data());
-    for (std::size_t lane = 0; lane < lanes() && L < kept.end(); ++lane) {
-      if (lane_values[lane] != 0) record(lane * static_cast<std::size_t>(stretch) + static_cast<std::size_t>(t), L);
+    std::array<std::uint8_t, 8> bytes{};
+    std::uint64_t left = 0;
+    hn::StoreU(value, d, lane_values.data());
+    hn::StoreMaskBits(d, is_weak, bytes.data());
+    std::memcpy(&left, bytes.data(), sizeof left);
+    for (; left != 0 && L < found.end(); left &= left - 1) {
+      const auto lane = static_cast<std::size_t>(std::countr_zero(left));
+      record(lane * static_cast<std::size_t>(stretch) + static_cast<std::size_t>(t), L, lane_values[lane] >= strong);
     }
   }
 };
 
 template <typename Lane>
-void run_both(const char* sequence, std::size_t length, const scoring& s, CKeptPositions& kept) {
-  CPotential<Lane> potential(sequence, length, s, kept);
+void run_both(const char* sequence, std::size_t length, const scoring& s, CFindings& found) {
+  CPotential<Lane> potential(sequence, length, s, found);
   potential.run_rightwards();
   potential.run_leftwards();
 }
 
-void run_potential(const char* sequence, std::size_t length, const scoring& s, CKeptPositions& kept) {
-  if (s.unknown <= 255) {
-    run_both<std::uint8_t>(sequence, length, s, kept);
+void run_potential(const char* sequence, std::size_t length, const scoring& s, CFindings& found) {
+  if (s.sufficient <= 255) {
+    run_both<std::uint8_t>(sequence, length, s, found);
   } else {
-    run_both<std::uint16_t>(sequence, length, s, kept);
+    run_both<std::uint16_t>(sequence, length, s, found);
   }
 }
 
@@ -222,10 +246,32 @@ constexpr int scale = 3;
 constexpr int e = 4;
 constexpr int match = scale + e;
 
-// The smaller of X (1 + e) / (2 + e) and (1 + e) T / 2.
-int threshold(const CPotentialFilter::settings& s, unsigned L) {
-  const int X = e * static_cast<int>(L) - scale * lowest_score(s, L);
-  return std::min(ceiling(match * X, scale + match), ceiling(match * capped(s.min_score(L)), 2));
+int X_of(const CPotentialFilter::settings& s, unsigned L) { return e * static_cast<int>(L) - scale * lowest_score(s, L); }
+
+using quarvo_potential_filter::threshold_pair;
+
+// With q = scale / match.
+threshold_pair right_threshold(const CPotentialFilter::settings& s, unsigned L) {
+  const int X = X_of(s, L);
+  const int T = capped(s.min_score(L));
+  if (match * T >= 2 * X) return {ceiling((match - scale) * X, match), X};
+  const int common = std::min(ceiling(match * X, match + scale), ceiling(match * T, 2));
+  return {common, common};
+}
+
+threshold_pair left_threshold(const CPotentialFilter::settings& s, unsigned L) {
+  const int X = X_of(s, L);
+  threshold_pair threshold = right_threshold(s, L);
+  if (threshold.weak != threshold.strong) {
+    threshold.strong = ceiling((match * match - scale * (match - scale)) * X, match * match);
+  }
+  return threshold;
+}
+
+// X + b + q X of the longest unit, which no shorter one exceeds.
+int sufficient_value(const CPotentialFilter::settings& s) {
+  const int X = X_of(s, s.longest);
+  return X + scale * lowest_score(s, s.longest) + ceiling(scale * X, match);
 }
 
 }  // namespace
@@ -233,7 +279,7 @@ int threshold(const CPotentialFilter::settings& s, unsigned L) {
 bool CPotentialFilter::applies(const settings& s) {
   if (s.mismatch_penalty < 5 || s.indel_penalty < 5) return false;
   for (unsigned L = s.shortest; L <= s.longest; ++L) {
-    if (threshold(s, L) <= 0) return false;
+    if (right_threshold(s, L).weak <= 0) return false;
   }
   return true;
 }
@@ -242,21 +288,26 @@ void CPotentialFilter::run(const char* sequence, std::size_t length, const setti
   const int longest = static_cast<int>(s.longest);
   // Insertions that a first copy can pay for: matches in it, less than b below 0, and a score to start from.
   const int insertions =
-      (longest + lowest_score(s, s.longest) + threshold(s, s.longest) / match) / s.indel_penalty + 1;
+      (longest + lowest_score(s, s.longest) + X_of(s, s.longest) / match) / s.indel_penalty + 1;
   quarvo_potential_filter::scoring scoring{match,
                                            scale * s.mismatch_penalty - e,
                                            scale * s.indel_penalty,
                                            scale * s.indel_penalty - e,
                                            s.Ns_match,
                                            s.longest + static_cast<unsigned>(insertions),
-                                           e * longest,
-                                           std::vector<int>(s.longest + 1)};
-  for (unsigned L = s.shortest; L <= s.longest; ++L) scoring.thresholds[L] = threshold(s, L);
+                                           sufficient_value(s),
+                                           std::vector<threshold_pair>(s.longest + 1),
+                                           std::vector<threshold_pair>(s.longest + 1)};
+  for (unsigned L = s.shortest; L <= s.longest; ++L) {
+    scoring.right[L] = right_threshold(s, L);
+    scoring.left[L] = left_threshold(s, L);
+  }
   first_length = s.shortest;
-  kept.clear();
-  kept.resize(s.longest - s.shortest + 1);
-  quarvo_potential_filter::CKeptPositions positions(kept, first_length, length);
-  HWY_DYNAMIC_DISPATCH(quarvo_potential_filter::run_potential)(sequence, length, scoring, positions);
+  its_length = length;
+  found.clear();
+  found.resize(s.longest - s.shortest + 1);
+  quarvo_potential_filter::CFindings recorded(found, first_length, length);
+  HWY_DYNAMIC_DISPATCH(quarvo_potential_filter::run_potential)(sequence, length, scoring, recorded);
 }
 
 std::size_t CPotentialFilter::CPositions::add(std::size_t p, std::size_t length) {
@@ -274,6 +325,21 @@ std::size_t CPotentialFilter::CPositions::add(std::size_t p, std::size_t length)
   bits[p / 64] |= std::uint64_t{1} << (p % 64);
   std::vector<std::uint32_t>().swap(list);
   return bytes() > before ? bytes() - before : 0;
+}
+
+void CPotentialFilter::place(unsigned L, std::uint64_t* bits) {
+  const findings& of_length = found[L - first_length];
+  of_length.strong.place(bits);
+  weak.assign((its_length + 63) / 64, 0);
+  of_length.weak_to_the_right.place(weak.data());
+  of_length.weak_to_the_left.place_common(weak.data(), bits);
+}
+
+void CPotentialFilter::CPositions::place_common(const std::uint64_t* among, std::uint64_t* to) const {
+  for (const std::uint32_t p : list) to[p / 64] |= among[p / 64] & (std::uint64_t{1} << (p % 64));
+  for (std::size_t word = 0; word < bits.size(); ++word) {
+    if (bits[word] != 0) to[word] |= bits[word] & among[word];
+  }
 }
 
 void CPotentialFilter::CPositions::place(std::uint64_t* to) const {

@@ -21,14 +21,17 @@
 // - Else it consumed at least as many unit symbols as it has points, so f >= (1 + e) F.
 // - If the left extension leaves the first copy, then h >= X - F, so h + f / (1 + e) >= X.
 // - If neither does, f + h >= (1 + e) T.
-// So f or h is at least the smaller of X (1 + e) / (2 + e) and (1 + e) T / 2, and candidates below in both are dropped.
-//
+// Let T be large enough that (1 + e) T >= 2 X. Then the last case is one of the others, and with q = 1 / (1 + e):
+// f >= X, or h >= X - q f. So an accepted candidate has f >= X ("strong" to the right), or h >= X - q (1 - q) X ("strong"
+// to the left), or else both f and h of at least (1 - q) X ("weak"): for f below (1 - q) X the second case asks for a
+// strong h, and for any f below X it asks for a weak one. With a smaller T, f or h is at least the smaller of
+// X / (1 + q) and (1 + e) T / 2, and this takes the place of both strong thresholds.
 // A larger e asks for more, but from about 2 on random sequence has paths of any value.
 //
-// Lanes saturate. That is sound: let t be the candidate's threshold. If (1 + e) F >= t, it is kept for f. Else its paths
-// never lose more than b + F, and t + b + F <= X + b = e L, so from a saturated value of at least e L on its path the start
-// still gets t. For the same reason e L is high enough for what is not known where a stretch of the sequence ends.
-// Distance 0, and distances that cost more insertions than a first copy can pay for, need not be followed.
+// Values are capped. That is sound: no threshold is above X. If (1 + e) F >= X, the candidate is kept for f. Else its paths
+// never lose more than b + q X, so from a value capped at X + b + q X or more on its path the start still gets X. For the
+// same reason that is high enough for what is not known where a stretch of the sequence ends. Distance 0, and distances that cost more insertions than a first copy can pay for, need not be followed. A low cap
+// keeps fewer candidates beside perfect repeats, which is why the unit lengths tested in one run should be alike.
 //
 // Premises: g >= 5, m >= 5, e L - b > 0, T > 0. Cost: about a third of a nanosecond for a position and distance.
 class CPotentialFilter {
@@ -49,13 +52,14 @@ class CPotentialFilter {
   // them, from the shortest on, as the memory for what is kept allows.
   void run(const char* sequence, std::size_t length, const settings& s);
 
-  // The candidates kept of one unit length: a list of positions while they are few, else a bit for each position. Some
-  // positions come twice.
+  // Positions of one unit length: a list while they are few, else a bit for each position. Some come twice.
   class CPositions {
    public:
     // Returns by how many bytes the memory for it has grown.
     std::size_t add(std::size_t p, std::size_t length);
     void place(std::uint64_t* to) const;
+    // Places those whose bit is set in `among`.
+    void place_common(const std::uint64_t* among, std::uint64_t* to) const;
     std::size_t bytes() const { return list.size() * sizeof(std::uint32_t) + bits.size() * sizeof(std::uint64_t); }
 
    private:
@@ -63,15 +67,25 @@ class CPotentialFilter {
     std::vector<std::uint64_t> bits;
   };
 
+  // What a run finds of one unit length.
+  struct findings {
+    CPositions strong;  // on either side
+    CPositions weak_to_the_right;
+    CPositions weak_to_the_left;
+    std::size_t bytes() const { return strong.bytes() + weak_to_the_right.bytes() + weak_to_the_left.bytes(); }
+  };
+
   // Whether the last run has tested this unit length.
-  bool has(unsigned L) const { return L >= first_length && L - first_length < kept.size(); }
+  bool has(unsigned L) const { return L >= first_length && L - first_length < found.size(); }
 
   // Sets bit p % 64 of bits[p / 64] for the candidates of a tested unit length that may be accepted.
-  void place(unsigned L, std::uint64_t* bits) const { kept[L - first_length].place(bits); }
+  void place(unsigned L, std::uint64_t* bits);
 
  private:
   unsigned first_length = 0;
-  std::vector<CPositions> kept;  // by L - first_length
+  std::size_t its_length = 0;      // of the sequence
+  std::vector<findings> found;      // by L - first_length
+  std::vector<std::uint64_t> weak;  // scratch
 };
 
 #endif
