@@ -1,0 +1,142 @@
+#ifndef QUARVO_TESTS_FILTER_CHECK_H
+#define QUARVO_TESTS_FILTER_CHECK_H
+
+// Whether a filter keeps what it must, on every kind of vector code: all candidates that the plain bound lets reach the
+// minimum score, and all that the plain extension makes good enough, wherever they are and whatever the mask would say.
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "candidate-settings.h"
+#include "each-target.h"
+#include "plain-bound.h"
+#include "plain-extension.h"
+
+// Bit p % 64 of word p / 64 for position p.
+using position_bits = std::vector<std::uint64_t>;
+
+inline position_bits no_positions(std::size_t length) { return position_bits((length + 63) / 64); }
+inline void set_bit(position_bits& bits, std::size_t p) { bits[p / 64] |= std::uint64_t{1} << (p % 64); }
+inline bool has_bit(const position_bits& bits, std::size_t p) { return (bits[p / 64] >> (p % 64) & 1) != 0; }
+
+// The starts of units that hold no N and are followed by a symbol.
+inline std::vector<std::size_t> candidate_positions(const std::string& symbols, unsigned L) {
+  std::vector<std::size_t> positions;
+  std::size_t behind_N = 0;
+  for (std::size_t end = 0; end + 1 < symbols.size(); ++end) {
+    if (symbols[end] == 'N') behind_N = end + 1;
+    if (end + 1 >= behind_N + L) positions.push_back(end + 1 - L);
+  }
+  return positions;
+}
+
+// The final score of a candidate, before N's are trimmed.
+inline int plain_final_score(const std::string& symbols, unsigned L, std::size_t p) {
+  const char* const begin = symbols.data();
+  const int length = static_cast<int>(L);
+  const plain_side right{begin + p + L, 1, static_cast<int>(symbols.size() - p - L), begin + p, length};
+  const plain_side left{begin + p - 1, -1, static_cast<int>(p), begin + p, length};
+  plain_state start;
+  start.score = CPlainExtension::extend(right, plain_state{}, 0).score;
+  start.u = length - 1;
+  return CPlainExtension::extend(left, start, 0).score;
+}
+
+struct filter_case {
+  candidate_settings settings;  // in force
+  unsigned L;
+  std::string symbols;
+};
+
+enum class yardstick { bound_and_extension, bound };
+
+// The candidates that must be kept.
+inline position_bits must_be_kept(const filter_case& c, yardstick by) {
+  position_bits wanted = no_positions(c.symbols.size());
+  const alignment_bound bound = c.settings.bound(c.L);
+  CPlainBound plain(bound, Ns_are_neutral());
+  const char* const begin = c.symbols.data();
+  for (const std::size_t p : candidate_positions(c.symbols, c.L)) {
+    const bool may_reach = plain.reaches(begin, begin + c.symbols.size(), begin + p);
+    const bool is_accepted = by != yardstick::bound && plain_final_score(c.symbols, c.L, p) >= bound.T;
+    if (may_reach || is_accepted) set_bit(wanted, p);
+    if (is_accepted && !may_reach) {
+      ADD_FAILURE() << "The bound refuses an accepted candidate: L " << c.L << ", p " << p << ", " << c.settings.text()
+                    << "\n"
+                    << c.symbols;
+    }
+  }
+  return wanted;
+}
+
+// How many candidates a series of checks has met, and how many of these a filter kept.
+struct filter_counts {
+  std::size_t candidates = 0;
+  std::size_t wanted = 0;
+  std::size_t kept = 0;
+
+  double share_of_unwanted_kept() const {
+    return static_cast<double>(kept - wanted) / static_cast<double>(candidates - wanted);
+  }
+};
+
+// Keeps the candidates of a case; all of them where the filter does not apply.
+using filter_under_test = std::function<position_bits(const filter_case&)>;
+
+inline bool loses_one(const filter_case& c, yardstick by, const filter_under_test& keep) {
+  const position_bits wanted = must_be_kept(c, by);
+  const position_bits kept = keep(c);
+  for (std::size_t word = 0; word < wanted.size(); ++word) {
+    if ((wanted[word] & ~kept[word]) != 0) return true;
+  }
+  return false;
+}
+
+// Cuts off both ends as long as a candidate is still lost.
+inline filter_case shrunk(filter_case c, yardstick by, const filter_under_test& keep) {
+  for (std::size_t cut = c.symbols.size(); cut != 0; cut /= 2) {
+    for (const bool in_front : {true, false}) {
+      while (c.symbols.size() > cut) {
+        filter_case smaller = c;
+        smaller.symbols.erase(in_front ? 0 : c.symbols.size() - cut, cut);
+        if (!loses_one(smaller, by, keep)) break;
+        c = smaller;
+      }
+    }
+  }
+  return c;
+}
+
+inline void check_filter(const filter_case& c, yardstick by, const filter_under_test& keep, filter_counts& counts) {
+  const position_bits wanted = must_be_kept(c, by);
+  const std::vector<std::size_t> positions = candidate_positions(c.symbols, c.L);
+  position_bits kept_before;
+  on_each_target([&] {
+    const position_bits kept = keep(c);
+    ASSERT_EQ(kept.size(), wanted.size());
+    for (const std::size_t p : positions) {
+      if (has_bit(wanted, p) && !has_bit(kept, p)) {
+        const filter_case small = shrunk(c, by, keep);
+        FAIL() << "lost: L " << c.L << ", p " << p << " of " << c.symbols.size() << " symbols, " << c.settings.text()
+               << "\nsmall case: " << small.symbols;
+      }
+      if (!kept_before.empty()) {
+        ASSERT_EQ(has_bit(kept, p), has_bit(kept_before, p))
+            << "two kinds of vector code differ: L " << c.L << ", p " << p << ", " << c.settings.text() << "\n"
+            << c.symbols;
+      }
+    }
+    kept_before = kept;
+  });
+  counts.candidates += positions.size();
+  for (const std::size_t p : positions) {
+    counts.wanted += has_bit(wanted, p) ? 1 : 0;
+    counts.kept += has_bit(kept_before, p) ? 1 : 0;
+  }
+}
+
+#endif
