@@ -24,6 +24,11 @@ bool is_pipe(int descriptor) {
   return fstat(descriptor, &info) == 0 && (S_ISFIFO(info.st_mode) || S_ISSOCK(info.st_mode));
 }
 
+// What a person watches keeps the stream's own buffering.
+void use_buffer(std::FILE* stream, COutputFile::stream_buffer& buffer) {
+  if (isatty(fileno(stream)) == 0) std::setvbuf(stream, buffer.data(), _IOFBF, buffer.size());
+}
+
 }  // namespace
 
 COutputFile::~COutputFile() {
@@ -42,6 +47,8 @@ void COutputFile::claim_standard_output() {
   name = "standard output";
   descriptor = STDOUT_FILENO;
   out = stdout;
+  static stream_buffer lasting_buffer;  // the system flushes standard output after all else
+  use_buffer(out, lasting_buffer);
 }
 
 bool COutputFile::start() {
@@ -49,6 +56,8 @@ bool COutputFile::start() {
   if (is_regular(descriptor) && ftruncate(descriptor, 0) != 0) return false;
   out = fdopen(descriptor, "w");
   if (out == nullptr) return false;
+  buffer = std::make_unique<stream_buffer>();
+  use_buffer(out, *buffer);
   descriptor = -1;
   return true;
 }

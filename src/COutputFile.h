@@ -1,7 +1,9 @@
 #ifndef QUARVO_COUTPUTFILE_H
 #define QUARVO_COUTPUTFILE_H
 
+#include <array>
 #include <cstdio>
+#include <memory>
 #include <string>
 
 // A file that the program writes: the results or the masked sequences.
@@ -11,6 +13,9 @@
 // is_intact(). Not copyable; the destructor closes without asking.
 class COutputFile {
  public:
+  // Larger than a stream's own. Results are flushed after each record, so it delays nothing.
+  using stream_buffer = std::array<char, std::size_t{1} << 16>;
+
   // The role is the last line of the messages about this file, for instance "as output file.".
   explicit COutputFile(const char* its_role) : role(its_role) {}
   COutputFile(const COutputFile&) = delete;
@@ -47,6 +52,7 @@ class COutputFile {
   int descriptor = -1;
   bool was_created = false;
   std::FILE* out = nullptr;
+  std::unique_ptr<stream_buffer> buffer;  // of a named file's stream, until that is closed
 };
 
 // True when both names are one regular file.
