@@ -1,6 +1,7 @@
 #ifndef QUARVO_TESTS_CANDIDATE_SETTINGS_H
 #define QUARVO_TESTS_CANDIDATE_SETTINGS_H
 
+#include <algorithm>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -45,8 +46,12 @@ struct candidate_settings {
 
   // The bound of the unit length, once these are in force.
   alignment_bound bound(unsigned L) const {
-    return {L, -mismatch_score, -indel_score, static_cast<int>(L) + prefer_longer - 1, CSearchController::minScores[L]};
+    return {L, penalty(mismatch_score), penalty(indel_score), static_cast<int>(L) + prefer_longer - 1,
+            CSearchController::minScores[L]};
   }
+
+  // No score can pay for a penalty of a thousand million.
+  static int penalty(int score) { return -std::max(score, -1000000000); }
 
   std::string text() const {
     std::ostringstream words;

@@ -1,0 +1,152 @@
+// The alignment bound in byte lanes: what it keeps, compared with the bound and the extension themselves.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "fast/batch-bound.h"
+#include "support/candidate-sequences.h"
+#include "support/default-parameters.h"
+#include "support/filter-check.h"
+
+namespace {
+
+// The symbols with as many other bytes around them as may be read, and not one more.
+class CPaddedSymbols {
+ public:
+  CPaddedSymbols(const std::string& symbols, unsigned L)
+      : front(CBatchBound::reach(L)), bytes(front + symbols.size() + L + front + CBatchBound::most_candidates) {
+    std::copy(symbols.begin(), symbols.end(), bytes.begin() + static_cast<std::ptrdiff_t>(front));
+  }
+  const char* begin() const { return bytes.data() + front; }
+
+ private:
+  std::size_t front;
+  std::vector<char> bytes;
+};
+
+position_bits keep_of_all(const filter_case& c) {
+  const CPaddedSymbols padded(c.symbols, c.L);
+  position_bits kept = no_positions(c.symbols.size());
+  CBatchBound::may_reach_all(c.settings.bound(c.L), padded.begin(), c.symbols.size(), Ns_are_neutral(), kept.data());
+  return kept;
+}
+
+// Asks for the candidates alone, so that the batches are scattered; the last one is not full.
+position_bits keep_of_batches(const filter_case& c, std::size_t batch) {
+  const CPaddedSymbols padded(c.symbols, c.L);
+  const std::vector<std::size_t> positions = candidate_positions(c.symbols, c.L);
+  position_bits kept = no_positions(c.symbols.size());
+  for (std::size_t first = 0; first < positions.size(); first += batch) {
+    std::vector<const char*> asked;
+    for (std::size_t i = first; i < std::min(first + batch, positions.size()); ++i) {
+      asked.push_back(padded.begin() + positions[i]);
+    }
+    const std::uint64_t bits =
+        CBatchBound::may_reach(c.settings.bound(c.L), asked.data(), asked.size(), Ns_are_neutral());
+    EXPECT_EQ(asked.size() == 64 ? 0 : bits >> asked.size(), 0U) << "bits without a candidate are set";
+    for (std::size_t i = 0; i < asked.size(); ++i) {
+      if ((bits >> i & 1) != 0) set_bit(kept, positions[first + i]);
+    }
+  }
+  return kept;
+}
+
+class BatchBound : public ParameterTest {
+ protected:
+  filter_counts counts;  // of cases that the bound applies to
+
+  void check(const filter_case& c, yardstick by, std::size_t batch) {
+    if (!CBatchBound::applies(c.settings.bound(c.L))) return;
+    check_filter(c, by, keep_of_all, counts);
+    check_filter(
+        c, by, [batch](const filter_case& any) { return keep_of_batches(any, batch); }, counts);
+  }
+};
+
+TEST_F(BatchBound, KeepsWhatCanBeAcceptedUnderManySettings) {
+  CRandomDna random(1);
+  CCandidateSequences sequences(random);
+  for (int round = 0; round < 200 && !HasFailure(); ++round) {
+    const int L = random.number(1, random.one_of(std::vector<int>{10, 10, 30, 60, 120}));
+    const candidate_settings settings = random_candidate_settings(random, static_cast<unsigned>(L));
+    settings.put_in_force();
+    const int T = CSearchController::minScores[L];
+    const int length = L <= 30 ? sequences.length() : random.number(0, 700);
+    const auto batch = static_cast<std::size_t>(random.number(1, 64));
+    check({settings, static_cast<unsigned>(L), sequences.make(length, L, T)}, yardstick::bound_and_extension, batch);
+  }
+  EXPECT_GT(counts.candidates, 100000U);
+  EXPECT_GT(counts.wanted, 10000U);
+}
+
+// Every diagonal is left and the rows are used up.
+TEST_F(BatchBound, KeepsWhatTheBoundAsksForWhenEditsAreCheap) {
+  CRandomDna random(2);
+  CCandidateSequences sequences(random);
+  for (int round = 0; round < 60 && !HasFailure(); ++round) {
+    const int L = random.number(20, 120);
+    candidate_settings settings = random_candidate_settings(random, static_cast<unsigned>(L));
+    settings.mismatch_score = random.number(-12, -2);
+    settings.indel_score = random.number(-3, -2);
+    settings.min_score = random.number(30, 120);
+    settings.put_in_force();
+    check({settings, static_cast<unsigned>(L), sequences.make(random.number(100, 400), L, 60)}, yardstick::bound, 64);
+  }
+  EXPECT_GT(counts.wanted, 1000U);
+}
+
+TEST_F(BatchBound, KeepsWhatCanBeAcceptedInRecordsOfEveryLength) {
+  CRandomDna random(3);
+  CCandidateSequences sequences(random);
+  for (int length = 0; length <= 700 && !HasFailure(); ++length) {
+    candidate_settings settings;
+    settings.put_in_force();
+    const int L = random.number(1, 10);
+    check({settings, static_cast<unsigned>(L), sequences.make(length, L, 6)}, yardstick::bound_and_extension,
+          static_cast<std::size_t>(random.number(1, 64)));
+  }
+  EXPECT_GT(counts.wanted, 1000U);
+}
+
+TEST_F(BatchBound, KeepsWhatCanBeAcceptedAroundNsAtEveryOffset) {
+  CRandomDna random(4);
+  CCandidateSequences sequences(random);
+  for (std::size_t offset = 0; offset <= 130 && !HasFailure(); ++offset) {
+    candidate_settings settings;
+    settings.Ns_are_missense = random.number(0, 2) == 0;
+    settings.put_in_force();
+    const int L = random.number(1, 12);
+    std::string symbols;
+    while (symbols.size() < 300) symbols += sequences.array_of(L);
+    symbols.resize(300);
+    CCandidateSequences::put_Ns(symbols, offset, random.number(1, 4));
+    CCandidateSequences::put_Ns(symbols, symbols.size() - offset - 4, random.number(1, 4));
+    check({settings, static_cast<unsigned>(L), symbols}, yardstick::bound_and_extension, 64);
+  }
+  EXPECT_GT(counts.wanted, 5000U);
+}
+
+// Nothing is rounded, so without N's what is kept beyond the bound is only what was left undecided.
+TEST_F(BatchBound, DropsNearlyAllThatTheBoundRefuses) {
+  CRandomDna random(5);
+  candidate_settings settings;
+  settings.longest = 20;
+  settings.put_in_force();
+  for (unsigned L = 1; L <= 20; ++L) {
+    counts = {};
+    check({settings, L, random.sequence("ACGT", 3000)}, yardstick::bound, 64);
+    EXPECT_LT(counts.share_of_unwanted_kept(), 0.001) << L;
+  }
+}
+
+TEST_F(BatchBound, AppliesWhereScoresFitAByte) {
+  EXPECT_TRUE(CBatchBound::applies({120, 5, 5, 120, 129}));
+  EXPECT_FALSE(CBatchBound::applies({121, 5, 5, 120, 60}));
+  EXPECT_FALSE(CBatchBound::applies({120, 5, 5, 120, 130}));
+  EXPECT_FALSE(CBatchBound::applies({10, 5, 5, 10, 0}));
+}
+
+}  // namespace
