@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <vector>
 
 #include "direction.h"
 
@@ -34,8 +35,11 @@ inline void transpose_8(std::array<std::uint64_t, 8>& m) {
 // far as they are asked for.
 class CScatteredColumns {
  public:
-  CScatteredColumns(const char* const* its_positions, std::size_t its_count)
-      : positions(its_positions), count(its_count) {}
+  CScatteredColumns(const char* const* its_positions, std::size_t its_count, unsigned L)
+      : positions(its_positions), count(its_count), side((CBatchBound::reach(L) + width) / width * width) {
+    const std::size_t wanted = (2 * side + L + width) * batch;
+    if (bytes.size() < wanted) bytes.resize(wanted);
+  }
 
   // The symbols at this distance, by candidate.
   const std::uint8_t* column(int offset) {
@@ -46,17 +50,17 @@ class CScatteredColumns {
 
  private:
   static constexpr int width = 8;
-  static constexpr int side = static_cast<int>(CBatchBound::reach(CBatchBound::longest_unit));
-  static constexpr int columns = 2 * side + static_cast<int>(CBatchBound::longest_unit) + width;
-  static_assert(side % width == 0, "columns are filled eight at a time");
 
   const char* const* positions;
   std::size_t count;
+  std::size_t side;  // columns in front of the candidates
   int begin = 0;
   int end = 0;
-  alignas(64) std::array<std::uint8_t, columns * batch> bytes;
+  inline static std::vector<std::uint8_t> bytes;  // kept from batch to batch
 
-  std::uint8_t* at(int offset) { return bytes.data() + static_cast<std::size_t>(offset + side) * batch; }
+  std::uint8_t* at(int offset) {
+    return bytes.data() + static_cast<std::size_t>(offset + static_cast<int>(side)) * batch;
+  }
 
   void fill(int from) {
     for (std::size_t c = 0; c < batch; c += 8) {
@@ -87,37 +91,54 @@ namespace quarvo_batch_bound {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-constexpr std::size_t lanes = CBatchBound::most_candidates;
-constexpr int diagonals = 2 * CBatchBound::band + 1;
+constexpr std::size_t batch_lanes = CBatchBound::most_candidates;
 
-using tag = hn::CappedTag<std::uint8_t, lanes>;
-using vector = hn::Vec<tag>;
+template <typename Lane>
+using tag_of = hn::CappedTag<Lane, batch_lanes / sizeof(Lane)>;
+
+// Symbols, one in each lane.
+HWY_INLINE hn::Vec<tag_of<std::uint8_t>> load_symbols(tag_of<std::uint8_t> d, const std::uint8_t* from) {
+  return hn::LoadU(d, from);
+}
+HWY_INLINE hn::Vec<tag_of<std::uint16_t>> load_symbols(tag_of<std::uint16_t> d, const std::uint8_t* from) {
+  return hn::PromoteTo(d, hn::LoadU(hn::Rebind<std::uint8_t, decltype(d)>(), from));
+}
 
 // x mod L for 0 <= x < 2 L + all diagonals, since every cell asks for a unit cursor.
 class CWrapTable {
  public:
-  explicit CWrapTable(int L) {
-    for (int x = 0, wrapped = 0; x < 2 * L + diagonals; ++x) {
-      table[static_cast<std::size_t>(x)] = static_cast<std::uint8_t>(wrapped);
+  CWrapTable(int L, int diagonals) {
+    table.resize(static_cast<std::size_t>(2 * L + diagonals));
+    int wrapped = 0;
+    for (auto& entry : table) {
+      entry = static_cast<std::uint16_t>(wrapped);
       wrapped = wrapped + 1 == L ? 0 : wrapped + 1;
     }
   }
   int operator[](int x) const { return table[static_cast<std::size_t>(x)]; }
 
  private:
-  std::array<std::uint8_t, 2 * CBatchBound::longest_unit + diagonals> table;
+  inline static std::vector<std::uint16_t> table;  // kept from batch to batch
 };
 
 // One direction of the bound, for the Lanes(d) candidates of a vector.
+template <typename Lane>
 class CAlignment {
+  using tag = tag_of<Lane>;
+  using vector = hn::Vec<tag>;
+
  public:
   CAlignment(const alignment_bound& bound, bool does_Ns_match)
       : mismatch(hn::Set(d, clamped(bound.mismatch_penalty))),
         indel(hn::Set(d, clamped(bound.indel_penalty))),
-        below_target(hn::Set(d, static_cast<std::uint8_t>(bound.T + bound.b))),
+        below_target(hn::Set(d, static_cast<Lane>(bound.T + bound.b))),
         L(static_cast<int>(bound.L)),
-        wrap(L),
-        Ns_match(does_Ns_match) {}
+        band(CBatchBound::band(bound.L)),
+        diagonals(2 * band + 1),
+        wrap(L, diagonals),
+        Ns_match(does_Ns_match) {
+    now.resize(static_cast<std::size_t>(diagonals) * batch_lanes);
+  }
 
   // Follows all paths from the score `best` on the main diagonal. symbols(row) is the vector of sequence symbols of a
   // row and units(u) that of the symbols u unit symbols behind the first to be compared. Raises `best` to the highest
@@ -126,15 +147,15 @@ class CAlignment {
   vector follow(vector& best, const Symbols& symbols, const Units& units) {
     const auto zero = hn::Zero(d);
     auto undecided = zero;
-    lowest = highest = CBatchBound::band;
-    hn::Store(hn::IfThenElseZero(hn::Eq(reached(best), zero), best), d, at(now, lowest));
-    int first_u = wrap[L - 1 - (CBatchBound::band - 1) % L];  // the cursor of the lowest diagonal
+    lowest = highest = band;
+    hn::StoreU(hn::IfThenElseZero(hn::Eq(reached(best), zero), best), d, at(lowest));
+    int first_u = wrap[L - 1 - (band - 1) % L];  // the cursor of the lowest diagonal
     for (int row = 0; row < CBatchBound::rows(static_cast<unsigned>(L)) && lowest <= highest; ++row) {
       take_row(symbols(row), first_u, best, undecided, units);
       drop_decided(hn::Or(undecided, reached(best)));
       first_u = wrap[first_u + 1];
     }
-    for (int k = lowest; k <= highest; ++k) undecided = hn::Or(undecided, hn::Load(d, at(now, k)));
+    for (int k = lowest; k <= highest; ++k) undecided = hn::Or(undecided, hn::LoadU(d, at(k)));
     return undecided;
   }
 
@@ -142,21 +163,21 @@ class CAlignment {
   vector reached(vector score) const { return hn::SaturatedSub(score, below_target); }
 
  private:
-  using scores = std::array<std::uint8_t, lanes * diagonals>;
-
   const tag d;
   vector mismatch;
   vector indel;
   vector below_target;
   int L;
+  int band;
+  int diagonals;
   CWrapTable wrap;
   bool Ns_match;
   int lowest = 0;  // the diagonals with a path, as indices; none when lowest > highest
   int highest = 0;
-  alignas(64) scores now;
+  inline static std::vector<Lane> now;  // by diagonal; kept from batch to batch
 
-  static std::uint8_t* at(scores& row, int k) { return row.data() + static_cast<std::size_t>(k) * lanes; }
-  static std::uint8_t clamped(int penalty) { return static_cast<std::uint8_t>(std::min(penalty, 255)); }
+  static Lane* at(int k) { return now.data() + static_cast<std::size_t>(k) * batch_lanes; }
+  static Lane clamped(int penalty) { return static_cast<Lane>(std::min<int>(penalty, hwy::LimitsMax<Lane>())); }
 
   // Deletions stay in the row, so diagonals are taken in ascending order; an insertion leads one down in the next row,
   // to where this row has been read already.
@@ -164,50 +185,50 @@ class CAlignment {
   void take_row(vector symbol, int first_u, vector& best, vector& undecided, const Units& units) {
     const auto zero = hn::Zero(d);
     const auto one = hn::Set(d, 1);
-    const auto is_N = hn::Eq(symbol, hn::Set(d, static_cast<std::uint8_t>('N')));
+    const auto is_N = hn::Eq(symbol, hn::Set(d, static_cast<Lane>('N')));
     auto deleted = zero;
     auto below = zero;  // what stays on the diagonal below
     int k = lowest;
     for (; k <= highest || (k < diagonals && !hn::AllTrue(d, hn::Eq(deleted, zero))); ++k) {
-      const auto score = k <= highest ? hn::Max(hn::Load(d, at(now, k)), deleted) : deleted;
+      const auto score = k <= highest ? hn::Max(hn::LoadU(d, at(k)), deleted) : deleted;
       auto matches = hn::Eq(symbol, units(wrap[first_u + k]));
       if (Ns_match) matches = hn::Or(matches, is_N);
       const auto raised = hn::Add(score, hn::Min(score, one));
       best = hn::Max(best, hn::IfThenElseZero(matches, raised));
       const auto off = hn::IfThenZeroElse(matches, hn::SaturatedSub(score, indel));
-      if (k > 0) hn::Store(hn::Max(below, off), d, at(now, k - 1));
+      if (k > 0) hn::StoreU(hn::Max(below, off), d, at(k - 1));
       if (k == 0 || k == diagonals - 1) undecided = hn::Or(undecided, off);
       below = hn::IfThenElse(matches, raised, hn::SaturatedSub(score, mismatch));
       deleted = off;
     }
-    hn::Store(below, d, at(now, k - 1));
+    hn::StoreU(below, d, at(k - 1));
     highest = k - 1;
     lowest = std::max(lowest - 1, 0);
     while (lowest <= highest && is_dead(lowest)) ++lowest;
     while (lowest <= highest && is_dead(highest)) --highest;
   }
 
-  bool is_dead(int k) { return hn::AllTrue(d, hn::Eq(hn::Load(d, at(now, k)), hn::Zero(d))); }
+  bool is_dead(int k) { return hn::AllTrue(d, hn::Eq(hn::LoadU(d, at(k)), hn::Zero(d))); }
 
   // Lanes that are kept anyway need no more rows.
   void drop_decided(vector decided) {
     const auto open = hn::Eq(decided, hn::Zero(d));
     if (hn::AllTrue(d, open)) return;
     for (int k = lowest; k <= highest; ++k) {
-      hn::Store(hn::IfThenElseZero(open, hn::Load(d, at(now, k))), d, at(now, k));
+      hn::StoreU(hn::IfThenElseZero(open, hn::LoadU(d, at(k))), d, at(k));
     }
   }
 };
 
-template <typename Columns>
-std::uint64_t bound_batch(const alignment_bound& bound, Columns& columns, bool Ns_match) {
-  const tag d;
+template <typename Lane, typename Columns>
+std::uint64_t bound_lanes(const alignment_bound& bound, Columns& columns, bool Ns_match) {
+  const tag_of<Lane> d;
   const int L = static_cast<int>(bound.L);
-  CAlignment alignment(bound, Ns_match);
+  CAlignment<Lane> alignment(bound, Ns_match);
   std::uint64_t kept = 0;
-  for (std::size_t first = 0; first < lanes; first += hn::Lanes(d)) {
-    const auto column = [&](int offset) { return hn::LoadU(d, columns.column(offset) + first); };
-    auto best = hn::Set(d, static_cast<std::uint8_t>(bound.b + 1));
+  for (std::size_t first = 0; first < batch_lanes; first += hn::Lanes(d)) {
+    const auto column = [&](int offset) { return load_symbols(d, columns.column(offset) + first); };
+    auto best = hn::Set(d, static_cast<Lane>(bound.b + 1));
     auto keep = alignment.follow(
         best, [&](int row) { return column(L + row); }, [&](int u) { return column(u); });
     keep = hn::Or(keep, alignment.follow(
@@ -221,6 +242,12 @@ std::uint64_t bound_batch(const alignment_bound& bound, Columns& columns, bool N
     kept |= bits << first;
   }
   return kept;
+}
+
+template <typename Columns>
+std::uint64_t bound_batch(const alignment_bound& bound, Columns& columns, bool Ns_match) {
+  return CBatchBound::is_narrow(bound) ? bound_lanes<std::uint8_t>(bound, columns, Ns_match)
+                                       : bound_lanes<std::uint16_t>(bound, columns, Ns_match);
 }
 
 std::uint64_t bound_scattered(const alignment_bound& bound, CScatteredColumns& columns, bool Ns_match) {
@@ -252,7 +279,7 @@ std::uint64_t first_bits(std::size_t count) { return ~std::uint64_t{0} >> (64 - 
 
 std::uint64_t CBatchBound::may_reach(const alignment_bound& bound, const char* const* positions, std::size_t count,
                                      bool Ns_match) {
-  quarvo_batch_bound::CScatteredColumns columns(positions, count);
+  quarvo_batch_bound::CScatteredColumns columns(positions, count, bound.L);
   const std::uint64_t kept = HWY_DYNAMIC_DISPATCH(quarvo_batch_bound::bound_scattered)(bound, columns, Ns_match);
   return kept & first_bits(count);
 }

@@ -8,29 +8,36 @@
 
 // The alignment bound (alignment-program.h) for a batch of candidates, one in each byte lane of a vector.
 //
-// A lane holds score + b + 1, so that subtraction with saturation at 0 is the death of a path. Rows are sequence symbols,
-// with one vector for each diagonal. Unlike the bit planes, which see all positions, this sees only what they left, so
-// it pays to be exact: nothing is rounded. Lanes that are undecided after the last row, or leave the band, are kept.
+// A lane holds score + b + 1, so that subtraction with saturation at 0 is the death of a path; a byte where the scores
+// fit one, else two. Rows are sequence symbols, with one vector for each diagonal. Unlike the bit planes, which see all
+// positions, this sees only what they left, so it pays to be exact: nothing is rounded. Lanes that are undecided after
+// the last row, or leave the band, are kept. Memory: some hundred bytes for each symbol of the unit.
 class CBatchBound {
  public:
   static constexpr std::size_t most_candidates = 64;
-  static constexpr int band = 30;  // diagonals on each side of the main one
-  static constexpr unsigned longest_unit = 120;
+  static constexpr unsigned longest_unit = 2000;
 
-  // Symbols looked at on each side: on random sequence hardly a path gets farther without the score.
-  static constexpr int rows(unsigned L) { return 24 + 2 * static_cast<int>(L < 4 ? 4 : L); }
-
-  // Premises: a unit that fits, and scores that fit a byte.
-  static bool applies(const alignment_bound& bound) {
-    return bound.L <= longest_unit && bound.T > 0 && bound.T + bound.b < 250;
+  // Symbols looked at on each side. On random sequence hardly a path gets farther without the score; long units meet
+  // diverged copies of interspersed repeats, which they must outlast.
+  static constexpr int rows(unsigned L) {
+    return L < 120 ? 24 + 2 * static_cast<int>(L < 4 ? 4 : L) : 200 + 4 * static_cast<int>(L);
   }
+  // Diagonals on each side of the main one.
+  static constexpr int band(unsigned L) { return L < 120 ? 30 : static_cast<int>(L) / 3; }
+
+  // Premises: a unit that fits, and scores that fit two bytes.
+  static bool applies(const alignment_bound& bound) {
+    return bound.L <= longest_unit && bound.T > 0 && bound.T < 30000 && bound.T + bound.b < 32000;
+  }
+  // Whether the scores even fit a byte.
+  static bool is_narrow(const alignment_bound& bound) { return bound.L < 120 && bound.T + bound.b < 250; }
 
   // Symbols that are read on each side of the unit. Candidates closer to an end of the record must not be asked for.
   static constexpr std::size_t reach(unsigned L) { return static_cast<std::size_t>(rows(L)) + 8; }
 
-  // Sets bit p % 64 of kept[p / 64] for all candidates 0 <= p < length that can reach bound.T. reach(L)
-  // symbols must be readable in front of `sequence`, and L + reach(L) + most_candidates behind its end; bytes that are no symbols
-  // mark the ends.
+  // Sets bit p % 64 of kept[p / 64] for all candidates 0 <= p < length that can reach bound.T. As many as reach(L)
+  // symbols must be readable in front of `sequence`, and L + reach(L) + most_candidates behind its end; bytes that are
+  // no symbols mark the ends.
   static void may_reach_all(const alignment_bound& bound, const char* sequence, std::size_t length, bool Ns_match,
                             std::uint64_t* kept);
 

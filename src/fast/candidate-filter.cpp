@@ -68,11 +68,11 @@ void CCandidateFilter::test_potential(unsigned L) {
 }
 
 // Bit planes pay when all of their lanes are in use; a short record is tested exactly at once.
-bool CCandidateFilter::is_short() const { return length <= longest_short_record && CBatchBound::applies(bound); }
+bool CCandidateFilter::is_short() const { return length <= longest_short_record && CBatchBound::is_narrow(bound) && bound.T > 0; }
 
 void CCandidateFilter::test_short_record() {
-  constexpr std::size_t room =
-      CBatchBound::reach(CBatchBound::longest_unit) + CBatchBound::longest_unit + CBatchBound::most_candidates;
+  constexpr unsigned longest = 120;
+  constexpr std::size_t room = CBatchBound::reach(longest) + longest + CBatchBound::most_candidates;
   if (padded.empty()) {
     padded.resize(length + 2 * room);
     std::copy_n(sequence, length, padded.data() + room);

@@ -79,8 +79,8 @@ class CPotential {
              CFindings& its_found)
       : s(its_scoring), found(its_found), length(sequence_length) {
     stretch = static_cast<std::ptrdiff_t>((length + lanes() - 1) / lanes());
-    // A stretch begins with what is assumed behind its end, and this fades over about as many positions.
-    lead = s.sufficient / s.mismatch + 16;
+    // What is assumed behind the end of a stretch fades by about one a position, since the best of all paths counts.
+    lead = s.sufficient + 16;
     margin = static_cast<std::ptrdiff_t>(s.largest_distance) + lead + 1;
     lay_out(sequence);
     values.resize((s.largest_distance + 2) * lanes());
