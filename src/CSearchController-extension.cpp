@@ -1,4 +1,5 @@
-// The imperfect extension of one candidate: match, or make the edit whose look-ahead promises most, and end at the best.
+// The imperfect extension of one candidate: match, or make the edit whose look-ahead promises most, and end at the
+// best.
 
 #include <algorithm>
 #include <cstdint>
@@ -243,8 +244,7 @@ int CSearchController::extend_imperfect_forward_leap_ahead(const char* s, const 
 
 int CSearchController::extend_imperfect_backward_leap_ahead(const char* s, const char* u, const char* unit_begin,
                                                             const char* unit_end, int score, int /*unit_length*/,
-                                                            unsigned char depth, const char* seq_stop,
-                                                            int best_score) {
+                                                            unsigned char depth, const char* seq_stop, int best_score) {
   CUnitText unit;
   unit.set(unit_begin, unit_end);
   return CLookAhead<leftwards>(current_look_ahead_rules(), unit, seq_stop + 1)

@@ -18,9 +18,8 @@ int* CSearchController::minLengths_user = nullptr;
 int* CSearchController::minScores_intern = nullptr;
 int* CSearchController::minLengths_intern = nullptr;
 
-const std::array<const char*, 7> REPEAT_NAMES{"***  ERROR  ***", "mononucleotide",  "dinucleotide",
-                                              "trinucleotide",   "tetranucleotide", "pentanucleotide",
-                                              "hexanucleotide"};
+const std::array<const char*, 7> REPEAT_NAMES{"***  ERROR  ***", "mononucleotide",  "dinucleotide",  "trinucleotide",
+                                              "tetranucleotide", "pentanucleotide", "hexanucleotide"};
 
 namespace {
 
@@ -70,9 +69,8 @@ const prime_table primeFactors = make_prime_factors();
 
 CSearchController::CSearchController(unsigned number, CSequence_Mol& record)
     : sequence_number(number), sequence(record), result_list(sat_alloc), work_list(sat_alloc) {
-  build_if_missing(minScores_user, [](unsigned k) {
-    return threshold(k, global_min_score, global_min_score_a, global_min_score_bx);
-  });
+  build_if_missing(minScores_user,
+                   [](unsigned k) { return threshold(k, global_min_score, global_min_score_a, global_min_score_bx); });
   build_if_missing(minLengths_user, [](unsigned k) {
     return threshold(k, global_min_length, global_min_length_a, global_min_length_bx);
   });

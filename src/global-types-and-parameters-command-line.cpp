@@ -9,9 +9,9 @@
 #include <type_traits>
 #include <vector>
 
+#include "global-types-and-parameters-options.h"
 #include "global-types-and-parameters.h"
 #include "number2cstring.h"
-#include "global-types-and-parameters-options.h"
 
 namespace {
 
@@ -73,8 +73,8 @@ class COptionParser {
 
   template <typename Number>
   void declare(const option_row& option, Number* destination) {
-    add(std::make_unique<TCLAP::ValueArg<Number>>(option.short_name, option.long_name, option.help, false,
-                                                  *destination, value_label(option)),
+    add(std::make_unique<TCLAP::ValueArg<Number>>(option.short_name, option.long_name, option.help, false, *destination,
+                                                  value_label(option)),
         destination);
   }
 
@@ -126,7 +126,8 @@ int store_mode(int value, int largest, int& parameter, const char* before, const
 
 int store_modes() {
   const parsed_option_values& parsed = parsed_options;
-  int status = store_mode(parsed.output_format, fasta_format, global_print_sat_mode, "An outputFormat with a value of ", "");
+  int status =
+      store_mode(parsed.output_format, fasta_format, global_print_sat_mode, "An outputFormat with a value of ", "");
   if (status == 0) {
     status = store_mode(parsed.print_repeat_seq_mode, print_alignment, global_print_sat_seq_mode,
                         "A printRepeatSeqMode with a value of ", "");

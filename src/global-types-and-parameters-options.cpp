@@ -54,7 +54,8 @@ const std::array<option_row, 29> rows{{
      "Quarvo provides different output formats for printing the repeat information. 0: Quarvo output format, 1: "
      "extended Quarvo output format, 2: gff - general feature format, 3: one-per-line format, 4: as fasta sequence"},
     {"", "maskX", &global_mask_repeats,
-     "Writes the sequences to a file with the extension \".masked\" in which repeats are masked. Currently, this option "
+     "Writes the sequences to a file with the extension \".masked\" in which repeats are masked. Currently, this "
+     "option "
      "has the sometime unwanted side effect of changing all ambiguity codes to Ns."},
     {"f", "flanking", &global_flanking,
      "If the satellite sequence is printed, this is the number of flanking nucleotides to be printed to the left and "
@@ -63,7 +64,8 @@ const std::array<option_row, 29> rows{{
     {"", "maxPerfection", &global_max_perfection, "Maximum perfection of a satellites. Default: 100."},
     {"D", "dontRemoveMostlyOverlapping", &global_remove_mostly_hidden,
      "Quarvo sometimes finds repeats that partially or completely overlap with other repeats, e.g. if alignments with "
-     "alternative repeat patterns exist at the same locus in a sequence. The default is to remove one of any two mostly "
+     "alternative repeat patterns exist at the same locus in a sequence. The default is to remove one of any two "
+     "mostly "
      "overlapping repeats in favour of that repeat with the highest score. With this option, Quarvo reports also "
      "repeats that mostly overlap with higher scoring repeats."},
     {"", "firstSeq", &global_sequence_from, "Number of first sequence to be processed in this run."},
@@ -72,7 +74,8 @@ const std::array<option_row, 29> rows{{
      "The maximum amount the score can be reduced before search is aborded. Typical: 6*mismatch-penalty or infinite. "
      "Default: infinite"},
     {"r", "recursion", &global_maximum_recursion_depth,
-     "The recursion depth used in the search. Values in the range 3 to 7 are recommended. A value of 0 implies a search "
+     "The recursion depth used in the search. Values in the range 3 to 7 are recommended. A value of 0 implies a "
+     "search "
      "for perfect repeats only."},
     {"u", "minUnitLen", &global_min_unit_length, "Minimum unit length. Default: 1"},
     {"U", "maxUnitLen", &global_max_unit_length, "Maximum unit length. Default: 10"},

@@ -22,8 +22,7 @@ extern parsed_option_values parsed_options;
 
 // What an option's value is, and where it goes. A bool is a switch, which turns its destination to the opposite of the
 // default; a string must be one of search_mode_words; the list takes the plain words of the command line.
-using option_destination =
-    std::variant<bool*, int*, unsigned*, float*, std::string*, std::vector<std::string>*>;
+using option_destination = std::variant<bool*, int*, unsigned*, float*, std::string*, std::vector<std::string>*>;
 
 struct option_row {
   const char* short_name;  // one letter, or empty

@@ -50,10 +50,10 @@ extern float global_min_score_bx;
 extern int global_min_length;  // minimum length: the same rule
 extern int global_min_length_a;
 extern float global_min_length_bx;
-extern float global_min_perfection;  // percent, inclusive
-extern float global_max_perfection;  // percent, inclusive
-extern int global_mismatch_score;    // -2 or less; a match scores +1
-extern int global_indel_score;       // -2 or less
+extern float global_min_perfection;      // percent, inclusive
+extern float global_max_perfection;      // percent, inclusive
+extern int global_mismatch_score;        // -2 or less; a match scores +1
+extern int global_indel_score;           // -2 or less
 extern int global_prefer_longer_repeat;  // 0 or 1: of two ends with equal score, the farther one
 extern bool global_remove_mostly_hidden;
 extern bool global_mask_repeats;

@@ -80,8 +80,8 @@ int CRun::open_results() {
   if (!global_output_filename.empty() && results.is_same_file_as(global_input_filename)) {
     return refuse_to_open(results, global_output_filename, status_output_not_opened);
   }
-  if (global_mask_repeats && (is_same_regular_file(masked_name(), global_input_filename) ||
-                              results.is_same_file_as(masked_name()))) {
+  if (global_mask_repeats &&
+      (is_same_regular_file(masked_name(), global_input_filename) || results.is_same_file_as(masked_name()))) {
     results.abandon();
     return refuse_to_open(masked, masked_name(), status_masked_not_opened);
   }
@@ -147,8 +147,7 @@ int CRun::process_record() {
     default:
       controller.complete_imperfect_search(results.stream());
   }
-  CsatContainer& found =
-      global_search_mode == search_mode_exact ? controller.result_list : controller.work_list;
+  CsatContainer& found = global_search_mode == search_mode_exact ? controller.result_list : controller.work_list;
   CSearchController::remove_hidden(found);
   controller.report_SATList(results.stream(), found.records);
   if (!results.is_intact()) return end_on_write_failure(results);

@@ -7,7 +7,6 @@
 #define HWY_TARGET_INCLUDE "fast/alignment-filter.cpp"
 #include <hwy/aligned_allocator.h>
 #include <hwy/foreach_target.h>  // must come before highway.h
-
 #include <hwy/highway.h>
 
 HWY_BEFORE_NAMESPACE();
@@ -136,8 +135,8 @@ class CInterpreter {
     const std::uint64_t* const matches = at(op.matches);
     std::uint64_t* const to = at(op.to);
     for (std::size_t i = 0; i < slot_words; i += hn::Lanes(d)) {
-      const auto paths = hn::Or(hn::Or(hn::Load(d, a + i), hn::Load(d, b + i)),
-                                hn::Or(hn::Load(d, c + i), hn::Load(d, e + i)));
+      const auto paths =
+          hn::Or(hn::Or(hn::Load(d, a + i), hn::Load(d, b + i)), hn::Or(hn::Load(d, c + i), hn::Load(d, e + i)));
       hn::Store(hn::Or(hn::Load(d, to + i), hn::AndNot(hn::Load(d, matches + i), paths)), d, to + i);
     }
   }

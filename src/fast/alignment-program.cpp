@@ -12,7 +12,7 @@ using slot = alignment_program::slot;
 
 // Model of a random sequence, for the decisions of where to stop; nothing here affects what the test guarantees.
 constexpr double match_probability = 0.25;
-constexpr double rare = 1e-4;          // states rarer than this are kept instead of followed
+constexpr double rare = 1e-4;             // states rarer than this are kept instead of followed
 constexpr double rare_at_the_end = 3e-3;  // rows end when no more than this share is undecided
 constexpr int most_rows = 40;
 constexpr unsigned most_operations = 6000;
@@ -123,8 +123,8 @@ class CWriter {
       const bool last = is_last_row(row, current);
       std::map<int, slot> matches;
       current = emit_row(code, current, row, leftwards, last, free_slot, matches);
-      result.operations += static_cast<unsigned>(code.compares.size() + code.runs.size() + code.forks.size() +
-                                                  code.joins.size());
+      result.operations +=
+          static_cast<unsigned>(code.compares.size() + code.runs.size() + code.forks.size() + code.joins.size());
       result.rows.push_back(std::move(code));
       highest_slot = std::max<unsigned>(highest_slot, free_slot);
       if (last || current.empty()) return;

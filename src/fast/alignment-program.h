@@ -55,7 +55,8 @@ struct alignment_program {
     slot miss;
     slot miss_matches;
   };
-  // to = (hit & hit_matches) | (miss & ~hit_matches) | (insertion & ~insertion_matches) | (deletion & ~deletion_matches)
+  // to = (hit & hit_matches) | (miss & ~hit_matches) | (insertion & ~insertion_matches) | (deletion &
+  // ~deletion_matches)
   struct join_op {
     slot to;
     slot hit;
@@ -99,8 +100,8 @@ struct alignment_program {
   std::vector<slot> accumulators;  // to be cleared at the start, `keep` among them
   unsigned slots = 0;
   unsigned operations = 0;
-  int reach = 0;              // the largest distance from p that is compared
-  double expected_kept = 1;   // share of the candidates kept on random sequence
+  int reach = 0;             // the largest distance from p that is compared
+  double expected_kept = 1;  // share of the candidates kept on random sequence
 
   bool is_empty() const { return rows.empty(); }
 };

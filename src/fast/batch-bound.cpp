@@ -10,7 +10,6 @@
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "fast/batch-bound.cpp"
 #include <hwy/foreach_target.h>  // must come before highway.h
-
 #include <hwy/highway.h>
 
 #ifndef QUARVO_BATCH_BOUND_COLUMNS
@@ -31,8 +30,8 @@ inline void transpose_8(std::array<std::uint64_t, 8>& m) {
   }
 }
 
-// The surroundings of the candidates of a batch as columns, one for each distance from the candidate's position, made as
-// far as they are asked for.
+// The surroundings of the candidates of a batch as columns, one for each distance from the candidate's position, made
+// as far as they are asked for.
 class CScatteredColumns {
  public:
   CScatteredColumns(const char* const* its_positions, std::size_t its_count, unsigned L)
@@ -232,8 +231,7 @@ std::uint64_t bound_lanes(const alignment_bound& bound, Columns& columns, bool N
     auto keep = alignment.follow(
         best, [&](int row) { return column(L + row); }, [&](int u) { return column(u); });
     keep = hn::Or(keep, alignment.follow(
-                            best, [&](int row) { return column(-1 - row); },
-                            [&](int u) { return column(L - 1 - u); }));
+                            best, [&](int row) { return column(-1 - row); }, [&](int u) { return column(L - 1 - u); }));
     keep = hn::Or(keep, alignment.reached(best));
     std::uint64_t bits = 0;
     std::array<std::uint8_t, 8> bytes{};
@@ -288,8 +286,7 @@ void CBatchBound::may_reach_all(const alignment_bound& bound, const char* sequen
                                 std::uint64_t* kept) {
   for (std::size_t p = 0; p < length; p += most_candidates) {
     quarvo_batch_bound::CConsecutiveColumns columns(sequence + p);
-    const std::uint64_t bits =
-        HWY_DYNAMIC_DISPATCH(quarvo_batch_bound::bound_consecutive)(bound, columns, Ns_match);
+    const std::uint64_t bits = HWY_DYNAMIC_DISPATCH(quarvo_batch_bound::bound_consecutive)(bound, columns, Ns_match);
     kept[p / 64] |= bits & first_bits(std::min(most_candidates, length - p));
   }
 }

@@ -6,7 +6,6 @@
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "fast/bit-planes.cpp"
 #include <hwy/foreach_target.h>  // must come before highway.h
-
 #include <hwy/highway.h>
 
 HWY_BEFORE_NAMESPACE();

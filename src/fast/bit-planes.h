@@ -9,9 +9,9 @@
 // distant positions at once.
 //
 // The sequence is cut into `lanes` stretches of `stretch` symbols. The plane vector of index t holds bit j for position
-// j * stretch + t, so the symbol at a fixed distance from each position is in another vector at the same bit. Indices go
-// from -margin to stretch + margin + overrun - 1; positions outside the sequence read as arbitrary symbols that are not
-// N. Costs 3/8 byte a symbol, and as much while it is built.
+// j * stretch + t, so the symbol at a fixed distance from each position is in another vector at the same bit. Indices
+// go from -margin to stretch + margin + overrun - 1; positions outside the sequence read as arbitrary symbols that are
+// not N. Costs 3/8 byte a symbol, and as much while it is built.
 class CBitPlanes {
  public:
   static constexpr std::size_t lanes = 512;

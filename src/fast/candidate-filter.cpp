@@ -58,8 +58,13 @@ bool CCandidateFilter::is_for_potential(unsigned L) const {
 CPotentialFilter::settings CCandidateFilter::potential_settings(unsigned shortest) const {
   const unsigned alike = shortest + shortest / 3;
   const auto longest = static_cast<unsigned>(std::min<std::size_t>({alike, global_max_unit_length, length}));
-  return {penalty_of(global_mismatch_score), penalty_of(global_indel_score), global_prefer_longer_repeat,
-          Ns_are_neutral(), shortest, longest, [this](unsigned L) { return min_scores[L]; }};
+  return {penalty_of(global_mismatch_score),
+          penalty_of(global_indel_score),
+          global_prefer_longer_repeat,
+          Ns_are_neutral(),
+          shortest,
+          longest,
+          [this](unsigned L) { return min_scores[L]; }};
 }
 
 void CCandidateFilter::test_potential(unsigned L) {
@@ -68,7 +73,9 @@ void CCandidateFilter::test_potential(unsigned L) {
 }
 
 // Bit planes pay when all of their lanes are in use; a short record is tested exactly at once.
-bool CCandidateFilter::is_short() const { return length <= longest_short_record && CBatchBound::is_narrow(bound) && bound.T > 0; }
+bool CCandidateFilter::is_short() const {
+  return length <= longest_short_record && CBatchBound::is_narrow(bound) && bound.T > 0;
+}
 
 void CCandidateFilter::test_short_record() {
   constexpr unsigned longest = 120;
@@ -99,12 +106,11 @@ std::uint64_t CCandidateFilter::still_candidates(const char* const* positions, s
   std::size_t first = 0;
   std::size_t last = count;
   while (first != last && static_cast<std::size_t>(positions[first] - sequence) < CBatchBound::reach(bound.L)) ++first;
-  while (last != first &&
-         static_cast<std::size_t>(sequence + length - positions[last - 1]) < bound.L + CBatchBound::reach(bound.L) + 8) {
+  while (last != first && static_cast<std::size_t>(sequence + length - positions[last - 1]) <
+                              bound.L + CBatchBound::reach(bound.L) + 8) {
     --last;
   }
   if (first == last) return all;
   const std::uint64_t tested = ~std::uint64_t{0} >> (CBatchBound::most_candidates - (last - first)) << first;
-  return (all & ~tested) |
-         CBatchBound::may_reach(bound, positions + first, last - first, Ns_are_neutral()) << first;
+  return (all & ~tested) | CBatchBound::may_reach(bound, positions + first, last - first, Ns_are_neutral()) << first;
 }

@@ -14,16 +14,16 @@
 
 // Which candidates of imperfect mode are worth extending.
 //
-// A candidate (p, L) that is not accepted changes nothing: only accepted repeats write the mask. So every candidate that
-// provably stays below the minimum score may be skipped before the mask is even looked at, and whether it does is a
-// function of the sequence, p, L and the parameters alone. Contract: every candidate that can be accepted is kept.
+// A candidate (p, L) that is not accepted changes nothing: only accepted repeats write the mask. So every candidate
+// that provably stays below the minimum score may be skipped before the mask is even looked at, and whether it does is
+// a function of the sequence, p, L and the parameters alone. Contract: every candidate that can be accepted is kept.
 //
 // This is the one place that decides which tests run for which unit length and parameters; each test states its own
 // premises and argument.
 class CCandidateFilter {
  public:
-  // For the candidates of the sequence [sequence, sequence + length) under the parameters and the minimum scores by unit
-  // length. All of these must outlive the filter and not change.
+  // For the candidates of the sequence [sequence, sequence + length) under the parameters and the minimum scores by
+  // unit length. All of these must outlive the filter and not change.
   CCandidateFilter(const char* sequence, std::size_t length, const int* min_scores);
 
   // Off, every candidate is kept. The results are the same then, only later, and tests compare them.
@@ -60,15 +60,14 @@ class CCandidateFilter {
 // Collects candidates for the tighter test, and then takes them in the order of adding.
 //
 // What the tighter test says depends on the sequence alone, so it does not matter that candidates are taken later than
-// they are added. Whether a candidate may be anchored does change meanwhile: the mask closes where a repeat is accepted,
-// and opens again at its edits. So `take` must look at the mask itself, and candidates that the mask refused when they
-// were added are put to it again, untested, if a repeat was accepted in between.
+// they are added. Whether a candidate may be anchored does change meanwhile: the mask closes where a repeat is
+// accepted, and opens again at its edits. So `take` must look at the mask itself, and candidates that the mask refused
+// when they were added are put to it again, untested, if a repeat was accepted in between.
 template <typename Take>
 class CCandidateBatch {
  public:
   // take(p) extends a candidate that the mask admits, and returns whether the mask has changed.
-  CCandidateBatch(const CCandidateFilter& its_filter, Take take_candidate)
-      : filter(its_filter), take(take_candidate) {}
+  CCandidateBatch(const CCandidateFilter& its_filter, Take take_candidate) : filter(its_filter), take(take_candidate) {}
 
   // Adds a candidate that the mask admits now.
   void add(const char* p) {

@@ -11,7 +11,8 @@
 // the position with nothing ahead: one past the last symbol to the right, the first symbol to the left. Units are read
 // from a CUnitText with an index 0 .. L - 1 as cursor.
 
-static_assert(std::endian::native == std::endian::little, "runs are compared eight symbols at a time, first one lowest");
+static_assert(std::endian::native == std::endian::little,
+              "runs are compared eight symbols at a time, first one lowest");
 
 inline constexpr int symbols_a_word = 8;
 

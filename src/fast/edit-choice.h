@@ -13,10 +13,10 @@
 // came before. Then of two states at one position, unit cursor and depth the one with the higher score can do all that
 // the other can, and better. So the look-aheads of the three edits run as one, layer by layer, and each place keeps its
 // highest score, marked with the edit that the path to it began with; of equal scores the mark of the edit preferred at
-// equal values (mismatch, insertion, deletion). The mark at the highest score of all is the choice: let v be the highest
-// value of the three edits and e the preferred edit among those that reach it, and follow a path of e to v. A place of
-// it held by a higher score would lead above v, and one held by an equal score with a preferred mark would let that edit
-// reach v; neither can be.
+// equal values (mismatch, insertion, deletion). The mark at the highest score of all is the choice: let v be the
+// highest value of the three edits and e the preferred edit among those that reach it, and follow a path of e to v. A
+// place of it held by a higher score would lead above v, and one held by an equal score with a preferred mark would let
+// that edit reach v; neither can be.
 //
 // The same pass tells when an extension has no future: when no edit is admissible any more before the recursion depth
 // is used up, it has followed all paths there are, and that of the extension is among them.
@@ -89,8 +89,8 @@ class CEditChoice {
   int highest = 0;
   edit chosen = edit::none;
   bool hopeless = false;
-  bool is_last = false;  // no edit of the look-ahead may follow those of this layer
-  bool is_cut = false;   // one would be admissible
+  bool is_last = false;         // no edit of the look-ahead may follow those of this layer
+  bool is_cut = false;          // one would be admissible
   std::size_t layer_begin = 0;  // the layer being left is states [layer_begin, layer_end)
   std::size_t layer_end = 0;
 

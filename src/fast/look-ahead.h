@@ -11,15 +11,15 @@
 
 // The look-ahead of the imperfect extension: the highest score reachable from a state by perfect runs and single edits.
 //
-// Defined as a recursion with up to three branches at each mismatch and a depth limit. Its value is the highest score at
-// the end of any perfect run on any admissible path, so it can be computed by visiting the states in any order. Small
-// trees, nearly all there are, are walked as defined. Larger ones are computed layer by layer: layer d holds the states
-// after d edits, each moved to the end of its perfect run. Two states of a layer at one sequence position and unit
-// cursor have the same continuations. Let a state's gap be the best score on its way minus its score. A state with no
-// lower score and no larger gap than another may make every edit that the other may, all along every continuation: the
-// admission test, score + penalty > max(best - reduction, -L) - P, asks for a small gap or a high score, and both orders
-// are kept by runs and edits. Its scores there are no lower either, so the other state can be dropped without changing
-// the maximum. With an unlimited reduction the gap never matters and each place keeps one state.
+// Defined as a recursion with up to three branches at each mismatch and a depth limit. Its value is the highest score
+// at the end of any perfect run on any admissible path, so it can be computed by visiting the states in any order.
+// Small trees, nearly all there are, are walked as defined. Larger ones are computed layer by layer: layer d holds the
+// states after d edits, each moved to the end of its perfect run. Two states of a layer at one sequence position and
+// unit cursor have the same continuations. Let a state's gap be the best score on its way minus its score. A state with
+// no lower score and no larger gap than another may make every edit that the other may, all along every continuation:
+// the admission test, score + penalty > max(best - reduction, -L) - P, asks for a small gap or a high score, and both
+// orders are kept by runs and edits. Its scores there are no lower either, so the other state can be dropped without
+// changing the maximum. With an unlimited reduction the gap never matters and each place keeps one state.
 //
 // Cost: a constant number of steps for small trees; with an unlimited reduction polynomial in the depth (a layer has at
 // most one state for each diagonal and each mismatch on it). Memory is on the heap and the walk is bounded, so no depth

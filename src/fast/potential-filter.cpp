@@ -8,7 +8,6 @@
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "fast/potential-filter.cpp"
 #include <hwy/foreach_target.h>  // must come before highway.h
-
 #include <hwy/highway.h>
 
 #ifndef QUARVO_POTENTIAL_FILTER_COMMON
@@ -58,7 +57,7 @@ struct scoring {
   int deletion;
   bool Ns_match;
   unsigned largest_distance;
-  int sufficient;               // no value need be higher; assumed behind the end of a stretch
+  int sufficient;                     // no value need be higher; assumed behind the end of a stretch
   std::vector<threshold_pair> right;  // by distance, as the next
   std::vector<threshold_pair> left;
 };
@@ -75,8 +74,7 @@ namespace hn = hwy::HWY_NAMESPACE;
 template <typename Lane>
 class CPotential {
  public:
-  CPotential(const char* sequence, std::size_t sequence_length, const scoring& its_scoring,
-             CFindings& its_found)
+  CPotential(const char* sequence, std::size_t sequence_length, const scoring& its_scoring, CFindings& its_found)
       : s(its_scoring), found(its_found), length(sequence_length) {
     stretch = static_cast<std::ptrdiff_t>((length + lanes() - 1) / lanes());
     // What is assumed behind the end of a stretch fades by about one a position, since the best of all paths counts.
@@ -193,8 +191,7 @@ class CPotential {
   }
 
   template <typename Record>
-  void note_lanes(std::ptrdiff_t t, unsigned L, vector value, hn::Mask<tag> is_weak, int strong,
-                  const Record& record) {
+  void note_lanes(std::ptrdiff_t t, unsigned L, vector value, hn::Mask<tag> is_weak, int strong, const Record& record) {
     std::array<Lane, 64> lane_values{};
     std::array<std::uint8_t, 8> bytes{};
     std::uint64_t left = 0;
@@ -246,7 +243,9 @@ constexpr int scale = 3;
 constexpr int e = 4;
 constexpr int match = scale + e;
 
-int X_of(const CPotentialFilter::settings& s, unsigned L) { return e * static_cast<int>(L) - scale * lowest_score(s, L); }
+int X_of(const CPotentialFilter::settings& s, unsigned L) {
+  return e * static_cast<int>(L) - scale * lowest_score(s, L);
+}
 
 using quarvo_potential_filter::threshold_pair;
 
@@ -287,8 +286,7 @@ bool CPotentialFilter::applies(const settings& s) {
 void CPotentialFilter::run(const char* sequence, std::size_t length, const settings& s) {
   const int longest = static_cast<int>(s.longest);
   // Insertions that a first copy can pay for: matches in it, less than b below 0, and a score to start from.
-  const int insertions =
-      (longest + lowest_score(s, s.longest) + X_of(s, s.longest) / match) / s.indel_penalty + 1;
+  const int insertions = (longest + lowest_score(s, s.longest) + X_of(s, s.longest) / match) / s.indel_penalty + 1;
   quarvo_potential_filter::scoring scoring{match,
                                            scale * s.mismatch_penalty - e,
                                            scale * s.indel_penalty,

@@ -12,8 +12,8 @@
 // position x with the one at x - D, where the distance D starts at L, grows with an insertion and shrinks with a
 // deletion. That comparison does not depend on the candidate, so the best continuation from (x, D) is computed once for
 // all candidates that come by. Let V(x, D) be the best value over all paths from there that match whenever they can and
-// edit only at mismatches, where a match is worth 1 + e, a mismatch e - m, a deletion e - g and an insertion -g: the score,
-// plus e = 4/3 for every unit symbol consumed (m, g: the penalties). W is the mirror image to the left.
+// edit only at mismatches, where a match is worth 1 + e, a mismatch e - m, a deletion e - g and an insertion -g: the
+// score, plus e = 4/3 for every unit symbol consumed (m, g: the penalties). W is the mirror image to the left.
 //
 // For a candidate (p, L) let f = V(p + L, L) and h = W(p - 1, L), b = L + P - 1 (no score after an edit is below -b),
 // T its minimum score and X = e L - b. Suppose it is accepted, and let F be its score after the right extension.
@@ -22,16 +22,17 @@
 // - If the left extension leaves the first copy, then h >= X - F, so h + f / (1 + e) >= X.
 // - If neither does, f + h >= (1 + e) T.
 // Let T be large enough that (1 + e) T >= 2 X. Then the last case is one of the others, and with q = 1 / (1 + e):
-// f >= X, or h >= X - q f. So an accepted candidate has f >= X ("strong" to the right), or h >= X - q (1 - q) X ("strong"
-// to the left), or else both f and h of at least (1 - q) X ("weak"): for f below (1 - q) X the second case asks for a
-// strong h, and for any f below X it asks for a weak one. With a smaller T, f or h is at least the smaller of
-// X / (1 + q) and (1 + e) T / 2, and this takes the place of both strong thresholds.
-// A larger e asks for more, but from about 2 on random sequence has paths of any value.
+// f >= X, or h >= X - q f. So an accepted candidate has f >= X ("strong" to the right), or h >= X - q (1 - q) X
+// ("strong" to the left), or else both f and h of at least (1 - q) X ("weak"): for f below (1 - q) X the second case
+// asks for a strong h, and for any f below X it asks for a weak one. With a smaller T, f or h is at least the smaller
+// of X / (1 + q) and (1 + e) T / 2, and this takes the place of both strong thresholds. A larger e asks for more, but
+// from about 2 on random sequence has paths of any value.
 //
-// Values are capped. That is sound: no threshold is above X. If (1 + e) F >= X, the candidate is kept for f. Else its paths
-// never lose more than b + q X, so from a value capped at X + b + q X or more on its path the start still gets X. For the
-// same reason that is high enough for what is not known where a stretch of the sequence ends. Distance 0, and distances that cost more insertions than a first copy can pay for, need not be followed. A low cap
-// keeps fewer candidates beside perfect repeats, which is why the unit lengths tested in one run should be alike.
+// Values are capped. That is sound: no threshold is above X. If (1 + e) F >= X, the candidate is kept for f. Else its
+// paths never lose more than b + q X, so from a value capped at X + b + q X or more on its path the start still gets X.
+// For the same reason that is high enough for what is not known where a stretch of the sequence ends. Distance 0, and
+// distances that cost more insertions than a first copy can pay for, need not be followed. A low cap keeps fewer
+// candidates beside perfect repeats, which is why the unit lengths tested in one run should be alike.
 //
 // Premises: g >= 5, m >= 5, e L - b > 0, T > 0. Cost: about a third of a nanosecond for a position and distance.
 class CPotentialFilter {
@@ -39,7 +40,7 @@ class CPotentialFilter {
   struct settings {
     int mismatch_penalty;  // positive, as the other
     int indel_penalty;
-    int prefer_longer;     // P
+    int prefer_longer;  // P
     bool Ns_match;
     unsigned shortest;  // unit lengths to be tested
     unsigned longest;
@@ -83,7 +84,7 @@ class CPotentialFilter {
 
  private:
   unsigned first_length = 0;
-  std::size_t its_length = 0;      // of the sequence
+  std::size_t its_length = 0;       // of the sequence
   std::vector<findings> found;      // by L - first_length
   std::vector<std::uint64_t> weak;  // scratch
 };

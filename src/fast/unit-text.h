@@ -25,8 +25,9 @@ class CUnitText {
 
   int length() const { return its_length; }
 
-  // The cursor that u, -symbols_a_word <= u < L + symbols_a_word, stands for. Without branches, since how far a run goes
-  // cannot be predicted: a multiplication by 1/L, rounded up, whose error stays below 1/L for all unit lengths there are.
+  // The cursor that u, -symbols_a_word <= u < L + symbols_a_word, stands for. Without branches, since how far a run
+  // goes cannot be predicted: a multiplication by 1/L, rounded up, whose error stays below 1/L for all unit lengths
+  // there are.
   int wrapped(int u) const {
     const auto raised = static_cast<std::uint64_t>(u + symbols_a_word * its_length);
     return static_cast<int>(raised - (raised * reciprocal >> 32) * static_cast<std::uint64_t>(its_length));
