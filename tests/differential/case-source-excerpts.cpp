@@ -50,7 +50,7 @@ test_case excerpt_case(std::uint64_t seed, std::uint64_t index, const std::vecto
   if (random.percent(70)) settings = random_settings(random);
   const data_file& file = files[random.below(files.size())];
   const std::size_t length =
-      200 + std::min<std::size_t>(50000, affordable_symbols(settings, texture::sparse, ordinary_cost));
+      50 + std::min<std::size_t>(50000, affordable_symbols(settings, texture::sparse, ordinary_cost));
   test_case made;
   made.label = label_of("excerpts", seed, index);
   made.options = settings.options;
