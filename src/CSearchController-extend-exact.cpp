@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "CSearchController.h"
+#include "fast/growth-bound.h"
 #include "fast/look-ahead.h"
 #include "fast/path-bound.h"
 #include "fast/unit-text.h"
@@ -52,15 +53,37 @@ class CLastSeed {
   int L = 0;
 };
 
+// The unit of the seed in hand. One search runs at a time.
+CUnitText& unit_text_of(const Csat& sat) {
+  static CUnitText text;
+  text.set(sat.unit_begin, sat.unit_end);
+  return text;
+}
+
 }  // namespace
 
 // Whether the seed need be stored: false when its extension cannot reach the user's score. An extension reads nothing
 // that other seeds change, so a seed left out would be extended, rejected and leave no trace.
 bool CSearchController::may_be_accepted(const Csat& seed) const {
-  static CUnitText unit;
-  unit.set(seed.unit_begin, seed.unit_end);
   CPathBound bound(current_look_ahead_rules(), seq_begin(), seq_end());
-  return bound.may_reach(seed, unit, minScores_user[seed.unit_length()]);
+  return bound.may_reach(seed, unit_text_of(seed), minScores_user[seed.unit_length()]);
+}
+
+// The extension of a seed as extend_imperfect makes it, without those of its sides that cannot grow.
+bool CSearchController::extend_seed(Csat& sat) const {
+  const CUnitText& unit = unit_text_of(sat);
+  CGrowthBound bound(current_look_ahead_rules());
+  const auto state_at = [&sat](const char* position, const char* cursor) {
+    return extension_state{position, static_cast<int>(cursor - sat.unit_begin), sat.score};
+  };
+  if (bound.may_grow<rightwards>(state_at(sat.pos_right, sat.fwd_unit_cursor), unit, seq_end())) {
+    extend_imperfect_forward(sat, seq_end());
+  }
+  if (bound.may_grow<leftwards>(state_at(sat.pos_left, sat.bwd_unit_cursor), unit, seq_begin())) {
+    extend_imperfect_backward(sat, seq_begin() - 1);
+  }
+  sat.trim_Ns();
+  return passes_thresholds(sat);
 }
 
 void CSearchController::search_exact_and_extend_to_imperfect_repeats() {
@@ -80,7 +103,7 @@ void CSearchController::search_exact_and_extend_to_imperfect_repeats() {
     Csat& sat = *result_list.records.front();
     if (!last.is_like(sat)) {
       last.set(sat);
-      is_last_accepted = extend_imperfect(sat);
+      is_last_accepted = extend_seed(sat);
       if (is_last_accepted) sat.sort_missense();
     } else if (is_last_accepted) {
       CLastSeed::copy_extension(*work_list.records.back(), sat);

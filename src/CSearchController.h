@@ -104,6 +104,7 @@ class CSearchController {
   void exact_search_for_seeds();
   bool is_wanted(const Csat& sat, exact_pass& pass) const;
   bool may_be_accepted(const Csat& seed) const;
+  bool extend_seed(Csat& sat) const;
 
   // Extends the candidate unit [p, p + L) if it may be anchored; if accepted, covers it in the mask and appends it.
   // Changes nothing otherwise. Returns whether it was accepted.
