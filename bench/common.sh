@@ -52,7 +52,8 @@ genome_file() {
   case $1 in
     human) echo human_chr20_5_15Mb.fa ;;
     at-rich) echo dictyostelium_2mb.fa ;;
-    hairpins) echo mirbase_hairpin_rna.fa ;;
+    hairpins*) echo mirbase_hairpin_rna.fa ;;
+    cdna*) echo dictyostelium_cdna.fa ;;
     *) die "no genome is called $1" ;;
   esac
 }
@@ -63,6 +64,9 @@ cut_record() {
     /^>/ { if (NR > 1) exit; print; next }
     { print substr($0, 1, left); left -= length($0); if (left <= 0) exit }' "$1"
 }
+
+# first_records FILE RECORDS
+first_records() { awk -v count="$2" '/^>/ && ++n > count { exit } { print }' "$1"; }
 
 # random_lines SYMBOLS: random sequence. The generator (Park and Miller) is exact in every awk.
 random_lines() {
@@ -100,11 +104,15 @@ input() {
   echo "$file"
 }
 
+# genome NAME SYMBOLS: the file, the cut, or, if the name ends in a dash and a number, so many records of the file.
 genome() {
   local file
   file=$data/$(genome_file "$1")
   [ -r "$file" ] || die "$file cannot be read; name the directory of the genomes as argument or in QUARVO_DATA"
-  if [ "$2" -eq 0 ]; then cat "$file"; else cut_record "$file" "$2"; fi
+  case $1 in
+    *-[0-9]*) first_records "$file" "${1##*-}" ;;
+    *) if [ "$2" -eq 0 ]; then cat "$file"; else cut_record "$file" "$2"; fi ;;
+  esac
 }
 
 symbols_of() { awk '!/^>/ { n += length($0) } END { print n }' "$work/$1"; }
@@ -122,24 +130,25 @@ measure() {
   echo "$seconds $kilobytes"
 }
 
-# pairs ROW: runs the commands in the arrays `first` and `second` by turns; a line for each pair: the seconds of both.
+# pairs ROW: runs the commands in the arrays `first` and `second` by turns; the seconds of both go to the file `pairs`.
 pairs() {
   local run a b
+  : >"$work/pairs"
   for ((run = 1; run <= runs; ++run)); do
     a=$(measure "$1" "$run" "${first[@]}") || exit 1
     b=$(measure "$1" "$run" "${second[@]}") || exit 1
-    echo "${a% *} ${b% *}"
+    echo "${a% *} ${b% *}" >>"$work/pairs"
   done
 }
 
 # middle VALUE...: the median.
 middle() { printf '%s\n' "$@" | sort -g | awk '{ v[NR] = $1 } END { print (v[int((NR + 1) / 2)] + v[int(NR / 2) + 1]) / 2 }'; }
 
-# summary EXPRESSION: of the pairs a, b on standard input the medians of a and of b, and of the expression of them the
-# median, the least and the greatest.
+# summary EXPRESSION: of the pairs a, b measured last the medians of a and of b, and of the expression of them the median,
+# the least and the greatest.
 summary() {
   local lines
-  lines=$(awk "{ a = \$1; b = \$2; if (a <= 0) a = 1e-6; print a, b, $1 }")
+  lines=$(awk "{ a = \$1; b = \$2; if (a <= 0) a = 1e-6; print a, b, $1 }" "$work/pairs")
   # shellcheck disable=SC2046
   echo "$(middle $(cut -d' ' -f1 <<<"$lines"))" "$(middle $(cut -d' ' -f2 <<<"$lines"))" \
     "$(middle $(cut -d' ' -f3 <<<"$lines"))" $(cut -d' ' -f3 <<<"$lines" | sort -g | sed -n '1p;$p')
@@ -147,12 +156,13 @@ summary() {
 
 # --- Tables ---
 
+# print_machine FIGURES: what the medians are of.
 print_machine() {
   echo "Machine: $(lscpu | sed -n 's/^Model name: *//p'), $(nproc) cores, $(uname -s) $(uname -r);" \
     "load average $(cut -d' ' -f1 /proc/loadavg) at the start"
   echo "Compiler: $("$(sed -n 's/^CMAKE_CXX_COMPILER:[A-Z]*=//p' "$build/CMakeCache.txt")" --version | head -n 1), options" \
     "$(sed -n 's/^CMAKE_CXX_FLAGS_RELEASE:[A-Z]*=//p' "$build/CMakeCache.txt")"
-  echo "Time: user plus system, whole processes, in seconds; medians of $runs pairs of runs"
+  echo "Time: user plus system, whole processes, in seconds; medians of $runs $1"
   echo
 }
 
