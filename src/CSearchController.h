@@ -2,8 +2,8 @@
 #define QUARVO_CSEARCHCONTROLLER_H
 
 #include <array>
-#include <cstdio>
 #include <cstdint>
+#include <cstdio>
 #include <list>
 #include <vector>
 
@@ -84,8 +84,8 @@ class CSearchController {
                                                  const char* unit_end, int score, int unit_length, unsigned char depth,
                                                  const char* seq_end, int best_score);
   static int extend_imperfect_backward_leap_ahead(const char* s, const char* u, const char* unit_begin,
-                                                  const char* unit_end, int score, int unit_length,
-                                                  unsigned char depth, const char* seq_stop, int best_score);
+                                                  const char* unit_end, int score, int unit_length, unsigned char depth,
+                                                  const char* seq_stop, int best_score);
 
  private:
   const char* seq_begin() const { return sequence.symbols.buffer; }

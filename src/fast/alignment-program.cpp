@@ -65,7 +65,7 @@ class CWriter {
     run(leftward_start(), true);
     result.slots = highest_slot;
     result.expected_kept = kept;
-    if (kept > most_kept || result.operations > most_operations) return {};
+    if (is_too_wide || kept > most_kept || result.operations > most_operations) return {};
     return std::move(result);
   }
 
@@ -82,6 +82,7 @@ class CWriter {
   slot next_slot = 0;
   slot first_row_slot = 0;
   unsigned highest_slot = 0;
+  bool is_too_wide = false;  // a row does not fit its half
   double kept = 0;
 
   std::vector<int> make_levels() const {
@@ -115,11 +116,10 @@ class CWriter {
 
   // Slots of a row alternate between two halves, since a row reads the one before it.
   void run(planes current, bool leftwards) {
-    slot free_slot = first_row_slot;
     for (int row = 0;; ++row) {
       alignment_program::row code;
-      // The halves: even rows grow upwards from the first slot, odd rows behind the widest row seen.
-      free_slot = row % 2 == 0 ? first_row_slot : static_cast<slot>(first_row_slot + row_width);
+      const slot begin = row % 2 == 0 ? first_row_slot : static_cast<slot>(first_row_slot + row_width);
+      slot free_slot = begin;
       const bool last = is_last_row(row, current);
       std::map<int, slot> matches;
       current = emit_row(code, current, row, leftwards, last, free_slot, matches);
@@ -127,6 +127,7 @@ class CWriter {
           static_cast<unsigned>(code.compares.size() + code.runs.size() + code.forks.size() + code.joins.size());
       result.rows.push_back(std::move(code));
       highest_slot = std::max<unsigned>(highest_slot, free_slot);
+      is_too_wide |= free_slot - begin > row_width;
       if (last || current.empty()) return;
     }
   }

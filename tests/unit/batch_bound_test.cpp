@@ -142,10 +142,16 @@ TEST_F(BatchBound, DropsNearlyAllThatTheBoundRefuses) {
   }
 }
 
-TEST_F(BatchBound, AppliesWhereScoresFitAByte) {
-  EXPECT_TRUE(CBatchBound::applies({120, 5, 5, 120, 129}));
-  EXPECT_FALSE(CBatchBound::applies({121, 5, 5, 120, 60}));
-  EXPECT_FALSE(CBatchBound::applies({120, 5, 5, 120, 130}));
+TEST_F(BatchBound, IsNarrowWhereScoresFitAByte) {
+  EXPECT_TRUE(CBatchBound::is_narrow({119, 5, 5, 119, 130}));
+  EXPECT_FALSE(CBatchBound::is_narrow({120, 5, 5, 119, 60}));
+  EXPECT_FALSE(CBatchBound::is_narrow({119, 5, 5, 119, 131}));
+}
+
+TEST_F(BatchBound, AppliesWhereScoresFitTwoBytes) {
+  EXPECT_TRUE(CBatchBound::applies({2000, 5, 5, 2000, 29999}));
+  EXPECT_FALSE(CBatchBound::applies({2001, 5, 5, 2000, 60}));
+  EXPECT_FALSE(CBatchBound::applies({10, 5, 5, 10, 30000}));
   EXPECT_FALSE(CBatchBound::applies({10, 5, 5, 10, 0}));
 }
 
