@@ -156,15 +156,15 @@ summary() {
 
 # --- Tables ---
 
-# print_machine [FIGURES]: what the medians are of, where there are any.
 print_machine() {
   echo "Machine: $(lscpu | sed -n 's/^Model name: *//p'), $(nproc) cores, $(uname -s) $(uname -r);" \
     "load average $(cut -d' ' -f1 /proc/loadavg) at the start"
   echo "Compiler: $("$(sed -n 's/^CMAKE_CXX_COMPILER:[A-Z]*=//p' "$build/CMakeCache.txt")" --version | head -n 1), options" \
     "$(sed -n 's/^CMAKE_CXX_FLAGS_RELEASE:[A-Z]*=//p' "$build/CMakeCache.txt")"
-  [ $# -eq 0 ] || echo "Time: user plus system, whole processes, in seconds; medians of $runs $1"
-  echo
 }
+
+# print_figures FIGURES: what the medians are of.
+print_figures() { echo "Time: user plus system, whole processes, in seconds; medians of $runs $1"; }
 
 # table_row CELL...
 table_row() {
