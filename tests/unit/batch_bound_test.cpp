@@ -1,4 +1,4 @@
-// The alignment bound in byte lanes: what it keeps, compared with the bound and the extension themselves.
+// The alignment bound in lanes of one byte or two: what it keeps, compared with the bound and the extension themselves.
 
 #include <gtest/gtest.h>
 
@@ -140,6 +140,24 @@ TEST_F(BatchBound, DropsNearlyAllThatTheBoundRefuses) {
     check({settings, L, random.sequence("ACGT", 3000)}, yardstick::bound, 64);
     EXPECT_LT(counts.share_of_unwanted_kept(), 0.001) << L;
   }
+}
+
+TEST_F(BatchBound, KeepsWhatTheBoundAsksForInWideLanes) {
+  CRandomDna random(6);
+  CCandidateSequences sequences(random);
+  for (int round = 0; round < 25 && !HasFailure(); ++round) {
+    const int L = random.one_of(std::vector<int>{60, 100, 119, 120, 121, 150, 171});
+    candidate_settings settings = random_candidate_settings(random, static_cast<unsigned>(L));
+    settings.mismatch_score = std::min(settings.mismatch_score, -4);
+    settings.indel_score = random.number(-6, -3);
+    settings.min_score = random.one_of(std::vector<int>{40, L, 248 - L, 249 - L, 250 - L, 251 - L, 300});
+    settings.min_score_b = 0;
+    settings.put_in_force();
+    const std::string symbols = random.coin() ? sequences.make(random.number(100, 700), L, L)
+                                              : symbols_of_data_file("human_alpha_satellite.fa").substr(0, 1000);
+    check({settings, static_cast<unsigned>(L), symbols}, yardstick::bound, 64);
+  }
+  EXPECT_GT(counts.wanted, 1000U);
 }
 
 TEST_F(BatchBound, IsNarrowWhereScoresFitAByte) {
