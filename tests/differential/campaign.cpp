@@ -51,6 +51,7 @@ void CCampaign::run(const std::string& name, const case_source& source, std::uin
   const std::uint64_t compared_before = compared;
   const std::uint64_t too_slow_before = too_slow;
   std::vector<std::jthread> threads;
+  threads.reserve(static_cast<std::size_t>(settings.jobs));
   for (int i = 0; i < settings.jobs; ++i) threads.emplace_back([&] { work(source); });
   threads.clear();
   const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;

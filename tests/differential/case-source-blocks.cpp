@@ -53,7 +53,10 @@ test_case block_case(std::uint64_t seed, std::uint64_t index) {
   }
   if (random.percent(70)) text += "ACGACGACGACGACG";
   if (random.percent(50)) text += '\n';
-  return {label_of("blocks", seed, index), {{"-M", "exact"}, {"-U", "2"}, {"-s", "9"}, {"--maskX"}}, text, true};
+  return {label_of("blocks", seed, index),
+          {{"-M", "exact"}, {"-U", "2"}, {"-s", "9"}, {"--maskX"}},
+          text,
+          names_with_results_file};
 }
 
 }  // namespace

@@ -61,7 +61,7 @@ test_case large_case(std::uint64_t seed, std::uint64_t index) {
   for (std::size_t border = block; border < sequence.size(); border += block) {
     plant_across(sequence, border, random, settings);
   }
-  return {label_of("large", seed, index), settings.options, plain_fasta({{"s1", sequence}}), true};
+  return {label_of("large", seed, index), settings.options, plain_fasta({{"s1", sequence}}), names_with_results_file};
 }
 
 }  // namespace

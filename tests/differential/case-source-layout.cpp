@@ -13,7 +13,8 @@ test_case layout_case(std::uint64_t seed, std::uint64_t index) {
   for (fasta_record& record : records) {
     record = {random_header(random), make_sequence(random, settings, random.below(random.percent(30) ? 5 : 120))};
   }
-  return {label_of("layout", seed, index), settings.options, wild_fasta(random, records), random.percent(70)};
+  return {label_of("layout", seed, index), settings.options, wild_fasta(random, records),
+          random.percent(70) ? names_with_results_file : names_with_standard_output};
 }
 
 }  // namespace

@@ -53,7 +53,7 @@ test_case random_case(std::uint64_t seed, std::uint64_t index) {
   made.label = label_of("random", seed, index);
   made.options = settings.options;
   made.fasta = random.percent(90) ? plain_fasta(records) : wild_fasta(random, records);
-  made.names_results_file = random.percent(70);
+  if (random.percent(30)) made.file_names = names_with_standard_output;
   return made;
 }
 

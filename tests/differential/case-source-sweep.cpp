@@ -77,7 +77,7 @@ test_case sweep_case(std::uint64_t seed, std::uint64_t index) {
   for (std::size_t position = 0; position <= swept.base.size(); ++position) {
     records.push_back({std::to_string(position), changed_at(swept, position)});
   }
-  return {label_of("sweep", seed, index), settings.options, plain_fasta(records), true};
+  return {label_of("sweep", seed, index), settings.options, plain_fasta(records), names_with_results_file};
 }
 
 }  // namespace

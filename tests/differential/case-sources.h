@@ -27,6 +27,9 @@ case_source layout_cases(std::uint64_t seed);
 // Files of more than one block of the reader, with what is hard to read at the borders of the blocks.
 case_source block_cases(std::uint64_t seed);
 
+// Command lines that are refused, or nearly, and files that cannot be opened.
+case_source refused_cases(std::uint64_t seed);
+
 // Pieces of the *.fa files in the directory. Throws std::runtime_error if it holds none.
 case_source excerpt_cases(std::uint64_t seed, const std::filesystem::path& data);
 

@@ -26,6 +26,7 @@ void check(int error, const char* what) {
 // Both programs get the same name, so that messages that quote it do not differ.
 std::vector<char*> argument_vector(std::vector<std::string>& words) {
   std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
   for (std::string& word : words) arguments.push_back(word.data());
   arguments.push_back(nullptr);
   return arguments;

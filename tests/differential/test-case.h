@@ -10,22 +10,24 @@ namespace differential {
 // The words of one option: its name and, unless it is a switch, its value.
 using option_words = std::vector<std::string>;
 
+inline constexpr const char* input_name = "in.fa";
+inline constexpr const char* results_name = "results";
+
+inline const std::vector<std::string> names_with_results_file{input_name, results_name};
+inline const std::vector<std::string> names_with_standard_output{input_name};
+
 struct test_case {
   std::string label;  // says how to make the case again
   std::vector<option_words> options;
-  std::string fasta;               // the input file, byte for byte
-  bool names_results_file = true;  // false: the results go to standard output
+  std::string fasta;  // the input file, byte for byte
+  std::vector<std::string> file_names = names_with_results_file;
 };
-
-inline constexpr const char* input_name = "in.fa";
-inline constexpr const char* results_name = "results";
 
 // The words behind the program's name, in their order.
 inline std::vector<std::string> command_words(const test_case& tested) {
   std::vector<std::string> words;
   for (const option_words& option : tested.options) words.insert(words.end(), option.begin(), option.end());
-  words.emplace_back(input_name);
-  if (tested.names_results_file) words.emplace_back(results_name);
+  words.insert(words.end(), tested.file_names.begin(), tested.file_names.end());
   return words;
 }
 
