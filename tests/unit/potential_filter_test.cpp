@@ -74,6 +74,26 @@ TEST_F(PotentialFilter, KeepsWhatCanBeAcceptedUnderManySettings) {
   EXPECT_GT(counts.wanted, 5000U);
 }
 
+// What the thresholds allow for, used up.
+TEST_F(PotentialFilter, KeepsCandidatesWhoseFirstCopyIsAsBadAsItMayBe) {
+  CRandomDna random(6);
+  CCandidateSequences sequences(random);
+  for (int round = 0; round < 600 && !HasFailure(); ++round) {
+    const int L = random.number(30, random.coin() ? 60 : 150);
+    candidate_settings settings;
+    settings.longest = static_cast<unsigned>(L);
+    settings.mismatch_score = random.one_of(std::vector<int>{-5, -5, -7, -9});
+    settings.indel_score = random.number(-12, -5);
+    settings.prefer_longer = random.number(0, 1);
+    settings.min_score_b = random.one_of(std::vector<float>{0.5F, 1.0F});
+    settings.put_in_force();
+    const std::string symbols = random.sequence("ACGT", 20) + sequences.with_decayed_copy(L, -settings.mismatch_score) +
+                                random.sequence("ACGT", 20);
+    check({settings, settings.longest, symbols}, settings.longest, yardstick::bound);
+  }
+  EXPECT_GT(counts.wanted, 10000U);
+}
+
 // Repeats of units as long as those of satellites.
 TEST_F(PotentialFilter, KeepsWhatTheBoundAsksForInRealSequence) {
   CRandomDna random(2);

@@ -69,6 +69,17 @@ class CCandidateSequences {
     return text;
   }
 
+  // A repeat in which the copy on one side of a unit costs an extension nearly all that it may lose, for the penalty of
+  // a mismatch, before it comes to perfect copies behind. On the other side there may be some matches to start from.
+  std::string with_decayed_copy(int L, int penalty) {
+    const std::string unit = random.sequence("ACGT", L);
+    const std::string copies = unit + unit + unit;
+    const int matches = random.number(0, L / 8);
+    const auto some = static_cast<std::size_t>(matches);
+    if (random.coin()) return unit.substr(unit.size() - some) + unit + decayed(unit, penalty) + copies;
+    return copies + decayed(unit, penalty) + unit + unit.substr(0, some);
+  }
+
   // Overwrites runs of N's, of lengths around what may be passed over.
   void add_Ns(std::string& text) {
     if (text.empty()) return;
@@ -110,6 +121,18 @@ class CCandidateSequences {
       default:
         return "";
     }
+  }
+
+  // Every (penalty + 1) / 2 symbols a mismatch, which loses a point a symbol.
+  std::string decayed(std::string unit, int penalty) {
+    const int block = (penalty + 1) / 2;
+    const int phase = random.number(0, block - 1);
+    const auto length = static_cast<int>(unit.size());
+    for (int i = phase; i < length; i += block) {
+      char& symbol = unit[static_cast<std::size_t>(std::clamp(i + random.number(-1, 1), 0, length - 1))];
+      if (random.number(0, 2 * length / block) != 0) symbol = symbol == 'A' ? 'C' : symbol == 'C' ? 'G' : 'A';
+    }
+    return unit;
   }
 
   // A unit between a suffix and a prefix of it that have about T symbols together.
