@@ -117,6 +117,7 @@ TEST_F(BatchBound, KeepsWhatCanBeAcceptedAroundNsAtEveryOffset) {
   for (std::size_t offset = 0; offset <= 130 && !HasFailure(); ++offset) {
     candidate_settings settings;
     settings.Ns_are_missense = random.number(0, 2) == 0;
+    settings.longest = 12;
     settings.put_in_force();
     const int L = random.number(1, 12);
     std::string symbols;
