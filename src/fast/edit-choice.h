@@ -2,10 +2,12 @@
 #define QUARVO_FAST_EDIT_CHOICE_H
 
 #include <algorithm>
+#include <cstdint>
 #include <limits>
 #include <vector>
 
 #include "look-ahead.h"
+#include "match-window.h"
 
 // Which edit an extension makes at a mismatch, found in one pass instead of one look-ahead for each alternative.
 //
@@ -31,7 +33,9 @@ template <typename Direction>
 class CEditChoice {
  public:
   CEditChoice(const look_ahead_rules& its_rules, const CUnitText& its_unit, const char* its_end)
-      : rules(its_rules), unit(its_unit), end(its_end), space(workspace()) {
+      : rules(its_rules),
+        window(its_unit, its_end, its_rules.passes_over_Ns, its_rules.recursion_depth),
+        space(workspace()) {
     const std::int64_t lowest = rules.bound(0, its_unit.length()) + 1;
     least_for_mismatch = at_least(lowest - rules.mismatch_score);
     least_for_indel = at_least(lowest - rules.indel_score);
@@ -45,8 +49,8 @@ class CEditChoice {
     chosen = edit::none;
     hopeless = false;
     space.states.clear();
-    space.newest.clear();
-    space.states.push_back({from, 0, edit::none, no_state});
+    space.diagonals.clear();
+    space.states.push_back({window.enter(from), edit::none, no_state});
     layer_begin = 0;
     is_cut = false;
     do {
@@ -63,16 +67,20 @@ class CEditChoice {
 
  private:
   struct state {
-    extension_state at;
-    int diagonal;  // unit symbols minus sequence symbols consumed by edits
+    window_state at;
     edit first;
     int older;  // the state placed before on the same diagonal
   };
   static constexpr int no_state = -1;
 
+  struct diagonal_states {
+    std::uint64_t offsets = 0;  // bit i % 64: there may be a state at offset i
+    int newest = no_state;
+  };
+
   struct buffers {
-    std::vector<state> states;  // of all layers
-    std::vector<int> newest;    // on each diagonal, in the order 0, -1, 1, -2, 2, ...
+    std::vector<state> states;               // of all layers
+    std::vector<diagonal_states> diagonals;  // in the order 0, -1, 1, -2, 2, ...
   };
   static buffers& workspace() {
     static buffers reused;
@@ -80,8 +88,7 @@ class CEditChoice {
   }
 
   look_ahead_rules rules;
-  const CUnitText& unit;
-  const char* end;
+  CMatchWindow<Direction> window;
   buffers& space;
   int least_for_mismatch;  // the score that an edit needs before it
   int least_for_indel;
@@ -111,44 +118,15 @@ class CEditChoice {
   }
 
   void place_edits(const state& from) {
-    const extension_state& at = from.at;
-    const char* const s = Direction::step(at.s);
-    const int u = Direction::unit_step(at.u, unit.length());
-    if (is_last && Direction::left_over(at.s, end) > symbols_a_word) {
-      place_last_edits(from, s, u);
-      return;
+    const auto [offset, diagonal, score] = from.at;
+    if (score >= least_for_mismatch) {
+      place({{offset + 1, diagonal, score + rules.mismatch_score}, mark(from, edit::mismatch), no_state});
     }
-    if (at.score >= least_for_mismatch) {
-      place({{s, u, at.score + rules.mismatch_score}, from.diagonal, mark(from, edit::mismatch), no_state});
+    if (score >= least_for_indel) {
+      const int less = score + rules.indel_score;
+      place({{offset + 1, window.reduced(diagonal - 1), less}, mark(from, edit::insertion), no_state});
+      place({{offset, window.reduced(diagonal + 1), less}, mark(from, edit::deletion), no_state});
     }
-    if (at.score >= least_for_indel) {
-      const int score = at.score + rules.indel_score;
-      place({{s, at.u, score}, from.diagonal - 1, mark(from, edit::insertion), no_state});
-      place({{at.s, u, score}, from.diagonal + 1, mark(from, edit::deletion), no_state});
-    }
-  }
-
-  // The same at the recursion depth, where most states are and only their scores count.
-  void place_last_edits(const state& from, const char* s, int u) {
-    const extension_state& at = from.at;
-    if (at.score >= least_for_mismatch) {
-      place_last({s, u, at.score + rules.mismatch_score}, mark(from, edit::mismatch));
-    }
-    if (at.score >= least_for_indel) {
-      const int score = at.score + rules.indel_score;
-      place_last({s, at.u, score}, mark(from, edit::insertion));
-      place_last({at.s, u, score}, mark(from, edit::deletion));
-    }
-  }
-
-  void place_last(const extension_state& at, edit first) {
-    const int matches = Direction::matches_of_word(at.s, unit.begin(), at.u);
-    if (matches == symbols_a_word || Direction::ahead(Direction::steps(at.s, matches)) == 'N') {
-      place({at, 0, first, no_state});
-      return;
-    }
-    note(at.score + matches, first);
-    is_cut |= at.score + matches >= least_for_any;
   }
 
   void note(int score, edit first) {
@@ -159,10 +137,10 @@ class CEditChoice {
 
   // Moves the state to the end of its perfect run and, if edits may follow there, into the next layer.
   void place(state added) {
-    run_on<Direction>(added.at, unit, end, rules.passes_over_Ns);
+    const bool is_followed = window.run_on(added.at);
     const int score = added.at.score;
     note(score, added.first);
-    if (added.at.s == end || score < least_for_any) return;
+    if (!is_followed || score < least_for_any) return;
     if (is_last) {
       is_cut = true;
     } else {
@@ -176,20 +154,30 @@ class CEditChoice {
 
   // Adds the state unless one at its place, in this layer or with fewer edits in one before, can do as well.
   void merge(state& added) {
-    const std::size_t diagonal = index_of(added.diagonal);
-    if (diagonal >= space.newest.size()) space.newest.resize(diagonal + 1, no_state);
-    for (int i = space.newest[diagonal]; i != no_state; i = space.states[static_cast<std::size_t>(i)].older) {
+    const std::size_t index = index_of(added.at.diagonal);
+    if (index >= space.diagonals.size()) space.diagonals.resize(index + 1);
+    diagonal_states& diagonal = space.diagonals[index];
+    const std::uint64_t bit = std::uint64_t{1} << (static_cast<unsigned>(added.at.offset) % 64);
+    if ((diagonal.offsets & bit) != 0 && is_merged(added, diagonal)) return;
+    diagonal.offsets |= bit;
+    added.older = diagonal.newest;
+    diagonal.newest = static_cast<int>(space.states.size());
+    space.states.push_back(added);
+  }
+
+  bool is_merged(const state& added, const diagonal_states& diagonal) {
+    for (int i = diagonal.newest; i != no_state; i = space.states[static_cast<std::size_t>(i)].older) {
       state& other = space.states[static_cast<std::size_t>(i)];
-      if (other.at.s != added.at.s) continue;
-      if (other.at.score > added.at.score || (other.at.score == added.at.score && other.first <= added.first)) return;
+      if (other.at.offset != added.at.offset) continue;
+      if (other.at.score > added.at.score || (other.at.score == added.at.score && other.first <= added.first)) {
+        return true;
+      }
       if (static_cast<std::size_t>(i) < layer_end) continue;
       other.at.score = added.at.score;
       other.first = added.first;
-      return;
+      return true;
     }
-    added.older = space.newest[diagonal];
-    space.newest[diagonal] = static_cast<int>(space.states.size());
-    space.states.push_back(added);
+    return false;
   }
 };
 

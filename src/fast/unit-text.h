@@ -8,19 +8,25 @@
 
 #include "direction.h"
 
-// A repeat unit written out periodically, so that a word of its symbols can be read from any cursor to either side.
-// begin()[u] is unit symbol u mod L for -8 <= u < L + 8. Keeps its memory from unit to unit.
+// A repeat unit written out periodically, so that stretches of it can be read from any cursor to either side.
+// begin()[u] is unit symbol u mod L for -margin <= u < L + margin. Keeps its memory from unit to unit.
 class CUnitText {
  public:
+  static constexpr int margin = 96;
+
   void set(const char* unit_begin, const char* unit_end) {
     const std::size_t L = static_cast<unsigned>(unit_end - unit_begin);
     its_length = static_cast<int>(L);
     reciprocal = (std::uint64_t{1} << 32) / L + 1;
-    if (text.size() < L + 2 * margin) text.resize(L + 2 * margin);
-    char* const first = text.data() + margin;
-    std::copy(unit_begin, unit_end, first);
-    for (std::size_t u = 0; u < margin; ++u) first[L + u] = first[u];
-    for (std::size_t u = 1; u <= margin; ++u) *(first - u) = *(first - u + L);
+    const std::size_t size = L + 2 * margin;
+    if (text.size() < size) text.resize(size);
+    // A first period from unit symbol -margin mod L on, then copies of what there is already.
+    const std::size_t first = (L - margin % L) % L;
+    std::copy(unit_begin + first, unit_end, text.data());
+    std::copy(unit_begin, unit_begin + first, text.data() + (L - first));
+    for (std::size_t filled = L; filled < size; filled *= 2) {
+      std::copy_n(text.data(), std::min(filled, size - filled), text.data() + filled);
+    }
   }
 
   int length() const { return its_length; }
@@ -36,7 +42,6 @@ class CUnitText {
   const char* begin() const { return text.data() + margin; }
 
  private:
-  static constexpr std::size_t margin = symbols_a_word;
   std::vector<char> text;
   int its_length = 0;
   std::uint64_t reciprocal = 0;

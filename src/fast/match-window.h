@@ -1,0 +1,123 @@
+#ifndef QUARVO_FAST_MATCH_WINDOW_H
+#define QUARVO_FAST_MATCH_WINDOW_H
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+
+#include "direction.h"
+#include "look-ahead.h"
+#include "unit-text.h"
+
+// A state of a look-ahead, by where it is relative to the start of a window.
+struct window_state {
+  int offset;    // symbols from the start of the window to the position
+  int diagonal;  // unit symbols minus sequence symbols consumed since, reduced as CMatchWindow::reduced does
+  int score;
+};
+
+// Compares 64 symbols with a periodic unit, once for each diagonal. matches[i] gets the comparison with text + i, bit j
+// for symbols[j]; Ns the bits of the N's among the symbols.
+void compare_on_diagonals(const char* symbols, const char* text, std::size_t diagonals, std::uint64_t* mismatches,
+                          std::uint64_t* Ns);
+
+// Perfect runs ahead of a position. A look-ahead asks for many runs in the same few symbols, on the diagonals around
+// that of the extension; here the 64 symbols ahead are compared with the unit once on each diagonal, and a run is then
+// a bit scan. Runs that leave the window, or come to an N that is passed over, are followed symbol by symbol.
+//
+// Diagonals are counted modulo the unit length, as the unit repeats.
+template <typename Direction>
+class CMatchWindow {
+ public:
+  static constexpr int size = 64;
+
+  // For extensions of the unit up to `end` (the position with nothing ahead). The unit must stay as it is.
+  CMatchWindow(const CUnitText& its_unit, const char* its_end, bool its_passes_over_Ns, int look_ahead_depth)
+      : unit(its_unit),
+        end(its_end),
+        passes_over_Ns(its_passes_over_Ns),
+        least_diagonal(-(its_unit.length() - 1) / 2),
+        most_diagonal(its_unit.length() / 2),
+        radius(std::min({most_diagonal, look_ahead_depth + drift, most_radius})) {}
+
+  // Where the state is in the window, which is moved to it unless it is in its first part.
+  window_state enter(const extension_state& from) {
+    if (start != nullptr && Direction::left_over(start, from.s) <= size / 4) {
+      const auto offset = static_cast<int>(Direction::left_over(start, from.s));
+      const int consumed = Direction::unit_steps(0, from.u - start_cursor);
+      const int diagonal = reduced((consumed - offset) % unit.length());
+      if (radius == most_diagonal || std::abs(diagonal) <= drift) return {offset, diagonal, from.score};
+    }
+    move_to(from);
+    return {0, 0, from.score};
+  }
+
+  // Moves the state to the end of its perfect run. Returns false at the end of the sequence, where no edit can follow.
+  bool run_on(window_state& at) const {
+    if (at.offset < size && std::abs(at.diagonal) <= radius) {
+      const int matches = Direction::first_bit(mismatches[index_of(at.diagonal)], at.offset);
+      if (matches < size) {
+        at.offset += matches;
+        at.score += matches;
+        return true;
+      }
+    }
+    return run_on_symbol_by_symbol(at);
+  }
+
+  // The diagonal, at most L off, in the range that stands for all.
+  int reduced(int diagonal) const {
+    if (diagonal > most_diagonal) return diagonal - unit.length();
+    return diagonal < least_diagonal ? diagonal + unit.length() : diagonal;
+  }
+
+ private:
+  static constexpr int most_radius = 32;
+  static constexpr int drift = 3;  // how far an extension may leave its diagonal without the window being moved
+  static_assert(CUnitText::margin >= size + most_radius);
+
+  const CUnitText& unit;
+  const char* end;
+  bool passes_over_Ns;
+  int least_diagonal;
+  int most_diagonal;
+  int radius;
+  const char* start = nullptr;
+  int start_cursor = 0;
+  std::array<std::uint64_t, 2 * most_radius + 1> mismatches{};
+
+  std::size_t index_of(int diagonal) const {
+    return static_cast<std::size_t>(radius + Direction::unit_steps(0, diagonal));
+  }
+
+  void move_to(const extension_state& from) {
+    start = from.s;
+    start_cursor = from.u;
+    const auto count = static_cast<std::size_t>(2 * radius + 1);
+    if (Direction::left_over(start, end) < size) {
+      std::fill_n(mismatches.begin(), count, 0);
+      return;
+    }
+    std::uint64_t Ns = 0;
+    compare_on_diagonals(Direction::first_of(start, size),
+                         unit.begin() + Direction::first_of(start_cursor, size) - radius, count, mismatches.data(),
+                         &Ns);
+    if (!passes_over_Ns || Ns == 0) return;
+    const std::uint64_t in_front = Direction::bits_in_front(Ns);
+    for (std::size_t i = 0; i < count; ++i) mismatches[i] &= in_front;
+  }
+
+  bool run_on_symbol_by_symbol(window_state& at) const {
+    const int L = unit.length();
+    const int u = Direction::unit_steps(start_cursor, at.diagonal + at.offset) % L;
+    extension_state moved{Direction::steps(start, at.offset), u < 0 ? u + L : u, at.score};
+    ::run_on<Direction>(moved, unit, end, passes_over_Ns);
+    at.offset = static_cast<int>(Direction::left_over(start, moved.s));
+    at.score = moved.score;
+    return moved.s != end;
+  }
+};
+
+#endif
