@@ -72,14 +72,16 @@ class CScatteredColumns {
   }
 };
 
-// The same for consecutive candidates, where the sequence itself holds the columns.
-class CConsecutiveColumns {
- public:
-  explicit CConsecutiveColumns(const char* first) : symbols(reinterpret_cast<const std::uint8_t*>(first)) {}
-  const std::uint8_t* column(int offset) const { return symbols + offset; }
+// What the bound reads columns through. Handed on by value, so that nothing is read again in the loops.
+struct scattered_view {
+  CScatteredColumns* columns;
+  const std::uint8_t* column(int offset) const { return columns->column(offset); }
+};
 
- private:
-  const std::uint8_t* symbols;
+// The same for consecutive candidates, where the sequence itself holds the columns.
+struct consecutive_view {
+  const std::uint8_t* first;
+  const std::uint8_t* column(int offset) const { return first + offset; }
 };
 
 }  // namespace quarvo_batch_bound
@@ -103,23 +105,6 @@ HWY_INLINE hn::Vec<tag_of<std::uint16_t>> load_symbols(tag_of<std::uint16_t> d, 
   return hn::PromoteTo(d, hn::LoadU(hn::Rebind<std::uint8_t, decltype(d)>(), from));
 }
 
-// x mod L for 0 <= x < 2 L + all diagonals, since every cell asks for a unit cursor.
-class CWrapTable {
- public:
-  CWrapTable(int L, int diagonals) {
-    table.resize(static_cast<std::size_t>(2 * L + diagonals));
-    int wrapped = 0;
-    for (auto& entry : table) {
-      entry = static_cast<std::uint16_t>(wrapped);
-      wrapped = wrapped + 1 == L ? 0 : wrapped + 1;
-    }
-  }
-  int operator[](int x) const { return table[static_cast<std::size_t>(x)]; }
-
- private:
-  inline static std::vector<std::uint16_t> table;  // kept from batch to batch
-};
-
 // One direction of the bound, for the Lanes(d) candidates of a vector.
 template <typename Lane>
 class CAlignment {
@@ -134,7 +119,6 @@ class CAlignment {
         L(static_cast<int>(bound.L)),
         band(CBatchBound::band(bound.L)),
         diagonals(2 * band + 1),
-        wrap(L, diagonals),
         Ns_match(does_Ns_match) {
     now.resize(static_cast<std::size_t>(diagonals) * batch_lanes);
   }
@@ -148,11 +132,11 @@ class CAlignment {
     auto undecided = zero;
     lowest = highest = band;
     hn::StoreU(hn::IfThenElseZero(hn::Eq(reached(best), zero), best), d, at(lowest));
-    int first_u = wrap[L - 1 - (band - 1) % L];  // the cursor of the lowest diagonal
+    int first_u = L - 1 - (band - 1) % L;  // the cursor of the lowest diagonal
     for (int row = 0; row < CBatchBound::rows(static_cast<unsigned>(L)) && lowest <= highest; ++row) {
       take_row(symbols(row), first_u, best, undecided, units);
       drop_decided(hn::Or(undecided, reached(best)));
-      first_u = wrap[first_u + 1];
+      first_u = following(first_u);
     }
     for (int k = lowest; k <= highest; ++k) undecided = hn::Or(undecided, hn::LoadU(d, at(k)));
     return undecided;
@@ -169,7 +153,6 @@ class CAlignment {
   int L;
   int band;
   int diagonals;
-  CWrapTable wrap;
   bool Ns_match;
   int lowest = 0;  // the diagonals with a path, as indices; none when lowest > highest
   int highest = 0;
@@ -178,36 +161,55 @@ class CAlignment {
   static Lane* at(int k) { return now.data() + static_cast<std::size_t>(k) * batch_lanes; }
   static Lane clamped(int penalty) { return static_cast<Lane>(std::min<int>(penalty, hwy::LimitsMax<Lane>())); }
 
+  int following(int u) const { return u + 1 == L ? 0 : u + 1; }
+
   // Deletions stay in the row, so diagonals are taken in ascending order; an insertion leads one down in the next row,
-  // to where this row has been read already.
+  // to where this row has been read already. Everything is held in locals, since a store to a byte may alias members.
   template <typename Units>
-  void take_row(vector symbol, int first_u, vector& best, vector& undecided, const Units& units) {
+  void take_row(vector symbol, int first_u, vector& best, vector& undecided, const Units units) {
     const auto zero = hn::Zero(d);
     const auto one = hn::Set(d, 1);
-    const auto is_N = hn::Eq(symbol, hn::Set(d, static_cast<Lane>('N')));
+    const auto mismatch_penalty = mismatch;
+    const auto indel_penalty = indel;
+    const auto is_N = Ns_match ? hn::Eq(symbol, hn::Set(d, static_cast<Lane>('N'))) : hn::Ne(zero, zero);
+    const int last = highest;
+    const int end = diagonals;
+    const int wrapping = L;
+    Lane* const scores = at(0);
+    auto row_best = best;
+    auto row_undecided = undecided;
     auto deleted = zero;
     auto below = zero;  // what stays on the diagonal below
     int k = lowest;
-    for (; k <= highest || (k < diagonals && !hn::AllTrue(d, hn::Eq(deleted, zero))); ++k) {
-      const auto score = k <= highest ? hn::Max(hn::LoadU(d, at(k)), deleted) : deleted;
-      auto matches = hn::Eq(symbol, units(wrap[first_u + k]));
-      if (Ns_match) matches = hn::Or(matches, is_N);
+    int u = (first_u + k) % wrapping;
+    int first_alive = end;
+    int last_alive = -1;
+    // Without branches, as nothing is harder to predict than where the last of many paths dies.
+    const auto leave = [&](vector scores_left, int at_k) {
+      hn::StoreU(scores_left, d, scores + static_cast<std::size_t>(at_k) * batch_lanes);
+      const int is_dead = hn::AllTrue(d, hn::Eq(scores_left, zero)) ? 1 : 0;
+      first_alive = std::min(first_alive, at_k + is_dead * end);
+      last_alive = std::max(last_alive, at_k - is_dead * end);
+    };
+    for (; k <= last || (k < end && !hn::AllTrue(d, hn::Eq(deleted, zero))); ++k) {
+      const auto score =
+          k <= last ? hn::Max(hn::LoadU(d, scores + static_cast<std::size_t>(k) * batch_lanes), deleted) : deleted;
+      const auto matches = hn::Or(hn::Eq(symbol, units(u)), is_N);
       const auto raised = hn::Add(score, hn::Min(score, one));
-      best = hn::Max(best, hn::IfThenElseZero(matches, raised));
-      const auto off = hn::IfThenZeroElse(matches, hn::SaturatedSub(score, indel));
-      if (k > 0) hn::StoreU(hn::Max(below, off), d, at(k - 1));
-      if (k == 0 || k == diagonals - 1) undecided = hn::Or(undecided, off);
-      below = hn::IfThenElse(matches, raised, hn::SaturatedSub(score, mismatch));
+      row_best = hn::Max(row_best, hn::IfThenElseZero(matches, raised));
+      const auto off = hn::IfThenZeroElse(matches, hn::SaturatedSub(score, indel_penalty));
+      if (k > 0) leave(hn::Max(below, off), k - 1);
+      if (k == 0 || k == end - 1) row_undecided = hn::Or(row_undecided, off);
+      below = hn::IfThenElse(matches, raised, hn::SaturatedSub(score, mismatch_penalty));
       deleted = off;
+      u = u + 1 == wrapping ? 0 : u + 1;
     }
-    hn::StoreU(below, d, at(k - 1));
-    highest = k - 1;
-    lowest = std::max(lowest - 1, 0);
-    while (lowest <= highest && is_dead(lowest)) ++lowest;
-    while (lowest <= highest && is_dead(highest)) --highest;
+    leave(below, k - 1);
+    best = row_best;
+    undecided = row_undecided;
+    lowest = first_alive;
+    highest = last_alive;
   }
-
-  bool is_dead(int k) { return hn::AllTrue(d, hn::Eq(hn::LoadU(d, at(k)), hn::Zero(d))); }
 
   // Lanes that are kept anyway need no more rows.
   void drop_decided(vector decided) {
@@ -219,19 +221,19 @@ class CAlignment {
   }
 };
 
-template <typename Lane, typename Columns>
-std::uint64_t bound_lanes(const alignment_bound& bound, Columns& columns, bool Ns_match) {
+template <typename Lane, typename View>
+std::uint64_t bound_lanes(const alignment_bound& bound, View view, bool Ns_match) {
   const tag_of<Lane> d;
   const int L = static_cast<int>(bound.L);
   CAlignment<Lane> alignment(bound, Ns_match);
   std::uint64_t kept = 0;
   for (std::size_t first = 0; first < batch_lanes; first += hn::Lanes(d)) {
-    const auto column = [&](int offset) { return load_symbols(d, columns.column(offset) + first); };
+    const auto column = [=](int offset) { return load_symbols(d, view.column(offset) + first); };
     auto best = hn::Set(d, static_cast<Lane>(bound.b + 1));
     auto keep = alignment.follow(
-        best, [&](int row) { return column(L + row); }, [&](int u) { return column(u); });
+        best, [=](int row) { return column(L + row); }, [=](int u) { return column(u); });
     keep = hn::Or(keep, alignment.follow(
-                            best, [&](int row) { return column(-1 - row); }, [&](int u) { return column(L - 1 - u); }));
+                            best, [=](int row) { return column(-1 - row); }, [=](int u) { return column(L - 1 - u); }));
     keep = hn::Or(keep, alignment.reached(best));
     std::uint64_t bits = 0;
     std::array<std::uint8_t, 8> bytes{};
@@ -242,18 +244,18 @@ std::uint64_t bound_lanes(const alignment_bound& bound, Columns& columns, bool N
   return kept;
 }
 
-template <typename Columns>
-std::uint64_t bound_batch(const alignment_bound& bound, Columns& columns, bool Ns_match) {
-  return CBatchBound::is_narrow(bound) ? bound_lanes<std::uint8_t>(bound, columns, Ns_match)
-                                       : bound_lanes<std::uint16_t>(bound, columns, Ns_match);
+template <typename View>
+std::uint64_t bound_batch(const alignment_bound& bound, View view, bool Ns_match) {
+  return CBatchBound::is_narrow(bound) ? bound_lanes<std::uint8_t>(bound, view, Ns_match)
+                                       : bound_lanes<std::uint16_t>(bound, view, Ns_match);
 }
 
-std::uint64_t bound_scattered(const alignment_bound& bound, CScatteredColumns& columns, bool Ns_match) {
-  return bound_batch(bound, columns, Ns_match);
+std::uint64_t bound_scattered(const alignment_bound& bound, scattered_view view, bool Ns_match) {
+  return bound_batch(bound, view, Ns_match);
 }
 
-std::uint64_t bound_consecutive(const alignment_bound& bound, CConsecutiveColumns& columns, bool Ns_match) {
-  return bound_batch(bound, columns, Ns_match);
+std::uint64_t bound_consecutive(const alignment_bound& bound, consecutive_view view, bool Ns_match) {
+  return bound_batch(bound, view, Ns_match);
 }
 
 }  // namespace HWY_NAMESPACE
@@ -278,16 +280,13 @@ std::uint64_t first_bits(std::size_t count) { return ~std::uint64_t{0} >> (64 - 
 std::uint64_t CBatchBound::may_reach(const alignment_bound& bound, const char* const* positions, std::size_t count,
                                      bool Ns_match) {
   quarvo_batch_bound::CScatteredColumns columns(positions, count, bound.L);
-  const std::uint64_t kept = HWY_DYNAMIC_DISPATCH(quarvo_batch_bound::bound_scattered)(bound, columns, Ns_match);
+  const std::uint64_t kept = HWY_DYNAMIC_DISPATCH(quarvo_batch_bound::bound_scattered)(bound, {&columns}, Ns_match);
   return kept & first_bits(count);
 }
 
-void CBatchBound::may_reach_all(const alignment_bound& bound, const char* sequence, std::size_t length, bool Ns_match,
-                                std::uint64_t* kept) {
-  for (std::size_t p = 0; p < length; p += most_candidates) {
-    quarvo_batch_bound::CConsecutiveColumns columns(sequence + p);
-    const std::uint64_t bits = HWY_DYNAMIC_DISPATCH(quarvo_batch_bound::bound_consecutive)(bound, columns, Ns_match);
-    kept[p / 64] |= bits & first_bits(std::min(most_candidates, length - p));
-  }
+std::uint64_t CBatchBound::may_reach_next(const alignment_bound& bound, const char* position, std::size_t count,
+                                          bool Ns_match) {
+  const quarvo_batch_bound::consecutive_view view{reinterpret_cast<const std::uint8_t*>(position)};
+  return HWY_DYNAMIC_DISPATCH(quarvo_batch_bound::bound_consecutive)(bound, view, Ns_match) & first_bits(count);
 }
 #endif

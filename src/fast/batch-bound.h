@@ -35,11 +35,11 @@ class CBatchBound {
   // Symbols that are read on each side of the unit. Candidates closer to an end of the record must not be asked for.
   static constexpr std::size_t reach(unsigned L) { return static_cast<std::size_t>(rows(L)) + 8; }
 
-  // Sets bit p % 64 of kept[p / 64] for all candidates 0 <= p < length that can reach bound.T. As many as reach(L)
-  // symbols must be readable in front of `sequence`, and L + reach(L) + most_candidates behind its end; bytes that are
-  // no symbols mark the ends.
-  static void may_reach_all(const alignment_bound& bound, const char* sequence, std::size_t length, bool Ns_match,
-                            std::uint64_t* kept);
+  // Bit i of the result: the candidate at position + i can reach bound.T, for `count` candidates. As many as reach(L)
+  // symbols must be readable in front of `position`, and L + reach(L) + most_candidates from it on; bytes that are no
+  // symbols mark the ends.
+  static std::uint64_t may_reach_next(const alignment_bound& bound, const char* position, std::size_t count,
+                                      bool Ns_match);
 
   // Bit i of the result: the candidate at positions[i] can reach bound.T. A neutral N counts as a match.
   static std::uint64_t may_reach(const alignment_bound& bound, const char* const* positions, std::size_t count,

@@ -7,6 +7,7 @@
 #include "../global-types-and-parameters.h"
 #include "alignment-filter.h"
 #include "alignment-program.h"
+#include "run-filter.h"
 
 namespace {
 
@@ -77,6 +78,8 @@ bool CCandidateFilter::is_short() const {
   return length <= longest_short_record && CBatchBound::is_narrow(bound) && bound.T > 0;
 }
 
+// A path may make no edit before its score reaches the smaller penalty less b, so a candidate without a perfect run of
+// that many matches through its unit stays below T. On random sequence this leaves little to do for the shortest units.
 void CCandidateFilter::test_short_record() {
   constexpr unsigned longest = 120;
   constexpr std::size_t room = CBatchBound::reach(longest) + longest + CBatchBound::most_candidates;
@@ -84,7 +87,22 @@ void CCandidateFilter::test_short_record() {
     padded.resize(length + 2 * room);
     std::copy_n(sequence, length, padded.data() + room);
   }
-  CBatchBound::may_reach_all(bound, padded.data() + room, length, Ns_are_neutral(), kept.data());
+  if (length <= bound.L) return;
+  const int matches = std::min(std::min(bound.mismatch_penalty, bound.indel_penalty) - bound.b, bound.T);
+  const char* const begin = padded.data() + room;
+  const char* const end = begin + length - bound.L;
+  CRunFilter runs(begin, begin + length, bound.L, matches, Ns_are_neutral());
+  for (const char* p = runs.first_kept(begin); p < end; p = runs.first_kept(p + CBatchBound::most_candidates)) {
+    const auto count = std::min<std::size_t>(CBatchBound::most_candidates, static_cast<std::size_t>(end - p));
+    keep(static_cast<std::size_t>(p - begin), CBatchBound::may_reach_next(bound, p, count, Ns_are_neutral()));
+  }
+}
+
+// Sets the bits of the 64 positions from `first` on.
+void CCandidateFilter::keep(std::size_t first, std::uint64_t bits) {
+  const std::size_t shift = first % 64;
+  kept[first / 64] |= bits << shift;
+  if (shift != 0 && bits >> (64 - shift) != 0) kept[first / 64 + 1] |= bits >> (64 - shift);
 }
 
 void CCandidateFilter::test_long_record(const alignment_program& program) {

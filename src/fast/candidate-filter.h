@@ -50,6 +50,7 @@ class CCandidateFilter {
 
   bool is_short() const;
   void test_short_record();
+  void keep(std::size_t first, std::uint64_t bits);
   bool is_for_potential(unsigned L) const;
   CPotentialFilter::settings potential_settings(unsigned shortest) const;
   void test_potential(unsigned L);

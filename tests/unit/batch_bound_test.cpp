@@ -30,7 +30,12 @@ class CPaddedSymbols {
 position_bits keep_of_all(const filter_case& c) {
   const CPaddedSymbols padded(c.symbols, c.L);
   position_bits kept = no_positions(c.symbols.size());
-  CBatchBound::may_reach_all(c.settings.bound(c.L), padded.begin(), c.symbols.size(), Ns_are_neutral(), kept.data());
+  for (std::size_t first = 0; first < c.symbols.size(); first += CBatchBound::most_candidates) {
+    const std::size_t count = std::min(CBatchBound::most_candidates, c.symbols.size() - first);
+    kept[first / 64] =
+        CBatchBound::may_reach_next(c.settings.bound(c.L), padded.begin() + first, count, Ns_are_neutral());
+    EXPECT_EQ(count == 64 ? 0 : kept[first / 64] >> count, 0U) << "bits without a candidate are set";
+  }
   return kept;
 }
 
