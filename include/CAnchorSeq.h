@@ -41,8 +41,9 @@ class CAnchorSeq {
   bool may_anchor(const char* p, unsigned L) const {
     const char* const first = mask_begin + (p - seq_begin);
     const char* const behind = first + L;
-    return (first[0] == anchor && (behind[-1] == anchor || behind[0] == anchor)) ||
-           (first[-1] == anchor && behind[-1] == anchor);
+    // Without branches, as the mask is hard to predict around repeats.
+    const bool is_last_free = behind[-1] == anchor;
+    return ((first[0] == anchor) & (is_last_free | (behind[0] == anchor))) | ((first[-1] == anchor) & is_last_free);
   }
 
   // Covers the repeat and frees the positions of its edits again, so that later candidates may start there.

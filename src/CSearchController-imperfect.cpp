@@ -50,7 +50,8 @@ bool CSearchController::try_candidate(const char* p, unsigned L, CAnchorSeq& mas
   return true;
 }
 
-// Tries all candidates that can be accepted, in ascending order.
+// Tries all candidates that can be accepted, in ascending order. Few of those that the batch is given are left to be
+// looked at as a whole; here only runs of N's are kept away from it.
 void CSearchController::try_candidates(unsigned L, CCandidateFilter& filter, CAnchorSeq& mask, CsatContainer& found) {
   CSpareSat spare;
   const std::vector<std::uint64_t>& candidates = filter.candidates(L);
@@ -62,7 +63,7 @@ void CSearchController::try_candidates(unsigned L, CCandidateFilter& filter, CAn
       if (seq_end() - p <= static_cast<std::ptrdiff_t>(L)) break;
       if (!mask.may_anchor(p, L)) {
         batch.add_refused(p);
-      } else if (is_candidate(p, L)) {
+      } else if (*p != 'N') {
         batch.add(p);
       }
     }

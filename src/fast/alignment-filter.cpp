@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <bit>
 
+#include "unroll.h"
+
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "fast/alignment-filter.cpp"
 #include <hwy/aligned_allocator.h>
@@ -21,6 +23,7 @@ template <std::size_t vectors>
 class CInterpreter {
  public:
   static constexpr std::size_t slot_words = vectors * CBitPlanes::words;
+  static constexpr std::size_t lanes = hn::MaxLanes(tag());
 
   CInterpreter(const alignment_program& its_program, const CBitPlanes& its_planes, bool does_Ns_match,
                std::uint64_t* its_memory)
@@ -61,7 +64,8 @@ class CInterpreter {
     const std::uint64_t* const high_b = planes.high(t + op.b);
     std::uint64_t* const to = at(op.matches);
     const auto ones = hn::Set(d, ~std::uint64_t{0});
-    for (std::size_t i = 0; i < slot_words; i += hn::Lanes(d)) {
+    QUARVO_UNROLL
+    for (std::size_t i = 0; i < slot_words; i += lanes) {
       const auto low = hn::Xor(hn::LoadU(d, low_a + i), hn::LoadU(d, low_b + i));
       const auto high = hn::Xor(hn::LoadU(d, high_a + i), hn::LoadU(d, high_b + i));
       hn::Store(hn::AndNot(hn::Or(low, high), ones), d, to + i);
@@ -70,7 +74,8 @@ class CInterpreter {
   }
 
   void apply_Ns(const std::uint64_t* Ns, std::uint64_t* to) {
-    for (std::size_t i = 0; i < slot_words; i += hn::Lanes(d)) {
+    QUARVO_UNROLL
+    for (std::size_t i = 0; i < slot_words; i += lanes) {
       const auto N = hn::LoadU(d, Ns + i);
       const auto matches = hn::Load(d, to + i);
       hn::Store(Ns_match ? hn::Or(matches, N) : hn::AndNot(N, matches), d, to + i);
@@ -81,7 +86,8 @@ class CInterpreter {
     const std::uint64_t* const hit = at(op.hit);
     const std::uint64_t* const matches = at(op.matches);
     std::uint64_t* const to = at(op.to);
-    for (std::size_t i = 0; i < slot_words; i += hn::Lanes(d)) {
+    QUARVO_UNROLL
+    for (std::size_t i = 0; i < slot_words; i += lanes) {
       hn::Store(hn::And(hn::Load(d, hit + i), hn::Load(d, matches + i)), d, to + i);
     }
   }
@@ -92,7 +98,8 @@ class CInterpreter {
     const std::uint64_t* const miss = at(op.miss);
     const std::uint64_t* const miss_matches = at(op.miss_matches);
     std::uint64_t* const to = at(op.to);
-    for (std::size_t i = 0; i < slot_words; i += hn::Lanes(d)) {
+    QUARVO_UNROLL
+    for (std::size_t i = 0; i < slot_words; i += lanes) {
       const auto matched = hn::And(hn::Load(d, hit + i), hn::Load(d, hit_matches + i));
       const auto edited = hn::AndNot(hn::Load(d, miss_matches + i), hn::Load(d, miss + i));
       hn::Store(hn::Or(matched, edited), d, to + i);
@@ -108,7 +115,8 @@ class CInterpreter {
     const std::uint64_t* const deletion = at(op.deletion);
     const std::uint64_t* const deletion_matches = at(op.deletion_matches);
     std::uint64_t* const to = at(op.to);
-    for (std::size_t i = 0; i < slot_words; i += hn::Lanes(d)) {
+    QUARVO_UNROLL
+    for (std::size_t i = 0; i < slot_words; i += lanes) {
       const auto E = hn::Load(d, matches + i);
       const auto diagonal = hn::Or(hn::And(hn::Load(d, hit + i), E), hn::AndNot(E, hn::Load(d, miss + i)));
       const auto inserted = hn::AndNot(hn::Load(d, insertion_matches + i), hn::Load(d, insertion + i));
@@ -121,7 +129,8 @@ class CInterpreter {
     const std::uint64_t* const from = at(op.from);
     const std::uint64_t* const matches = at(op.matches);
     std::uint64_t* const to = at(op.to);
-    for (std::size_t i = 0; i < slot_words; i += hn::Lanes(d)) {
+    QUARVO_UNROLL
+    for (std::size_t i = 0; i < slot_words; i += lanes) {
       const auto path = hn::And(hn::Load(d, from + i), hn::Load(d, matches + i));
       hn::Store(hn::Or(hn::Load(d, to + i), path), d, to + i);
     }
@@ -134,7 +143,8 @@ class CInterpreter {
     const std::uint64_t* const e = at(op.from[3]);
     const std::uint64_t* const matches = at(op.matches);
     std::uint64_t* const to = at(op.to);
-    for (std::size_t i = 0; i < slot_words; i += hn::Lanes(d)) {
+    QUARVO_UNROLL
+    for (std::size_t i = 0; i < slot_words; i += lanes) {
       const auto paths =
           hn::Or(hn::Or(hn::Load(d, a + i), hn::Load(d, b + i)), hn::Or(hn::Load(d, c + i), hn::Load(d, e + i)));
       hn::Store(hn::Or(hn::Load(d, to + i), hn::AndNot(hn::Load(d, matches + i), paths)), d, to + i);

@@ -5,30 +5,61 @@
 #include <cstring>
 #include <vector>
 
-#include "direction.h"
+#include "unroll.h"
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "fast/batch-bound.cpp"
 #include <hwy/foreach_target.h>  // must come before highway.h
 #include <hwy/highway.h>
 
-#ifndef QUARVO_BATCH_BOUND_COLUMNS
-#define QUARVO_BATCH_BOUND_COLUMNS
+HWY_BEFORE_NAMESPACE();
 namespace quarvo_batch_bound {
+namespace HWY_NAMESPACE {
+namespace hn = hwy::HWY_NAMESPACE;
 
-inline constexpr std::size_t batch = CBatchBound::most_candidates;
+constexpr std::size_t batch_lanes = CBatchBound::most_candidates;
 
-// Transposes 8 x 8 bytes: byte c of word r goes to byte r of word c.
-inline void transpose_8(std::array<std::uint64_t, 8>& m) {
-  std::uint64_t mask = 0x00000000FFFFFFFF;
-  for (unsigned width = 4; width != 0; width >>= 1, mask ^= mask << (8 * width)) {
-    for (unsigned r = 0; r < 8; r = ((r | width) + 1) & ~width) {
-      const std::uint64_t swapped = ((m[r] >> (8 * width)) ^ m[r | width]) & mask;
-      m[r] ^= swapped << (8 * width);
-      m[r | width] ^= swapped;
-    }
+template <typename Lane>
+using tag_of = hn::CappedTag<Lane, batch_lanes / sizeof(Lane)>;
+
+#if HWY_TARGET == HWY_SCALAR
+
+// A block of bytes, 16 x 16: byte c of row r goes to byte r of row c.
+void transpose_16(const std::array<const std::uint8_t*, 16>& rows, std::uint8_t* to, std::size_t stride) {
+  for (std::size_t c = 0; c < 16; ++c) {
+    for (std::size_t r = 0; r < 16; ++r) to[c * stride + r] = rows[r][c];
   }
 }
+
+#else
+
+using vector_16 = hn::Vec<hn::Full128<std::uint8_t>>;
+
+// Interleaves row i with row i + 8, which doubles the number of bytes of a column that lie together.
+HWY_INLINE void interleave_halves(std::array<vector_16, 16>& rows) {
+  const hn::Full128<std::uint8_t> d;
+  std::array<vector_16, 16> interleaved;
+  QUARVO_UNROLL
+  for (std::size_t i = 0; i < 8; ++i) {
+    interleaved[2 * i] = hn::InterleaveLower(d, rows[i], rows[i + 8]);
+    interleaved[2 * i + 1] = hn::InterleaveUpper(d, rows[i], rows[i + 8]);
+  }
+  rows = interleaved;
+}
+
+// A block of bytes, 16 x 16: byte c of row r goes to byte r of row c.
+void transpose_16(const std::array<const std::uint8_t*, 16>& rows, std::uint8_t* to, std::size_t stride) {
+  const hn::Full128<std::uint8_t> d;
+  std::array<vector_16, 16> block;
+  QUARVO_UNROLL
+  for (std::size_t r = 0; r < 16; ++r) block[r] = hn::LoadU(d, rows[r]);
+  QUARVO_UNROLL
+  for (int doubling = 0; doubling < 4; ++doubling) interleave_halves(block);
+  QUARVO_UNROLL
+  for (std::size_t c = 0; c < 16; ++c) hn::StoreU(block[c], d, to + c * stride);
+}
+
+#endif
 
 // The surroundings of the candidates of a batch as columns, one for each distance from the candidate's position, made
 // as far as they are asked for.
@@ -36,7 +67,7 @@ class CScatteredColumns {
  public:
   CScatteredColumns(const char* const* its_positions, std::size_t its_count, unsigned L)
       : positions(its_positions), count(its_count), side((CBatchBound::reach(L) + width) / width * width) {
-    const std::size_t wanted = (2 * side + L + width) * batch;
+    const std::size_t wanted = (2 * side + L + width) * batch_lanes;
     if (bytes.size() < wanted) bytes.resize(wanted);
   }
 
@@ -48,7 +79,7 @@ class CScatteredColumns {
   }
 
  private:
-  static constexpr int width = 8;
+  static constexpr int width = 16;
 
   const char* const* positions;
   std::size_t count;
@@ -58,16 +89,17 @@ class CScatteredColumns {
   inline static std::vector<std::uint8_t> bytes;  // kept from batch to batch
 
   std::uint8_t* at(int offset) {
-    return bytes.data() + static_cast<std::size_t>(offset + static_cast<int>(side)) * batch;
+    return bytes.data() + static_cast<std::size_t>(offset + static_cast<int>(side)) * batch_lanes;
   }
 
-  void fill(int from) {
-    for (std::size_t c = 0; c < batch; c += 8) {
-      std::array<std::uint64_t, 8> block;
+  HWY_NOINLINE void fill(int from) {
+    for (std::size_t c = 0; c < batch_lanes; c += width) {
+      std::array<const std::uint8_t*, width> rows;
       // Lanes without a candidate repeat the last one, so that they ask for no rows of their own.
-      for (std::size_t i = 0; i < 8; ++i) block[i] = load_word(positions[std::min(c + i, count - 1)] + from);
-      transpose_8(block);
-      for (int i = 0; i < width; ++i) std::memcpy(at(from + i) + c, &block[static_cast<std::size_t>(i)], 8);
+      for (std::size_t i = 0; i < width; ++i) {
+        rows[i] = reinterpret_cast<const std::uint8_t*>(positions[std::min(c + i, count - 1)] + from);
+      }
+      transpose_16(rows, at(from) + c, batch_lanes);
     }
   }
 };
@@ -83,19 +115,6 @@ struct consecutive_view {
   const std::uint8_t* first;
   const std::uint8_t* column(int offset) const { return first + offset; }
 };
-
-}  // namespace quarvo_batch_bound
-#endif
-
-HWY_BEFORE_NAMESPACE();
-namespace quarvo_batch_bound {
-namespace HWY_NAMESPACE {
-namespace hn = hwy::HWY_NAMESPACE;
-
-constexpr std::size_t batch_lanes = CBatchBound::most_candidates;
-
-template <typename Lane>
-using tag_of = hn::CappedTag<Lane, batch_lanes / sizeof(Lane)>;
 
 // Symbols, one in each lane.
 HWY_INLINE hn::Vec<tag_of<std::uint8_t>> load_symbols(tag_of<std::uint8_t> d, const std::uint8_t* from) {
@@ -250,12 +269,14 @@ std::uint64_t bound_batch(const alignment_bound& bound, View view, bool Ns_match
                                        : bound_lanes<std::uint16_t>(bound, view, Ns_match);
 }
 
-std::uint64_t bound_scattered(const alignment_bound& bound, scattered_view view, bool Ns_match) {
-  return bound_batch(bound, view, Ns_match);
+std::uint64_t bound_scattered(const alignment_bound& bound, const char* const* positions, std::size_t count,
+                              bool Ns_match) {
+  CScatteredColumns columns(positions, count, bound.L);
+  return bound_batch(bound, scattered_view{&columns}, Ns_match);
 }
 
-std::uint64_t bound_consecutive(const alignment_bound& bound, consecutive_view view, bool Ns_match) {
-  return bound_batch(bound, view, Ns_match);
+std::uint64_t bound_consecutive(const alignment_bound& bound, const char* position, bool Ns_match) {
+  return bound_batch(bound, consecutive_view{reinterpret_cast<const std::uint8_t*>(position)}, Ns_match);
 }
 
 }  // namespace HWY_NAMESPACE
@@ -279,14 +300,13 @@ std::uint64_t first_bits(std::size_t count) { return ~std::uint64_t{0} >> (64 - 
 
 std::uint64_t CBatchBound::may_reach(const alignment_bound& bound, const char* const* positions, std::size_t count,
                                      bool Ns_match) {
-  quarvo_batch_bound::CScatteredColumns columns(positions, count, bound.L);
-  const std::uint64_t kept = HWY_DYNAMIC_DISPATCH(quarvo_batch_bound::bound_scattered)(bound, {&columns}, Ns_match);
+  const std::uint64_t kept =
+      HWY_DYNAMIC_DISPATCH(quarvo_batch_bound::bound_scattered)(bound, positions, count, Ns_match);
   return kept & first_bits(count);
 }
 
 std::uint64_t CBatchBound::may_reach_next(const alignment_bound& bound, const char* position, std::size_t count,
                                           bool Ns_match) {
-  const quarvo_batch_bound::consecutive_view view{reinterpret_cast<const std::uint8_t*>(position)};
-  return HWY_DYNAMIC_DISPATCH(quarvo_batch_bound::bound_consecutive)(bound, view, Ns_match) & first_bits(count);
+  return HWY_DYNAMIC_DISPATCH(quarvo_batch_bound::bound_consecutive)(bound, position, Ns_match) & first_bits(count);
 }
 #endif

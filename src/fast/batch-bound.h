@@ -33,7 +33,7 @@ class CBatchBound {
   static bool is_narrow(const alignment_bound& bound) { return bound.L < 120 && bound.T + bound.b < 250; }
 
   // Symbols that are read on each side of the unit. Candidates closer to an end of the record must not be asked for.
-  static constexpr std::size_t reach(unsigned L) { return static_cast<std::size_t>(rows(L)) + 8; }
+  static constexpr std::size_t reach(unsigned L) { return static_cast<std::size_t>(rows(L)) + 16; }
 
   // Bit i of the result: the candidate at position + i can reach bound.T, for `count` candidates. As many as reach(L)
   // symbols must be readable in front of `position`, and L + reach(L) + most_candidates from it on; bytes that are no

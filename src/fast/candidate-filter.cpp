@@ -124,8 +124,8 @@ std::uint64_t CCandidateFilter::still_candidates(const char* const* positions, s
   std::size_t first = 0;
   std::size_t last = count;
   while (first != last && static_cast<std::size_t>(positions[first] - sequence) < CBatchBound::reach(bound.L)) ++first;
-  while (last != first && static_cast<std::size_t>(sequence + length - positions[last - 1]) <
-                              bound.L + CBatchBound::reach(bound.L) + 8) {
+  while (last != first &&
+         static_cast<std::size_t>(sequence + length - positions[last - 1]) < bound.L + CBatchBound::reach(bound.L)) {
     --last;
   }
   if (first == last) return all;
