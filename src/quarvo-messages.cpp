@@ -67,7 +67,7 @@ bool good_bye(std::FILE* results) {
 }
 
 void good_bye_on_error(int code) {
-  if (code > 0) std::fputs("\nAnalysis has been stopped by the user.\n\n", stderr);
+  if (code > 0) std::fputs(stopped_by_user.data(), stderr);
   if (code == -1) std::fputs("\n\n", stderr);
   if (code < -1) {
     PrintMessage(stderr, "\nAnalysis has been aborted due to errors. Error number: ", number2str(code), "\n\n");

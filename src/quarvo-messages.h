@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <ctime>
+#include <string_view>
 
 // What the program says about the run itself: banner, progress lines and closing texts. Everything but creator_message
 // and the closing line of good_bye goes to standard error, which is flushed after every message.
@@ -28,6 +29,9 @@ void update_report_time();
 // Writes the closing line of the results for the output format and, once that has been written without an error, the
 // closing texts on standard error. Returns false, with the texts left out, when the results could not be written.
 bool good_bye(std::FILE* results);
+
+// The closing text of a run that the user stopped.
+inline constexpr std::string_view stopped_by_user = "\nAnalysis has been stopped by the user.\n\n";
 
 // Writes the closing text for a run that ended with `code`: an error (negative) or a stop by the user (positive).
 void good_bye_on_error(int code);

@@ -12,6 +12,7 @@
 #include "CSequence_Mol.h"
 #include "global-types-and-parameters.h"
 #include "number2cstring.h"
+#include "quarvo-interruption.h"
 #include "quarvo-legend.h"
 #include "quarvo-masked.h"
 #include "quarvo-messages.h"
@@ -98,6 +99,7 @@ void CRun::print_head() {
       stderr);
   std::fflush(stderr);
 
+  const CUninterrupted writing;
   creator_message(results.stream(), "# ");
   print_search_parameters(results.stream(), "# ");
   print_output_format(results.stream(), "# ");
@@ -149,6 +151,8 @@ int CRun::process_record() {
   }
   CsatContainer& found = global_search_mode == search_mode_exact ? controller.result_list : controller.work_list;
   CSearchController::remove_hidden(found);
+
+  const CUninterrupted writing;
   controller.report_SATList(results.stream(), found.records);
   if (!results.is_intact()) return end_on_write_failure(results);
 
@@ -170,7 +174,9 @@ int CRun::end_on_read_error() {
   return status_malformed_input;
 }
 
+// All records are done: a user who stops the run now gets the rest of it as well.
 int CRun::finish() {
+  hold_signals();
   if (global_mask_repeats && !masked.close()) return end_on_write_failure(masked);
   input->close();
   if (!good_bye(results.stream())) return end_on_write_failure(results);

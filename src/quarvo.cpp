@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <new>
 
+#include "quarvo-interruption.h"
 #include "quarvo-messages.h"
 #include "quarvo-run.h"
 
@@ -23,6 +24,7 @@ int main(int argc, char** argv) {
   occupy_standard_streams();
   // A closed pipe is a write error like others, and is told as one.
   (void)std::signal(SIGPIPE, SIG_IGN);
+  stop_on_signals();
   try {
     return run_quarvo(argc, argv);
   } catch (const std::bad_alloc&) {

@@ -1,0 +1,47 @@
+#include "quarvo-interruption.h"
+
+#include <unistd.h>
+
+#include <csignal>
+
+#include "quarvo-messages.h"
+
+namespace {
+
+constexpr int status_of_signal_0 = 128;
+
+// Shared with the handler, which may run between any two instructions.
+volatile std::sig_atomic_t is_held = 0;
+volatile std::sig_atomic_t noted_signal = 0;
+
+// Only what a signal handler may do.
+[[noreturn]] void stop(int signal) {
+  [[maybe_unused]] const auto written = write(STDERR_FILENO, stopped_by_user.data(), stopped_by_user.size());
+  _exit(status_of_signal_0 + signal);
+}
+
+void take_signal(int signal) {
+  if (is_held == 0) stop(signal);
+  noted_signal = signal;
+}
+
+}  // namespace
+
+// Calls that were under way go on behind a noted signal: a write that it cut short would look like a full disk.
+void stop_on_signals() {
+  is_held = 0;
+  noted_signal = 0;
+  struct sigaction action {};
+  action.sa_handler = take_signal;
+  action.sa_flags = SA_RESTART;
+  for (const int signal : {SIGINT, SIGTERM}) sigaddset(&action.sa_mask, signal);
+  for (const int signal : {SIGINT, SIGTERM}) sigaction(signal, &action, nullptr);
+}
+
+void hold_signals() { is_held = 1; }
+
+// A signal that comes behind the first line stops the process by itself.
+CUninterrupted::~CUninterrupted() {
+  is_held = 0;
+  if (noted_signal != 0) stop(noted_signal);
+}

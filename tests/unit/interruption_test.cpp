@@ -1,0 +1,86 @@
+// Signals and the stretches of a run in which they are only noted.
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+
+#include "quarvo-interruption.h"
+
+namespace {
+
+constexpr const char* stop_text = "^\nAnalysis has been stopped by the user.\n\n$";
+
+class Interruption : public ::testing::TestWithParam<int> {
+ protected:
+  int signal = GetParam();
+  ::testing::ExitedWithCode a_stop{128 + signal};
+};
+
+TEST_P(Interruption, StopsTheProcessAtOnce) {
+  const auto run = [this] {
+    stop_on_signals();
+    std::raise(signal);
+    std::exit(0);
+  };
+  EXPECT_EXIT(run(), a_stop, stop_text);
+}
+
+TEST_P(Interruption, FlushesNothing) {
+  const auto run = [this] {
+    stop_on_signals();
+    static char buffer[1000];
+    std::setvbuf(stderr, buffer, _IOFBF, sizeof buffer);
+    std::fputs("part of a line", stderr);
+    std::raise(signal);
+  };
+  EXPECT_EXIT(run(), a_stop, stop_text);
+}
+
+TEST_P(Interruption, WaitsForWhatIsBeingWritten) {
+  const auto run = [this] {
+    stop_on_signals();
+    {
+      const CUninterrupted writing;
+      std::raise(signal);
+      std::fputs("written", stderr);
+    }
+    std::exit(0);
+  };
+  EXPECT_EXIT(run(), a_stop, "^written\nAnalysis has been stopped by the user.\n\n$");
+}
+
+TEST_P(Interruption, StopsTheProcessAtOnceAgainBehindWhatWasWritten) {
+  const auto run = [this] {
+    stop_on_signals();
+    { const CUninterrupted writing; }
+    std::raise(signal);
+    std::exit(0);
+  };
+  EXPECT_EXIT(run(), a_stop, stop_text);
+}
+
+TEST_P(Interruption, LeavesAHeldProcessToItsEnd) {
+  const auto run = [this] {
+    stop_on_signals();
+    hold_signals();
+    std::raise(signal);
+    std::exit(0);
+  };
+  EXPECT_EXIT(run(), ::testing::ExitedWithCode(0), "^$");
+}
+
+TEST_P(Interruption, TakesSignalsOverThatWereIgnored) {
+  const auto run = [this] {
+    (void)std::signal(signal, SIG_IGN);
+    stop_on_signals();
+    std::raise(signal);
+    std::exit(0);
+  };
+  EXPECT_EXIT(run(), a_stop, stop_text);
+}
+
+INSTANTIATE_TEST_SUITE_P(ForBothSignals, Interruption, ::testing::Values(SIGINT, SIGTERM));
+
+}  // namespace
