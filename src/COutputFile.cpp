@@ -29,6 +29,12 @@ void use_buffer(std::FILE* stream, COutputFile::stream_buffer& buffer) {
   if (isatty(fileno(stream)) == 0) std::setvbuf(stream, buffer.data(), _IOFBF, buffer.size());
 }
 
+// Some file systems tell only when a file is closed that it could not be written: any of its descriptors will do.
+bool close_copy_of(int descriptor) {
+  const int copy = dup(descriptor);
+  return copy < 0 || ::close(copy) == 0;
+}
+
 }  // namespace
 
 COutputFile::~COutputFile() {
@@ -81,8 +87,7 @@ bool COutputFile::close() {
   const bool written = is_intact();
   std::FILE* const closing = out;
   out = nullptr;
-  if (closing == stdout) return written;
-  return std::fclose(closing) == 0 && written;
+  return (closing == stdout ? close_copy_of(STDOUT_FILENO) : std::fclose(closing) == 0) && written;
 }
 
 void COutputFile::report_open_failure(const std::string& file_name) const {

@@ -36,7 +36,7 @@ class COutputFile {
 
   // True while everything written has reached the file, as far as the system tells before the file is closed.
   bool is_intact() const;
-  // Closes the file. Returns false when something could not be written. Standard output is flushed only.
+  // Closes the file. Returns false when something could not be written. Standard output itself stays open.
   bool close();
 
   std::FILE* stream() const { return out; }

@@ -58,12 +58,11 @@ bool check_report_status() {
 
 void update_report_time() { time_next_status_report = std::time(nullptr) + report_interval; }
 
-bool good_bye(std::FILE* results) {
-  std::fputs(closing_line(), results);
-  if (std::fflush(results) != 0 || std::ferror(results) != 0) return false;
+void print_closing_line(std::FILE* results) { std::fputs(closing_line(), results); }
+
+void good_bye() {
   std::fputs("\nAnalysis finished successfully.\n\nQuarvo says goodbye.\n\n", stderr);
   std::fflush(stderr);
-  return true;
 }
 
 void good_bye_on_error(int code) {

@@ -6,7 +6,7 @@
 #include <string_view>
 
 // What the program says about the run itself: banner, progress lines and closing texts. Everything but creator_message
-// and the closing line of good_bye goes to standard error, which is flushed after every message.
+// and print_closing_line goes to standard error, which is flushed after every message.
 
 // Base of the elapsed time in progress lines, in seconds; set once at the start of a run.
 extern std::time_t time_analysis_started;
@@ -26,9 +26,11 @@ bool check_report_status();
 // Restarts the progress interval.
 void update_report_time();
 
-// Writes the closing line of the results for the output format and, once that has been written without an error, the
-// closing texts on standard error. Returns false, with the texts left out, when the results could not be written.
-bool good_bye(std::FILE* results);
+// Writes the last line of complete results, by the output format.
+void print_closing_line(std::FILE* results);
+
+// Writes the closing texts of a run that did all it was asked to do. Nothing may be left that could still fail.
+void good_bye();
 
 // The closing text of a run that the user stopped.
 inline constexpr std::string_view stopped_by_user = "\nAnalysis has been stopped by the user.\n\n";

@@ -179,8 +179,10 @@ int CRun::finish() {
   hold_signals();
   if (global_mask_repeats && !masked.close()) return end_on_write_failure(masked);
   input->close();
-  if (!good_bye(results.stream())) return end_on_write_failure(results);
-  return results.close() ? 0 : end_on_write_failure(results);
+  print_closing_line(results.stream());
+  if (!results.close()) return end_on_write_failure(results);
+  good_bye();
+  return 0;
 }
 
 }  // namespace

@@ -22,13 +22,17 @@ static void occupy_standard_streams() {
 
 int main(int argc, char** argv) {
   occupy_standard_streams();
-  // A closed pipe is a write error like others, and is told as one.
+  // A closed pipe and a file that may not grow are write errors like others, and are told as such.
   (void)std::signal(SIGPIPE, SIG_IGN);
+  (void)std::signal(SIGXFSZ, SIG_IGN);
   stop_on_signals();
   try {
     return run_quarvo(argc, argv);
   } catch (const std::bad_alloc&) {
-    std::fputs("\nSorry! There is not enough memory for this run.\n", stderr);
+    std::fputs(
+        "\nSorry! There is not enough memory for this run.\n"
+        "Please give it more memory, or split the longest sequences.\n",
+        stderr);
     good_bye_on_error(status_out_of_memory);
     return status_out_of_memory;
   }
