@@ -4,12 +4,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <limits>
+#include <new>
 
 #include "global-types-and-parameters.h"
 #include "quarvo-messages.h"
 
-Csat_garbagecollector& sat_alloc = *new Csat_garbagecollector;
+// Made without allocating, since nothing could tell of a failure before main, and never destroyed.
+alignas(Csat_garbagecollector) static std::array<std::byte, sizeof(Csat_garbagecollector)> sat_alloc_memory;
+Csat_garbagecollector& sat_alloc = *new (sat_alloc_memory.data()) Csat_garbagecollector;
 
 int* CSearchController::minScores = nullptr;
 int* CSearchController::minLengths = nullptr;
