@@ -1,13 +1,20 @@
 #ifndef QUARVO_CFILE_H
 #define QUARVO_CFILE_H
 
+#include <cerrno>
+#include <cstring>
 #include <fstream>
 
 // The input file, read in large blocks and handed out a byte at a time with one byte of push-back.
 //
 // Every line end (LF, CR LF, lone CR) arrives as one '\n' and is counted in `line`. The state of the file is in the
 // `status` flags alone; nothing here throws. One byte of history survives every refill, so that ungetchar works across
-// a block border. Not copyable; large (the buffer is a member), so create it on the heap.
+// a block border.
+//
+// A file that cannot be read to its end is not at its end: `status` fails without the end-of-file flag, and `trouble`
+// says why. A directory reads as an empty file.
+//
+// Not copyable; large (the buffer is a member), so create it on the heap.
 class CFile : public std::ifstream {
  public:
   static constexpr unsigned buffer_size = 1000000;
@@ -23,6 +30,9 @@ class CFile : public std::ifstream {
   signed char status = fail_state;
   unsigned line = 1;
 
+  // Why the file could not be read to its end, a text that lasts until the next system error, or null.
+  const char* trouble = nullptr;
+
   // Bytes of `buffer` in use, at least 2 and at most buffer_size. Smaller blocks exist for tests of block borders.
   unsigned block_size = buffer_size;
 
@@ -33,6 +43,8 @@ class CFile : public std::ifstream {
     if (!is_open() || std::ifstream::fail()) status = fail_state;
     line = 1;
     buffer_pos = buffer_end = buffer;
+    trouble = nullptr;
+    bytes_missing = size_when_opened();
   }
 
   bool has_failed() const { return (status & fail_state) != 0; }
@@ -71,18 +83,45 @@ class CFile : public std::ifstream {
   }
 
  private:
+  std::streamoff bytes_missing = 0;  // of those that the file had when it was opened
+
+  // 0 where there is no telling, as for a pipe.
+  std::streamoff size_when_opened() {
+    const std::streamoff size = rdbuf()->pubseekoff(0, std::ios_base::end, std::ios_base::in);
+    if (size > 0) rdbuf()->pubseekoff(0, std::ios_base::beg, std::ios_base::in);
+    return size > 0 ? size : 0;
+  }
+
   void set_fail() { status = static_cast<signed char>((status & ~good_state) | fail_state); }
 
   // Reads the next block behind one byte of history. Returns false when the file has failed or is at its end.
   bool refill() {
     const unsigned kept = buffer_pos != buffer ? 1 : 0;
     if (kept != 0) buffer[0] = buffer_pos[-1];
+    errno = 0;
     std::ifstream::read(buffer + kept, static_cast<std::streamsize>(block_size - kept));
+    const int error = errno;
     const auto count = std::ifstream::gcount();
-    if (count == 0) status = static_cast<signed char>((status & ~7) | end_of_file | fail_state);
+    bytes_missing -= count;
+    if (count == 0) end_reading(error);
     buffer_pos = buffer + kept;
     buffer_end = buffer_pos + count;
     return !has_failed();
+  }
+
+  // The stream stays bad once the system has refused to read.
+  void end_reading(int error) {
+    if (error == EISDIR) {
+      std::ifstream::clear();
+    } else if (trouble == nullptr) {
+      trouble = trouble_of(error);
+    }
+    status = static_cast<signed char>((status & ~7) | fail_state | (trouble == nullptr ? end_of_file : 0));
+  }
+
+  const char* trouble_of(int error) const {
+    if (std::ifstream::bad()) return error != 0 ? std::strerror(error) : "It cannot be read";
+    return bytes_missing > 0 ? "It has become shorter while it was read" : nullptr;
   }
 };
 

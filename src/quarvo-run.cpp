@@ -60,6 +60,7 @@ class CRun {
   bool is_in_range() const;
   int process_record();
   int end_on_read_error();
+  int end_on_read_failure() const;
 };
 
 int CRun::open_input() {
@@ -167,11 +168,19 @@ int CRun::end_on_read_error() {
                  record.full_name.c_str(), CSequence_Mol::max_length);
     return end_on_error(status_record_too_long);
   }
+  if (input->trouble != nullptr) return end_on_read_failure();
   std::fputs("\n\n", stderr);
   std::fputs("An error occurred while reading the input file. It might not be a valid fasta file.\n", stderr);
   std::fprintf(stderr, "File position: line %s\n", number2str(input->line));
   std::fflush(stderr);
   return status_malformed_input;
+}
+
+int CRun::end_on_read_failure() const {
+  PrintMessage(stderr, "Sorry! Failed to read file\n   \"", global_input_filename.c_str(),
+               "\"\nas input file, at line ", number2str(input->line), ": ", input->trouble,
+               ".\nThe results end before that. Please run again with a file that can be read to its end.\n");
+  return end_on_error(status_read_failed);
 }
 
 // All records are done: a user who stops the run now gets the rest of it as well.

@@ -9,6 +9,7 @@ inline constexpr int status_masked_not_opened = -103;
 inline constexpr int status_write_failed = -104;
 inline constexpr int status_record_too_long = -105;
 inline constexpr int status_out_of_memory = -106;
+inline constexpr int status_read_failed = -107;
 
 // Does one whole run for the command line: reads the parameters, opens the files, searches and reports record by
 // record. Returns the exit status; every failure has been reported on standard error by then.
