@@ -1,6 +1,7 @@
 #ifndef QUARVO_CFILE_H
 #define QUARVO_CFILE_H
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fstream>
@@ -44,7 +45,8 @@ class CFile : public std::ifstream {
     line = 1;
     buffer_pos = buffer_end = buffer;
     trouble = nullptr;
-    bytes_missing = size_when_opened();
+    bytes_read = 0;
+    bytes_expected = size_when_opened();
   }
 
   bool has_failed() const { return (status & fail_state) != 0; }
@@ -83,13 +85,15 @@ class CFile : public std::ifstream {
   }
 
  private:
-  std::streamoff bytes_missing = 0;  // of those that the file had when it was opened
+  std::streamoff bytes_read = 0;
+  std::streamoff bytes_expected = 0;  // the size of the file when it was opened; 0 where there is none, as of a pipe
 
-  // 0 where there is no telling, as for a pipe.
+  std::streamoff seek(std::ios_base::seekdir from) { return rdbuf()->pubseekoff(0, from, std::ios_base::in); }
+
   std::streamoff size_when_opened() {
-    const std::streamoff size = rdbuf()->pubseekoff(0, std::ios_base::end, std::ios_base::in);
-    if (size > 0) rdbuf()->pubseekoff(0, std::ios_base::beg, std::ios_base::in);
-    return size > 0 ? size : 0;
+    const std::streamoff size = seek(std::ios_base::end);
+    if (size > 0) seek(std::ios_base::beg);
+    return std::max<std::streamoff>(size, 0);
   }
 
   void set_fail() { status = static_cast<signed char>((status & ~good_state) | fail_state); }
@@ -98,30 +102,33 @@ class CFile : public std::ifstream {
   bool refill() {
     const unsigned kept = buffer_pos != buffer ? 1 : 0;
     if (kept != 0) buffer[0] = buffer_pos[-1];
-    errno = 0;
-    std::ifstream::read(buffer + kept, static_cast<std::streamsize>(block_size - kept));
-    const int error = errno;
-    const auto count = std::ifstream::gcount();
-    bytes_missing -= count;
-    if (count == 0) end_reading(error);
+    const std::streamsize count = read_block(buffer + kept, static_cast<std::streamsize>(block_size - kept));
+    bytes_read += count;
+    if (count == 0) end_reading();
     buffer_pos = buffer + kept;
     buffer_end = buffer_pos + count;
     return !has_failed();
   }
 
-  // The stream stays bad once the system has refused to read.
-  void end_reading(int error) {
+  // Returns the number of bytes read. What came before an error is in its place, but the stream does not count it; the
+  // position in the file does. The stream stays bad behind an error.
+  std::streamsize read_block(char* to, std::streamsize size) {
+    errno = 0;
+    std::ifstream::read(to, size);
+    const int error = errno;
+    if (!std::ifstream::bad()) return std::ifstream::gcount();
     if (error == EISDIR) {
       std::ifstream::clear();
-    } else if (trouble == nullptr) {
-      trouble = trouble_of(error);
+      bytes_expected = 0;
+      return 0;
     }
-    status = static_cast<signed char>((status & ~7) | fail_state | (trouble == nullptr ? end_of_file : 0));
+    if (trouble == nullptr) trouble = error != 0 ? std::strerror(error) : "It cannot be read";
+    return std::clamp<std::streamoff>(seek(std::ios_base::cur) - bytes_read, 0, size);
   }
 
-  const char* trouble_of(int error) const {
-    if (std::ifstream::bad()) return error != 0 ? std::strerror(error) : "It cannot be read";
-    return bytes_missing > 0 ? "It has become shorter while it was read" : nullptr;
+  void end_reading() {
+    if (trouble == nullptr && bytes_read < bytes_expected) trouble = "It has become shorter while it was read";
+    status = static_cast<signed char>((status & ~7) | fail_state | (trouble == nullptr ? end_of_file : 0));
   }
 };
 

@@ -26,6 +26,7 @@ class FaultTest : public ::testing::Test {
   int wait();
   int run(const std::string& command, long largest_file = -1);
 
+  pid_t process_id() const { return process; }
   void send(int signal) const;
   bool is_running() const;
   // What the command started last has written to standard error by now.
@@ -38,6 +39,10 @@ class FaultTest : public ::testing::Test {
 
   std::string file(const std::string& name) const { return directory.contents(name); }
   std::string path(const std::string& name) const { return directory.path(name); }
+
+  // In front of a command: the calls that failing-calls.cpp lists may fail.
+  static constexpr const char* preload =
+      "ASAN_OPTIONS=$ASAN_OPTIONS:verify_asan_link_order=0 LD_PRELOAD=" QUARVO_FAILING_CALLS " ";
 
  private:
   pid_t process = 0;
