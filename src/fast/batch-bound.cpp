@@ -147,18 +147,31 @@ class CAlignment {
   // score met; returns a vector that is not 0 in the lanes that are undecided.
   template <typename Symbols, typename Units>
   vector follow(vector& best, const Symbols& symbols, const Units& units) {
-    const auto zero = hn::Zero(d);
-    auto undecided = zero;
-    lowest = highest = band;
-    hn::StoreU(hn::IfThenElseZero(hn::Eq(reached(best), zero), best), d, at(lowest));
-    int first_u = L - 1 - (band - 1) % L;  // the cursor of the lowest diagonal
-    for (int row = 0; row < CBatchBound::rows(static_cast<unsigned>(L)) && lowest <= highest; ++row) {
-      take_row(symbols(row), first_u, best, undecided, units);
+    auto undecided = begin(best);
+    const int rows = CBatchBound::rows(static_cast<unsigned>(L));
+    int u = L - 1 - (band - 1) % L;  // the cursor of diagonal 0
+    for (int row = 0; row < rows && lowest <= highest; ++row) {
+      take_row<false>(symbols(row), (u + lowest) % L, best, undecided, units);
       drop_decided(hn::Or(undecided, reached(best)));
-      first_u = following(first_u);
+      u = u + 1 == L ? 0 : u + 1;
     }
-    for (int k = lowest; k <= highest; ++k) undecided = hn::Or(undecided, hn::LoadU(d, at(k)));
-    return undecided;
+    return hn::Or(undecided, alive());
+  }
+
+  // The same for clusters, whose candidates begin one behind the other on the main diagonal.
+  template <typename Symbols, typename Units>
+  vector follow_cluster(vector& best, const Symbols& symbols, const Units& units) {
+    const auto start = best;
+    auto undecided = begin(best);
+    const int rows = CBatchBound::cluster_rows(static_cast<unsigned>(L));
+    for (int row = 0; row < rows && lowest <= highest; ++row) {
+      if (row != 0 && row < CBatchBound::cluster) add_start(hn::IfThenElseZero(is_open(best, undecided), start));
+      take_row<true>(symbols(row), row + lowest - band, best, undecided, units);
+      drop_decided(hn::Or(undecided, reached(best)));
+      // Where the paths of all candidates so far have died, the next ones begin anew.
+      if (lowest > highest && row + 1 < CBatchBound::cluster) place_start(hn::Zero(d));
+    }
+    return hn::Or(undecided, alive());
   }
 
   // Not 0 in the lanes whose score is the target or more.
@@ -180,12 +193,40 @@ class CAlignment {
   static Lane* at(int k) { return now.data() + static_cast<std::size_t>(k) * batch_lanes; }
   static Lane clamped(int penalty) { return static_cast<Lane>(std::min<int>(penalty, hwy::LimitsMax<Lane>())); }
 
-  int following(int u) const { return u + 1 == L ? 0 : u + 1; }
+  // Puts the score on the main diagonal alone, unless it is the target already; returns no undecided lanes.
+  vector begin(vector score) {
+    place_start(hn::IfThenElseZero(hn::Eq(reached(score), hn::Zero(d)), score));
+    return hn::Zero(d);
+  }
+
+  void place_start(vector score) {
+    lowest = highest = band;
+    hn::StoreU(score, d, at(band));
+  }
+
+  // Puts a path with the score on the main diagonal, beside those that there are.
+  void add_start(vector score) {
+    for (; lowest > band; --lowest) hn::StoreU(hn::Zero(d), d, at(lowest - 1));
+    for (; highest < band; ++highest) hn::StoreU(hn::Zero(d), d, at(highest + 1));
+    hn::StoreU(hn::Max(hn::LoadU(d, at(band)), score), d, at(band));
+  }
+
+  hn::Mask<tag> is_open(vector best, vector undecided) const {
+    return hn::Eq(hn::Or(undecided, reached(best)), hn::Zero(d));
+  }
+
+  // Not 0 in the lanes that have a path left.
+  vector alive() const {
+    auto any = hn::Zero(d);
+    for (int k = lowest; k <= highest; ++k) any = hn::Or(any, hn::LoadU(d, at(k)));
+    return any;
+  }
 
   // Deletions stay in the row, so diagonals are taken in ascending order; an insertion leads one down in the next row,
   // to where this row has been read already. Everything is held in locals, since a store to a byte may alias members.
-  template <typename Units>
-  void take_row(vector symbol, int first_u, vector& best, vector& undecided, const Units units) {
+  // `u` is the cursor of the lowest diagonal; in a cluster it counts on beyond the unit.
+  template <bool is_cluster, typename Units>
+  void take_row(vector symbol, int u, vector& best, vector& undecided, const Units units) {
     const auto zero = hn::Zero(d);
     const auto one = hn::Set(d, 1);
     const auto mismatch_penalty = mismatch;
@@ -193,14 +234,14 @@ class CAlignment {
     const auto is_N = Ns_match ? hn::Eq(symbol, hn::Set(d, static_cast<Lane>('N'))) : hn::Ne(zero, zero);
     const int last = highest;
     const int end = diagonals;
-    const int wrapping = L;
+    const int unit_length = L;
     Lane* const scores = at(0);
     auto row_best = best;
     auto row_undecided = undecided;
     auto deleted = zero;
     auto below = zero;  // what stays on the diagonal below
     int k = lowest;
-    int u = (first_u + k) % wrapping;
+    int r = is_cluster && u > 0 ? u % unit_length : u;  // the cursor in the unit
     int first_alive = end;
     int last_alive = -1;
     // Without branches, as nothing is harder to predict than where the last of many paths dies.
@@ -213,15 +254,23 @@ class CAlignment {
     for (; k <= last || (k < end && !hn::AllTrue(d, hn::Eq(deleted, zero))); ++k) {
       const auto score =
           k <= last ? hn::Max(hn::LoadU(d, scores + static_cast<std::size_t>(k) * batch_lanes), deleted) : deleted;
-      const auto matches = hn::Or(hn::Eq(symbol, units(u)), is_N);
-      const auto raised = hn::Add(score, hn::Min(score, one));
-      row_best = hn::Max(row_best, hn::IfThenElseZero(matches, raised));
-      const auto off = hn::IfThenZeroElse(matches, hn::SaturatedSub(score, indel_penalty));
+      auto may_match = hn::Or(hn::Eq(symbol, units(r)), is_N);
+      auto must_match = may_match;
+      if (is_cluster && u >= unit_length && r < CBatchBound::cluster - 1) {
+        // The unit of some candidates begins anew here, that of the others goes on.
+        const auto matches = hn::Or(hn::Eq(symbol, units(r + unit_length)), is_N);
+        may_match = hn::Or(may_match, matches);
+        must_match = hn::And(must_match, matches);
+      }
+      const auto raised = hn::IfThenElseZero(may_match, hn::Add(score, hn::Min(score, one)));
+      row_best = hn::Max(row_best, raised);
+      const auto off = hn::IfThenZeroElse(must_match, hn::SaturatedSub(score, indel_penalty));
       if (k > 0) leave(hn::Max(below, off), k - 1);
       if (k == 0 || k == end - 1) row_undecided = hn::Or(row_undecided, off);
-      below = hn::IfThenElse(matches, raised, hn::SaturatedSub(score, mismatch_penalty));
+      below = hn::Max(raised, hn::IfThenZeroElse(must_match, hn::SaturatedSub(score, mismatch_penalty)));
       deleted = off;
-      u = u + 1 == wrapping ? 0 : u + 1;
+      ++u;
+      r = r + 1 == unit_length ? 0 : r + 1;
     }
     leave(below, k - 1);
     best = row_best;
@@ -240,6 +289,16 @@ class CAlignment {
   }
 };
 
+template <typename Vector>
+std::uint64_t bits_of(Vector kept) {
+  const hn::DFromV<Vector> d;
+  std::uint64_t bits = 0;
+  std::array<std::uint8_t, 8> bytes{};
+  hn::StoreMaskBits(d, hn::Ne(kept, hn::Zero(d)), bytes.data());
+  std::memcpy(&bits, bytes.data(), sizeof bits);
+  return bits;
+}
+
 template <typename Lane, typename View>
 std::uint64_t bound_lanes(const alignment_bound& bound, View view, bool Ns_match) {
   const tag_of<Lane> d;
@@ -253,12 +312,28 @@ std::uint64_t bound_lanes(const alignment_bound& bound, View view, bool Ns_match
         best, [=](int row) { return column(L + row); }, [=](int u) { return column(u); });
     keep = hn::Or(keep, alignment.follow(
                             best, [=](int row) { return column(-1 - row); }, [=](int u) { return column(L - 1 - u); }));
-    keep = hn::Or(keep, alignment.reached(best));
-    std::uint64_t bits = 0;
-    std::array<std::uint8_t, 8> bytes{};
-    hn::StoreMaskBits(d, hn::Ne(keep, hn::Zero(d)), bytes.data());
-    std::memcpy(&bits, bytes.data(), sizeof bits);
-    kept |= bits << first;
+    kept |= bits_of(hn::Or(keep, alignment.reached(best))) << first;
+  }
+  return kept;
+}
+
+// Rightwards the candidates of a cluster begin in ascending order, leftwards in descending order.
+template <typename Lane>
+std::uint64_t bound_clusters_in_lanes(const alignment_bound& bound, scattered_view view, bool Ns_match) {
+  const tag_of<Lane> d;
+  const int L = static_cast<int>(bound.L);
+  constexpr int last = CBatchBound::cluster - 1;
+  CAlignment<Lane> alignment(bound, Ns_match);
+  std::uint64_t kept = 0;
+  for (std::size_t first = 0; first < batch_lanes; first += hn::Lanes(d)) {
+    const auto column = [=](int offset) { return load_symbols(d, view.column(offset) + first); };
+    auto best = hn::Set(d, static_cast<Lane>(bound.b + 1));
+    auto keep = alignment.follow_cluster(
+        best, [=](int row) { return column(L + row); }, [=](int u) { return column(u); });
+    keep = hn::Or(keep, alignment.follow_cluster(
+                            best, [=](int row) { return column(last - 1 - row); },
+                            [=](int u) { return column(last + L - 1 - u); }));
+    kept |= bits_of(hn::Or(keep, alignment.reached(best))) << first;
   }
   return kept;
 }
@@ -275,6 +350,14 @@ std::uint64_t bound_scattered(const alignment_bound& bound, const char* const* p
   return bound_batch(bound, scattered_view{&columns}, Ns_match);
 }
 
+std::uint64_t bound_clusters(const alignment_bound& bound, const char* const* positions, std::size_t count,
+                             bool Ns_match) {
+  CScatteredColumns columns(positions, count, bound.L);
+  const scattered_view view{&columns};
+  return CBatchBound::is_narrow(bound) ? bound_clusters_in_lanes<std::uint8_t>(bound, view, Ns_match)
+                                       : bound_clusters_in_lanes<std::uint16_t>(bound, view, Ns_match);
+}
+
 std::uint64_t bound_consecutive(const alignment_bound& bound, const char* position, bool Ns_match) {
   return bound_batch(bound, consecutive_view{reinterpret_cast<const std::uint8_t*>(position)}, Ns_match);
 }
@@ -286,6 +369,7 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace quarvo_batch_bound {
 HWY_EXPORT(bound_scattered);
+HWY_EXPORT(bound_clusters);
 HWY_EXPORT(bound_consecutive);
 }  // namespace quarvo_batch_bound
 
@@ -302,6 +386,13 @@ std::uint64_t CBatchBound::may_reach(const alignment_bound& bound, const char* c
                                      bool Ns_match) {
   const std::uint64_t kept =
       HWY_DYNAMIC_DISPATCH(quarvo_batch_bound::bound_scattered)(bound, positions, count, Ns_match);
+  return kept & first_bits(count);
+}
+
+std::uint64_t CBatchBound::clusters_may_reach(const alignment_bound& bound, const char* const* positions,
+                                              std::size_t count, bool Ns_match) {
+  const std::uint64_t kept =
+      HWY_DYNAMIC_DISPATCH(quarvo_batch_bound::bound_clusters)(bound, positions, count, Ns_match);
   return kept & first_bits(count);
 }
 

@@ -32,8 +32,23 @@ class CBatchBound {
   // Whether the scores even fit a byte.
   static bool is_narrow(const alignment_bound& bound) { return bound.L < 120 && bound.T + bound.b < 250; }
 
+  // Candidates of a cluster, and the rows that its paths are followed for.
+  static constexpr int cluster = 64;
+  static constexpr int cluster_rows(unsigned L) { return rows(L) - cluster; }
+
   // Symbols that are read on each side of the unit. Candidates closer to an end of the record must not be asked for.
   static constexpr std::size_t reach(unsigned L) { return static_cast<std::size_t>(rows(L)) + 16; }
+
+  // The same for clusters of candidates, those at positions[i] .. positions[i] + cluster - 1: bit i of the result is
+  // set if any of them can reach bound.T.
+  //
+  // Candidates next to each other meet the same symbols, so the paths of a cluster are followed together: all begin on
+  // one diagonal, each at its own row, and a place keeps the highest score of any of them, which can do all that a
+  // lower one can. What tells the candidates apart is where their unit ends. Until then no path knows of it; a cluster
+  // of which a path gets that far, from its first candidate's view, is undecided and kept. The scores to the left begin
+  // with the best of the cluster to the right. Premise: applies().
+  static std::uint64_t clusters_may_reach(const alignment_bound& bound, const char* const* positions, std::size_t count,
+                                          bool Ns_match);
 
   // Bit i of the result: the candidate at position + i can reach bound.T, for `count` candidates. As many as reach(L)
   // symbols must be readable in front of `position`, and L + reach(L) + most_candidates from it on; bytes that are no

@@ -1,6 +1,7 @@
 #include "candidate-filter.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
 #include <tuple>
 
@@ -23,6 +24,7 @@ const alignment_program& program_for(const alignment_bound& bound) {
 
 constexpr std::size_t longest_short_record = 384;
 constexpr unsigned shortest_for_potential = 21;
+constexpr unsigned shortest_for_clusters = 130;
 
 // Penalties beyond what any score can reach behave alike.
 int penalty_of(int score) { return -std::max(score, -1000000); }
@@ -71,6 +73,31 @@ CPotentialFilter::settings CCandidateFilter::potential_settings(unsigned shortes
 void CCandidateFilter::test_potential(unsigned L) {
   if (!potential.has(L)) potential.run(sequence, length, potential_settings(L));
   potential.place(L, kept.data());
+  if (L >= shortest_for_clusters && CBatchBound::applies(bound)) test_clusters();
+}
+
+// What the potential keeps of long units lies close together, beside copies of interspersed repeats.
+void CCandidateFilter::test_clusters() {
+  const std::size_t room = CBatchBound::reach(bound.L) + CBatchBound::cluster;
+  std::array<std::size_t, CBatchBound::most_candidates> words{};
+  std::array<const char*, CBatchBound::most_candidates> positions{};
+  std::size_t count = 0;
+  const auto test = [&] {
+    if (count == 0) return;
+    const std::uint64_t bits = CBatchBound::clusters_may_reach(bound, positions.data(), count, Ns_are_neutral());
+    for (std::size_t i = 0; i < count; ++i) {
+      if ((bits >> i & 1) == 0) kept[words[i]] = 0;
+    }
+    count = 0;
+  };
+  for (std::size_t word = 0; word < kept.size(); ++word) {
+    const std::size_t position = 64 * word;
+    if (kept[word] == 0 || position < room || position + bound.L + room > length) continue;
+    words[count] = word;
+    positions[count++] = sequence + position;
+    if (count == words.size()) test();
+  }
+  test();
 }
 
 // Bit planes pay when all of their lanes are in use; a short record is tested exactly at once.

@@ -54,6 +54,7 @@ class CCandidateFilter {
   bool is_for_potential(unsigned L) const;
   CPotentialFilter::settings potential_settings(unsigned shortest) const;
   void test_potential(unsigned L);
+  void test_clusters();
   void test_long_record(const alignment_program& program);
   void keep_all();
 };

@@ -59,6 +59,24 @@ position_bits keep_of_batches(const filter_case& c, std::size_t batch) {
   return kept;
 }
 
+// Clusters at every 64th position; the last batch is not full.
+position_bits keep_of_clusters(const filter_case& c) {
+  const CPaddedSymbols padded(c.symbols, c.L);
+  position_bits kept = no_positions(c.symbols.size());
+  for (std::size_t first = 0; first < kept.size(); first += CBatchBound::most_candidates) {
+    std::vector<const char*> asked;
+    for (std::size_t i = first; i < std::min(first + CBatchBound::most_candidates, kept.size()); ++i) {
+      asked.push_back(padded.begin() + CBatchBound::cluster * i);
+    }
+    const std::uint64_t bits =
+        CBatchBound::clusters_may_reach(c.settings.bound(c.L), asked.data(), asked.size(), Ns_are_neutral());
+    for (std::size_t i = 0; i < asked.size(); ++i) {
+      if ((bits >> i & 1) != 0) kept[first + i] = ~std::uint64_t{0};
+    }
+  }
+  return kept;
+}
+
 class BatchBound : public ParameterTest {
  protected:
   filter_counts counts;  // of cases that the bound applies to
@@ -164,6 +182,53 @@ TEST_F(BatchBound, KeepsWhatTheBoundAsksForInWideLanes) {
     check({settings, static_cast<unsigned>(L), symbols}, yardstick::bound, 64);
   }
   EXPECT_GT(counts.wanted, 1000U);
+}
+
+TEST_F(BatchBound, KeepsClustersWithACandidateThatTheBoundAsksFor) {
+  CRandomDna random(7);
+  CCandidateSequences sequences(random);
+  for (int round = 0; round < 60 && !HasFailure(); ++round) {
+    const int L = random.one_of(std::vector<int>{64, 65, 70, 90, 119, 120, 127, 128, 150, 171});
+    candidate_settings settings = random_candidate_settings(random, static_cast<unsigned>(L));
+    settings.mismatch_score = std::min(settings.mismatch_score, -3);
+    settings.indel_score = random.number(-6, -3);
+    settings.min_score = random.one_of(std::vector<int>{20, 40, L / 2, L});
+    settings.min_score_b = 0;
+    settings.put_in_force();
+    const filter_case c{settings, static_cast<unsigned>(L), sequences.make(random.number(100, 700), L, L)};
+    if (CBatchBound::applies(settings.bound(c.L))) check_filter(c, yardstick::bound, keep_of_clusters, counts);
+  }
+  EXPECT_GT(counts.wanted, 10000U);
+}
+
+TEST_F(BatchBound, KeepsClustersOfAFewCandidatesAmongOthers) {
+  CRandomDna random(8);
+  for (int round = 0; round < 40 && !HasFailure(); ++round) {
+    const int L = random.number(64, 200);
+    candidate_settings settings;
+    settings.longest = static_cast<unsigned>(L);
+    settings.min_score_b = 0;
+    // As much as two copies have, and a little less or more.
+    settings.min_score = random.number(L - 4, L + 2);
+    settings.put_in_force();
+    const std::string unit = random.sequence("ACGT", L);
+    std::string symbols = random.sequence("ACGT", random.number(0, 300)) + unit + unit + random.sequence("ACGT", 200);
+    symbols[symbols.size() - 200 - static_cast<std::size_t>(random.number(1, L))] = 'A';
+    check_filter({settings, static_cast<unsigned>(L), symbols}, yardstick::bound, keep_of_clusters, counts);
+  }
+  EXPECT_GT(counts.wanted, 100U);
+}
+
+TEST_F(BatchBound, DropsClustersOfARandomSequence) {
+  CRandomDna random(9);
+  candidate_settings settings;
+  settings.longest = 300;
+  settings.put_in_force();
+  for (unsigned L = 100; L <= 300; L += 50) {
+    counts = {};
+    check_filter({settings, L, random.sequence("ACGT", 3000)}, yardstick::bound, keep_of_clusters, counts);
+    EXPECT_EQ(counts.share_of_unwanted_kept(), 0) << L;
+  }
 }
 
 TEST_F(BatchBound, IsNarrowWhereScoresFitAByte) {
