@@ -19,6 +19,7 @@ packages_to_test=(
   clang-14        # the second compiler
   clang-format-14 # the check of the layout
   clang-tidy-14   # the check of the code
+  valgrind        # the check of memory in the program as users have it
 )
 
 say() { printf '\n==> %s\n' "$*"; }
