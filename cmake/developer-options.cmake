@@ -2,6 +2,8 @@
 # is made, so that they hold for the program, its tests and its benchmarks alike.
 
 option(QUARVO_WARNINGS_AS_ERRORS "Let any compiler warning fail the build" ON)
+option(QUARVO_FUZZ "Build the fuzzers of tests/fuzz with libFuzzer, which needs clang" OFF)
+option(QUARVO_COVERAGE "Count the lines that are run, which needs clang" OFF)
 set(QUARVO_SANITIZE "" CACHE STRING "Comma-separated sanitizers, for example address,undefined; empty for none")
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow)
@@ -19,4 +21,14 @@ add_compile_definitions($<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
 if(QUARVO_SANITIZE)
   add_compile_options(-fsanitize=${QUARVO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${QUARVO_SANITIZE})
+endif()
+
+# Comparisons are not traced: an input holds no magic words, and emulated vectors compare without end.
+if(QUARVO_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link -fno-sanitize-coverage=trace-cmp)
+endif()
+
+if(QUARVO_COVERAGE)
+  add_compile_options(-fprofile-instr-generate -fcoverage-mapping)
+  add_link_options(-fprofile-instr-generate)
 endif()

@@ -1,0 +1,106 @@
+// The reader on arbitrary bytes, against the plain reader: the file in one block and in blocks of a few bytes, with
+// every kind of vector code.
+//
+// Input: a byte that gives the size of the small blocks, then the file.
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "CFile.h"
+#include "CSequence_Mol.h"
+#include "plain-reader.h"
+#include "printable-text.h"
+#include "vector-targets.h"
+
+namespace {
+
+// A file in memory that can be opened by name.
+class CMemoryFile {
+ public:
+  explicit CMemoryFile(const std::string& bytes) : descriptor(memfd_create("fuzz", MFD_CLOEXEC)) {
+    const bool is_written =
+        descriptor >= 0 && write(descriptor, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
+    if (!is_written) std::abort();
+  }
+  CMemoryFile(const CMemoryFile&) = delete;
+  CMemoryFile& operator=(const CMemoryFile&) = delete;
+  ~CMemoryFile() { close(descriptor); }
+
+  std::string name() const { return "/proc/self/fd/" + std::to_string(descriptor); }
+
+ private:
+  int descriptor;
+};
+
+std::string text_of(const faststring& string) { return {string.buffer, string.buffer + string.length}; }
+
+// Everything that a read left, as a text to compare.
+std::string describe(const std::string& full_name, const std::string& short_name, const std::string& description,
+                     const std::string& symbols, unsigned line) {
+  return "record \"" + full_name + "\" = \"" + short_name + "\" + \"" + description + "\", " +
+         std::to_string(symbols.size()) + " symbols " + symbols + ", up to line " + std::to_string(line) + "\n";
+}
+
+std::string describe_error(unsigned line) { return "format error on line " + std::to_string(line) + "\n"; }
+
+std::string expected(const std::string& bytes) {
+  std::string text;
+  const plain_file file = read_plainly(bytes);
+  for (const plain_record& record : file.records) {
+    text += describe(record.full_name, record.short_name, record.description, record.symbols, record.line);
+  }
+  return file.has_format_error ? text + describe_error(file.error_line) : text + "end of file\n";
+}
+
+std::string status_text(const CFile& file) {
+  if (!file.has_failed()) return file.status == CFile::good_state ? "" : "odd status\n";
+  return file.at_end_of_file() ? "end of file\n" : describe_error(file.line);
+}
+
+// What the reader makes of the file, record by record as in a run.
+std::string read(const CMemoryFile& bytes, unsigned block_size, unsigned reserved) {
+  static CFile& file = *new CFile;  // one for all: its memory is what takes the time
+  file.close();
+  file.open(bytes.name().c_str());
+  if (file.has_failed()) std::abort();
+  file.block_size = block_size;
+  CSequence_Mol record(1, 'N');
+  if (reserved != 0) record.symbols.reserve(reserved);
+  std::string text;
+  do {
+    record.readFastaSequence(file);
+    if (!file.has_failed() || file.at_end_of_file()) {
+      text += describe(text_of(record.full_name), text_of(record.short_name), text_of(record.description),
+                       text_of(record.symbols), file.line);
+    }
+    text += status_text(file);
+  } while (!file.has_failed());
+  return text;
+}
+
+void compare(const std::string& found, const std::string& wanted, const std::string& where) {
+  if (found == wanted) return;
+  std::fprintf(stderr, "The reader differs (%s).\nreader:\n%s\nplain reader:\n%s\n", where.c_str(),
+               differential::printable(found).c_str(), differential::printable(wanted).c_str());
+  std::abort();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  if (size == 0) return 0;
+  const unsigned small_block = 2 + data[0] % 70U;
+  const std::string bytes(reinterpret_cast<const char*>(data) + 1, size - 1);
+  const CMemoryFile file(bytes);
+  const std::string wanted = expected(bytes);
+  on_each_vector_target([&](const char* target) {
+    compare(read(file, CFile::buffer_size, 10000), wanted, std::string("in one block, ") + target);
+    compare(read(file, small_block, 0), wanted, "in blocks of " + std::to_string(small_block) + ", " + target);
+  });
+  return 0;
+}
