@@ -48,6 +48,7 @@ const std::vector<std::uint64_t>& CCandidateFilter::candidates(unsigned L) {
     test_long_record(program);
   } else {
     keep_all();
+    test_clusters();
   }
   return kept;
 }
@@ -73,11 +74,12 @@ CPotentialFilter::settings CCandidateFilter::potential_settings(unsigned shortes
 void CCandidateFilter::test_potential(unsigned L) {
   if (!potential.has(L)) potential.run(sequence, length, potential_settings(L));
   potential.place(L, kept.data());
-  if (L >= shortest_for_clusters && CBatchBound::applies(bound)) test_clusters();
+  test_clusters();
 }
 
 // What the potential keeps of long units lies close together, beside copies of interspersed repeats.
 void CCandidateFilter::test_clusters() {
+  if (bound.L < shortest_for_clusters || !CBatchBound::applies(bound)) return;
   const std::size_t room = CBatchBound::reach(bound.L) + CBatchBound::cluster;
   std::array<std::size_t, CBatchBound::most_candidates> words{};
   std::array<const char*, CBatchBound::most_candidates> positions{};

@@ -49,7 +49,7 @@ class CEditChoice {
     chosen = edit::none;
     hopeless = false;
     space.states.clear();
-    space.diagonals.clear();
+    space.diagonals_in_use = 0;
     space.states.push_back({window.enter(from), edit::none, no_state});
     layer_begin = 0;
     is_cut = false;
@@ -81,6 +81,7 @@ class CEditChoice {
   struct buffers {
     std::vector<state> states;               // of all layers
     std::vector<diagonal_states> diagonals;  // in the order 0, -1, 1, -2, 2, ...
+    std::size_t diagonals_in_use = 0;        // those behind are left over
   };
   static buffers& workspace() {
     static buffers reused;
@@ -155,7 +156,7 @@ class CEditChoice {
   // Adds the state unless one at its place, in this layer or with fewer edits in one before, can do as well.
   void merge(state& added) {
     const std::size_t index = index_of(added.at.diagonal);
-    if (index >= space.diagonals.size()) space.diagonals.resize(index + 1);
+    while (index >= space.diagonals_in_use) use_next_diagonal();
     diagonal_states& diagonal = space.diagonals[index];
     const std::uint64_t bit = std::uint64_t{1} << (static_cast<unsigned>(added.at.offset) % 64);
     if ((diagonal.offsets & bit) != 0 && is_merged(added, diagonal)) return;
@@ -163,6 +164,11 @@ class CEditChoice {
     added.older = diagonal.newest;
     diagonal.newest = static_cast<int>(space.states.size());
     space.states.push_back(added);
+  }
+
+  void use_next_diagonal() {
+    if (space.diagonals_in_use == space.diagonals.size()) space.diagonals.emplace_back();
+    space.diagonals[space.diagonals_in_use++] = {};
   }
 
   bool is_merged(const state& added, const diagonal_states& diagonal) {
