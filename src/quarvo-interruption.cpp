@@ -1,5 +1,6 @@
 #include "quarvo-interruption.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -9,13 +10,16 @@
 namespace {
 
 constexpr int status_of_signal_0 = 128;
+constexpr int milliseconds_for_the_text = 1000;
 
 // Shared with the handler, which may run between any two instructions.
 volatile std::sig_atomic_t is_held = 0;
 volatile std::sig_atomic_t noted_signal = 0;
 
-// Only what a signal handler may do.
+// Only what a signal handler may do. A full pipe that nobody reads must not keep the process from its end.
 [[noreturn]] void stop(int signal) {
+  pollfd messages{STDERR_FILENO, POLLOUT, 0};
+  if (poll(&messages, 1, milliseconds_for_the_text) <= 0) _exit(status_of_signal_0 + signal);
   [[maybe_unused]] const auto written = write(STDERR_FILENO, stopped_by_user.data(), stopped_by_user.size());
   _exit(status_of_signal_0 + signal);
 }

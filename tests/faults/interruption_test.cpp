@@ -132,6 +132,17 @@ TEST_F(Interruption, WorksWhileTheInputIsRead) {
   EXPECT_EQ(file("results"), without_closing_line(good));
 }
 
+TEST_F(Interruption, WorksWhileNobodyReadsTheMessages) {
+  directory.write("in.fas", records(5000));
+  make_fifo("fifo");
+  start("exec quarvo -M exact in.fas results 2>fifo");
+  const int fifo = open_when_full("fifo");
+  send(SIGTERM);
+  EXPECT_EQ(wait(), 128 + SIGTERM);
+  close(fifo);
+  EXPECT_TRUE(file("results").ends_with("\" completed.\n"));
+}
+
 TEST_F(Interruption, WaitsForTheResultsOfARecord) {
   directory.write("in.fas", records(3) + large_record());
   const std::string good = good_results("exec quarvo -M exact in.fas >results");

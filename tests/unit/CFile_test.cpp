@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <memory>
 #include <string>
 
@@ -13,6 +15,9 @@ namespace {
 constexpr int good = CFile::good_state;
 constexpr int failed = CFile::fail_state;
 constexpr int exhausted = CFile::end_of_file | CFile::fail_state;
+
+// Of blocks that the stream does not read ahead.
+constexpr unsigned two_blocks = 40000;
 
 class CFileTest : public ::testing::Test {
  protected:
@@ -51,6 +56,44 @@ TEST_F(CFileTest, ADirectoryReadsAsAnEmptyFile) {
   file->open(directory.path("").c_str());
   EXPECT_EQ(file->getchar(), 0);
   EXPECT_EQ(file->status, exhausted);
+}
+
+TEST_F(CFileTest, ADirectoryIsNoTrouble) {
+  file->open(directory.path("").c_str());
+  for (int i = 0; i < 3; ++i) file->getchar();
+  EXPECT_EQ(file->status, exhausted);
+  EXPECT_EQ(file->trouble, nullptr);
+}
+
+TEST_F(CFileTest, AFileThatBecameShorterIsNotAtItsEnd) {
+  open(std::string(two_blocks, 'A'), two_blocks / 2);
+  EXPECT_EQ(file->getchar(), 'A');
+  std::filesystem::resize_file(directory.path("input"), two_blocks - 1);
+  EXPECT_EQ(rest(), std::string(two_blocks - 2, 'A'));
+  EXPECT_EQ(file->status, failed);
+  EXPECT_STREQ(file->trouble, "It has become shorter while it was read");
+}
+
+TEST_F(CFileTest, AFileThatBecameLongerIsReadToItsNewEnd) {
+  open("ABCDEF", 4);
+  std::ofstream(directory.path("input"), std::ios::app) << "GHI";
+  EXPECT_EQ(rest(), "ABCDEFGHI");
+  EXPECT_EQ(file->status, exhausted);
+  EXPECT_EQ(file->trouble, nullptr);
+}
+
+TEST_F(CFileTest, ANewFileHasNoTroubleOfTheOneBefore) {
+  open(std::string(two_blocks, 'A'), two_blocks / 2);
+  EXPECT_EQ(file->getchar(), 'A');
+  std::filesystem::resize_file(directory.path("input"), 0);
+  rest();
+  EXPECT_NE(file->trouble, nullptr);
+  file->close();
+  file->clear();
+  file->open(directory.write("other", "xyz").c_str());
+  EXPECT_EQ(rest(), "xyz");
+  EXPECT_EQ(file->status, exhausted);
+  EXPECT_EQ(file->trouble, nullptr);
 }
 
 TEST_F(CFileTest, AFileOfExactlyOneBlockEndsAtAnEmptySecondBlock) {
