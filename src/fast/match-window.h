@@ -102,8 +102,8 @@ class CMatchWindow {
     }
     std::uint64_t Ns = 0;
     compare_on_diagonals(Direction::first_of(start, size),
-                         unit.begin() + Direction::first_of(start_cursor, size) - radius, count, mismatches.data(),
-                         &Ns);
+                         unit.begin_of_wide() + Direction::first_of(start_cursor, size) - radius, count,
+                         mismatches.data(), &Ns);
     if (!passes_over_Ns || Ns == 0) return;
     const std::uint64_t in_front = Direction::bits_in_front(Ns);
     for (std::size_t i = 0; i < count; ++i) mismatches[i] &= in_front;

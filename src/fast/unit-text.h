@@ -9,7 +9,8 @@
 #include "direction.h"
 
 // A repeat unit written out periodically, so that stretches of it can be read from any cursor to either side.
-// begin()[u] is unit symbol u mod L for -margin <= u < L + margin. Keeps its memory from unit to unit.
+// begin()[u] is unit symbol u mod L for -symbols_a_word <= u < L + symbols_a_word; begin_of_wide()[u] for -margin <= u
+// < L + margin, which is written when it is asked for first. Keeps its memory from unit to unit.
 class CUnitText {
  public:
   static constexpr int margin = 96;
@@ -18,15 +19,10 @@ class CUnitText {
     const std::size_t L = static_cast<unsigned>(unit_end - unit_begin);
     its_length = static_cast<int>(L);
     reciprocal = (std::uint64_t{1} << 32) / L + 1;
-    const std::size_t size = L + 2 * margin;
-    if (text.size() < size) text.resize(size);
-    // A first period from unit symbol -margin mod L on, then copies of what there is already.
-    const std::size_t first = (L - margin % L) % L;
-    std::copy(unit_begin + first, unit_end, text.data());
-    std::copy(unit_begin, unit_begin + first, text.data() + (L - first));
-    for (std::size_t filled = L; filled < size; filled *= 2) {
-      std::copy_n(text.data(), std::min(filled, size - filled), text.data() + filled);
-    }
+    if (text.size() < L + 2 * margin) text.resize(L + 2 * margin);
+    std::copy(unit_begin, unit_end, text.data() + margin);
+    written = 0;
+    write_margins(symbols_a_word);
   }
 
   int length() const { return its_length; }
@@ -41,10 +37,23 @@ class CUnitText {
 
   const char* begin() const { return text.data() + margin; }
 
+  const char* begin_of_wide() const {
+    if (written < margin) write_margins(margin);
+    return begin();
+  }
+
  private:
-  std::vector<char> text;
+  mutable std::vector<char> text;
+  mutable int written = 0;  // symbols of each margin that are there
   int its_length = 0;
   std::uint64_t reciprocal = 0;
+
+  void write_margins(int wanted) const {
+    char* const first = text.data() + margin;
+    for (int u = written; u < wanted; ++u) first[its_length + u] = first[u];
+    for (int u = -1 - written; u >= -wanted; --u) first[u] = first[u + its_length];
+    written = wanted;
+  }
 };
 
 #endif
