@@ -22,7 +22,6 @@ const alignment_program& program_for(const alignment_bound& bound) {
   return it->second;
 }
 
-constexpr std::size_t longest_short_record = 384;
 constexpr unsigned shortest_for_potential = 21;
 constexpr unsigned shortest_for_clusters = 130;
 
@@ -102,7 +101,6 @@ void CCandidateFilter::test_clusters() {
   test();
 }
 
-// Bit planes pay when all of their lanes are in use; a short record is tested exactly at once.
 bool CCandidateFilter::is_short() const {
   return length <= longest_short_record && CBatchBound::is_narrow(bound) && bound.T > 0;
 }

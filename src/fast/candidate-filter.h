@@ -26,6 +26,9 @@ class CCandidateFilter {
   // unit length. All of these must outlive the filter and not change.
   CCandidateFilter(const char* sequence, std::size_t length, const int* min_scores);
 
+  // Bit planes pay when all of their lanes are in use; up to this length a record is tested exactly at once.
+  static constexpr std::size_t longest_short_record = 1500;
+
   // Off, every candidate is kept. The results are the same then, only later, and tests compare them.
   static inline bool tests_enabled = true;
 

@@ -116,7 +116,8 @@ TEST_F(CandidateFilter, KeepsWhatTheBoundAsksForInRealSequence) {
 
 TEST_F(CandidateFilter, KeepsEveryCandidateWhereNoScoreIsTooLow) {
   CRandomDna random(4);
-  for (const int length : {100, 384, 385, 1500}) {
+  constexpr auto border = static_cast<int>(CCandidateFilter::longest_short_record);
+  for (const int length : {100, border, border + 1, 2 * border}) {
     const std::string symbols = random.sequence("ACGT", length);
     candidate_settings settings;
     settings.longest = 30;
@@ -136,12 +137,13 @@ TEST_F(CandidateFilter, DropsNearlyAllOfARandomSequence) {
   candidate_settings settings;
   settings.longest = 40;
   settings.put_in_force();
-  for (const int length : {384, 5000}) {
+  constexpr auto border = static_cast<int>(CCandidateFilter::longest_short_record);
+  for (const int length : {border, 5000}) {
     for (const unsigned L : {1U, 2U, 5U, 10U, 14U, 20U, 30U, 40U}) {
       counts = {};
       check({settings, L, random.sequence("ACGT", length)}, L, yardstick::bound, 64);
       // Candidates near the ends of long records pass the second test.
-      EXPECT_LT(counts.share_of_unwanted_kept(), length == 384 ? 0.01 : 0.02) << length << ' ' << L;
+      EXPECT_LT(counts.share_of_unwanted_kept(), length == border ? 0.01 : 0.02) << length << ' ' << L;
     }
   }
 }
