@@ -30,7 +30,9 @@ class CBatchBound {
     return bound.L <= longest_unit && bound.T > 0 && bound.T < 30000 && bound.T + bound.b < 32000;
   }
   // Whether the scores even fit a byte.
-  static bool is_narrow(const alignment_bound& bound) { return bound.L < 120 && bound.T + bound.b < 250; }
+  static bool is_narrow(const alignment_bound& bound) {
+    return bound.L < 120 && bound.T < 250 && bound.T + bound.b < 250;
+  }
 
   // Candidates of a cluster, and the rows that its paths are followed for.
   static constexpr int cluster = 64;

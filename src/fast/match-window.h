@@ -40,7 +40,7 @@ class CMatchWindow {
         passes_over_Ns(its_passes_over_Ns),
         least_diagonal(-(its_unit.length() - 1) / 2),
         most_diagonal(its_unit.length() / 2),
-        radius(std::min({most_diagonal, look_ahead_depth + drift, most_radius})) {}
+        radius(std::min({most_diagonal, std::min(look_ahead_depth, most_radius) + drift, most_radius})) {}
 
   // Where the state is in the window, which is moved to it unless it is in its first part.
   window_state enter(const extension_state& from) {

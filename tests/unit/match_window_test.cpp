@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
@@ -59,7 +60,9 @@ void expect_the_same_runs(CRunRecords& records, int edits) {
   const char* const end = far_end_of<Direction>(*records.record);
   const bool passes_over_Ns = records.random.coin();
   const int L = records.text.length();
-  CMatchWindow<Direction> window(records.text, end, passes_over_Ns, records.random.number(1, 10));
+  constexpr int deepest = std::numeric_limits<int>::max();
+  const int depth = records.random.number(0, 9) == 0 ? deepest : records.random.number(1, 10);
+  CMatchWindow<Direction> window(records.text, end, passes_over_Ns, depth);
   extension_state state = records.random_state();
   window_state in_window = window.enter(state);
   for (int i = 0; i < edits; ++i) {
