@@ -145,8 +145,21 @@ class CAlignment {
   // Follows all paths from the score `best` on the main diagonal. symbols(row) is the vector of sequence symbols of a
   // row and units(u) that of the symbols u unit symbols behind the first to be compared. Raises `best` to the highest
   // score met; returns a vector that is not 0 in the lanes that are undecided.
-  template <typename Symbols, typename Units>
+  template <bool is_cluster, typename Symbols, typename Units>
   vector follow(vector& best, const Symbols& symbols, const Units& units) {
+    if constexpr (is_cluster) {
+      return follow_cluster(best, symbols, units);
+    } else {
+      return follow_candidates(best, symbols, units);
+    }
+  }
+
+  // Not 0 in the lanes whose score is the target or more.
+  vector reached(vector score) const { return hn::SaturatedSub(score, below_target); }
+
+ private:
+  template <typename Symbols, typename Units>
+  vector follow_candidates(vector& best, const Symbols& symbols, const Units& units) {
     auto undecided = begin(best);
     const int rows = CBatchBound::rows(static_cast<unsigned>(L));
     int u = L - 1 - (band - 1) % L;  // the cursor of diagonal 0
@@ -174,10 +187,6 @@ class CAlignment {
     return hn::Or(undecided, alive());
   }
 
-  // Not 0 in the lanes whose score is the target or more.
-  vector reached(vector score) const { return hn::SaturatedSub(score, below_target); }
-
- private:
   const tag d;
   vector mismatch;
   vector indel;
@@ -299,38 +308,20 @@ std::uint64_t bits_of(Vector kept) {
   return bits;
 }
 
-template <typename Lane, typename View>
+// Rightwards the candidates of a cluster begin in ascending order, leftwards in descending order.
+template <bool is_cluster, typename Lane, typename View>
 std::uint64_t bound_lanes(const alignment_bound& bound, View view, bool Ns_match) {
   const tag_of<Lane> d;
   const int L = static_cast<int>(bound.L);
+  constexpr int last = is_cluster ? CBatchBound::cluster - 1 : 0;
   CAlignment<Lane> alignment(bound, Ns_match);
   std::uint64_t kept = 0;
   for (std::size_t first = 0; first < batch_lanes; first += hn::Lanes(d)) {
     const auto column = [=](int offset) { return load_symbols(d, view.column(offset) + first); };
     auto best = hn::Set(d, static_cast<Lane>(bound.b + 1));
-    auto keep = alignment.follow(
+    auto keep = alignment.template follow<is_cluster>(
         best, [=](int row) { return column(L + row); }, [=](int u) { return column(u); });
-    keep = hn::Or(keep, alignment.follow(
-                            best, [=](int row) { return column(-1 - row); }, [=](int u) { return column(L - 1 - u); }));
-    kept |= bits_of(hn::Or(keep, alignment.reached(best))) << first;
-  }
-  return kept;
-}
-
-// Rightwards the candidates of a cluster begin in ascending order, leftwards in descending order.
-template <typename Lane>
-std::uint64_t bound_clusters_in_lanes(const alignment_bound& bound, scattered_view view, bool Ns_match) {
-  const tag_of<Lane> d;
-  const int L = static_cast<int>(bound.L);
-  constexpr int last = CBatchBound::cluster - 1;
-  CAlignment<Lane> alignment(bound, Ns_match);
-  std::uint64_t kept = 0;
-  for (std::size_t first = 0; first < batch_lanes; first += hn::Lanes(d)) {
-    const auto column = [=](int offset) { return load_symbols(d, view.column(offset) + first); };
-    auto best = hn::Set(d, static_cast<Lane>(bound.b + 1));
-    auto keep = alignment.follow_cluster(
-        best, [=](int row) { return column(L + row); }, [=](int u) { return column(u); });
-    keep = hn::Or(keep, alignment.follow_cluster(
+    keep = hn::Or(keep, alignment.template follow<is_cluster>(
                             best, [=](int row) { return column(last - 1 - row); },
                             [=](int u) { return column(last + L - 1 - u); }));
     kept |= bits_of(hn::Or(keep, alignment.reached(best))) << first;
@@ -338,28 +329,26 @@ std::uint64_t bound_clusters_in_lanes(const alignment_bound& bound, scattered_vi
   return kept;
 }
 
-template <typename View>
+template <bool is_cluster, typename View>
 std::uint64_t bound_batch(const alignment_bound& bound, View view, bool Ns_match) {
-  return CBatchBound::is_narrow(bound) ? bound_lanes<std::uint8_t>(bound, view, Ns_match)
-                                       : bound_lanes<std::uint16_t>(bound, view, Ns_match);
+  return CBatchBound::is_narrow(bound) ? bound_lanes<is_cluster, std::uint8_t>(bound, view, Ns_match)
+                                       : bound_lanes<is_cluster, std::uint16_t>(bound, view, Ns_match);
 }
 
 std::uint64_t bound_scattered(const alignment_bound& bound, const char* const* positions, std::size_t count,
                               bool Ns_match) {
   CScatteredColumns columns(positions, count, bound.L);
-  return bound_batch(bound, scattered_view{&columns}, Ns_match);
+  return bound_batch<false>(bound, scattered_view{&columns}, Ns_match);
 }
 
 std::uint64_t bound_clusters(const alignment_bound& bound, const char* const* positions, std::size_t count,
                              bool Ns_match) {
   CScatteredColumns columns(positions, count, bound.L);
-  const scattered_view view{&columns};
-  return CBatchBound::is_narrow(bound) ? bound_clusters_in_lanes<std::uint8_t>(bound, view, Ns_match)
-                                       : bound_clusters_in_lanes<std::uint16_t>(bound, view, Ns_match);
+  return bound_batch<true>(bound, scattered_view{&columns}, Ns_match);
 }
 
 std::uint64_t bound_consecutive(const alignment_bound& bound, const char* position, bool Ns_match) {
-  return bound_batch(bound, consecutive_view{reinterpret_cast<const std::uint8_t*>(position)}, Ns_match);
+  return bound_batch<false>(bound, consecutive_view{reinterpret_cast<const std::uint8_t*>(position)}, Ns_match);
 }
 
 }  // namespace HWY_NAMESPACE
