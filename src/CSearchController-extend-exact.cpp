@@ -53,13 +53,6 @@ class CLastSeed {
   int L = 0;
 };
 
-// The unit of the seed in hand. One search runs at a time.
-CUnitText& unit_text_of(const Csat& sat) {
-  static CUnitText text;
-  text.set(sat.unit_begin, sat.unit_end);
-  return text;
-}
-
 }  // namespace
 
 // Whether the seed need be stored: false when its extension cannot reach the user's score. An extension reads nothing

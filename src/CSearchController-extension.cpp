@@ -190,13 +190,6 @@ class CExtension {
   }
 };
 
-// The unit of the candidate in hand. One search runs at a time.
-CUnitText& unit_text_of(const Csat& sat) {
-  static CUnitText text;
-  text.set(sat.unit_begin, sat.unit_end);
-  return text;
-}
-
 void extend_right(Csat& sat, const CUnitText& unit, const char* seq_end) {
   CExtension<rightwards> extension(sat, unit, sat.pos_right, sat.fwd_unit_cursor, seq_end);
   extension.extend();
@@ -214,6 +207,12 @@ void extend_left(Csat& sat, const CUnitText& unit, const char* seq_begin) {
 }
 
 }  // namespace
+
+const CUnitText& CSearchController::unit_text_of(const Csat& sat) {
+  static CUnitText text;
+  text.set(sat.unit_begin, sat.unit_end);
+  return text;
+}
 
 void CSearchController::extend_imperfect_forward(Csat& sat, const char* seq_end) {
   extend_right(sat, unit_text_of(sat), seq_end);

@@ -13,6 +13,7 @@
 #include "CsatContainer.h"
 
 class CCandidateFilter;
+class CUnitText;
 
 // The distinct proper prime factors of 0 .. 10000, ascending; each row ends in zeros. A prime is not in its own row.
 inline constexpr int primeFactors_rows = 10001;
@@ -103,6 +104,8 @@ class CSearchController {
   // Like exact_search_2, without seeds whose imperfect extension cannot reach the user's score.
   void exact_search_for_seeds();
   bool is_wanted(const Csat& sat, exact_pass& pass) const;
+  // The unit of the candidate in hand, for all extensions of it: one search runs at a time.
+  static const CUnitText& unit_text_of(const Csat& sat);
   bool may_be_accepted(const Csat& seed) const;
   bool extend_seed(Csat& sat) const;
 
