@@ -19,7 +19,7 @@ class CUnitText {
     const std::size_t L = static_cast<unsigned>(unit_end - unit_begin);
     its_length = static_cast<int>(L);
     reciprocal = (std::uint64_t{1} << 32) / L + 1;
-    if (text.size() < L + 2 * margin) text.resize(L + 2 * margin);
+    if (text.size() < L + std::size_t{2} * margin) text.resize(L + std::size_t{2} * margin);
     std::copy(unit_begin, unit_end, text.data() + margin);
     written = 0;
     write_margins(symbols_a_word);
