@@ -7,6 +7,10 @@ mark_as_advanced(QUARVO_TCLAP_INCLUDE_DIR)
 # libhwy-dev: portable vector code, chosen for the processor at run time.
 find_package(hwy CONFIG REQUIRED)
 
+# zlib1g-dev: compressed input.
+find_package(ZLIB REQUIRED)
+
 add_library(quarvo_dependencies INTERFACE)
 target_include_directories(quarvo_dependencies SYSTEM INTERFACE ${QUARVO_TCLAP_INCLUDE_DIR})
-target_link_libraries(quarvo_dependencies INTERFACE hwy::hwy)
+target_compile_definitions(quarvo_dependencies INTERFACE ZLIB_CONST)
+target_link_libraries(quarvo_dependencies INTERFACE hwy::hwy ZLIB::ZLIB)

@@ -12,6 +12,7 @@ packages_to_build=(
   ninja-build  # the build
   libtclap-dev # the command-line parser
   libhwy-dev   # vector code
+  zlib1g-dev   # compressed input
 )
 packages_to_test=(
   "${packages_to_build[@]}"

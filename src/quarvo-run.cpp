@@ -168,6 +168,7 @@ int CRun::end_on_read_error() {
                  record.full_name.c_str(), CSequence_Mol::max_length);
     return end_on_error(status_record_too_long);
   }
+  input->look_for_trouble();
   if (input->trouble != nullptr) return end_on_read_failure();
   std::fputs("\n\n", stderr);
   std::fputs("An error occurred while reading the input file. It might not be a valid fasta file.\n", stderr);

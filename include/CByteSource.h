@@ -1,0 +1,50 @@
+#ifndef QUARVO_CBYTESOURCE_H
+#define QUARVO_CBYTESOURCE_H
+
+#include <fstream>
+#include <memory>
+#include <vector>
+
+#include "CGzipDecoder.h"
+
+// The text of a file that is plain or compressed by gzip or bgzip. The first two bytes tell which, whatever the name.
+//
+// A plain file is read straight into the caller's memory. A compressed one needs a block of the size of the first read
+// and the decoder, whatever its length. Pipes and devices are read like files. A directory reads as an empty file.
+//
+// A file that cannot be read to its end (a broken disk, a file that became shorter while it was read, compressed data
+// that are cut off or corrupt) has a `trouble`, and must not be taken for complete. Only std::bad_alloc is thrown.
+class CByteSource : public std::ifstream {
+ public:
+  // The fewest bytes for which the first read may ask.
+  static constexpr std::streamsize least_first_read = 2;
+
+  // Why the file could not be read to its end, a text that lasts until the next system error or open, or null.
+  const char* trouble = nullptr;
+
+  // Opens the file for reading; is_open() and fail() say whether that worked. A file opened before must be closed.
+  void open(const char* name);
+
+  // Reads the next bytes of the text, as many as asked for unless the text ends or there is trouble. Returns their
+  // number: 0, and then again 0, only at the end of what can be read, where the caller must look at `trouble`.
+  std::streamsize read(char* to, std::streamsize size);
+
+  // Known from the first read on.
+  bool is_compressed() const { return decoder != nullptr; }
+
+ private:
+  std::streamoff bytes_read = 0;
+  std::streamoff bytes_expected = 0;  // the size of the file when it was opened; 0 where there is none, as of a pipe
+  bool is_at_start = true;
+  std::unique_ptr<CGzipDecoder> decoder;  // of a compressed file
+  std::vector<char> compressed;           // what the decoder works on
+
+  std::streamoff seek(std::ios_base::seekdir from) { return rdbuf()->pubseekoff(0, from, std::ios_base::in); }
+  std::streamoff size_when_opened();
+  std::streamsize read_raw(char* to, std::streamsize size);
+  std::streamsize count_read(std::streamsize size);
+  void start_decoder(const char* first_bytes, std::streamsize count, std::streamsize size);
+  std::streamsize decode(char* to, std::streamsize size);
+};
+
+#endif
