@@ -1,0 +1,223 @@
+#include "CResultsReader.h"
+
+#include <string_view>
+#include <utility>
+
+#include "CTextScanner.h"
+#include "results-header.h"
+#include "results-lines.h"
+#include "unit-normal-form.h"
+
+namespace {
+
+constexpr std::string_view closing_line = "## Finished successfully. ##";
+
+std::string name_of(std::string_view full_name) { return std::string(full_name.substr(0, full_name.find(' '))); }
+
+}  // namespace
+
+bool CResultsReader::open(const std::string& name) {
+  file_name = name;
+  lines = std::make_unique<CLineReader>();
+  its_trouble = results_trouble();
+  its_sequence = results_sequence();
+  is_in_sequence = is_at_end = has_waiting_repeat = false;
+  if (!lines->open(name)) {
+    its_trouble = {results_trouble::kind_type::not_opened, "It cannot be opened: " + lines->trouble() + ".\n"};
+    return false;
+  }
+  its_trouble = read_results_header(*lines, its_header);
+  return !its_trouble;
+}
+
+CResultsReader::item CResultsReader::next() {
+  if (its_trouble) return item::failed;
+  if (is_at_end) return item::end;
+  if (has_waiting_repeat) {
+    has_waiting_repeat = false;
+    return checked_repeat();
+  }
+  if (!next_line()) return item::failed;
+  if (!its_header.names_every_sequence()) return next_table_line();
+  return is_in_sequence ? next_inside_sequence() : next_outside_sequence();
+}
+
+std::string CResultsReader::trouble_text() const {
+  return "Sorry! These results cannot be used:\n   \"" + file_name + "\"\n" + its_trouble.text;
+}
+
+CResultsReader::item CResultsReader::fail(results_trouble what) {
+  its_trouble = std::move(what);
+  return item::failed;
+}
+
+CResultsReader::item CResultsReader::fail_here(std::string_view expected) {
+  return fail(unexpected_line(*lines, std::string(expected)));
+}
+
+bool CResultsReader::next_line() {
+  switch (lines->next()) {
+    case CLineReader::outcome::line:
+      if (!lines->is_cut()) return true;
+      [[fallthrough]];
+    case CLineReader::outcome::end_of_file:
+      fail(unexpected_end(*lines));
+      return false;
+    default:
+      fail(read_failure(*lines));
+      return false;
+  }
+}
+
+CResultsReader::item CResultsReader::next_outside_sequence() {
+  if (lines->text() == closing_line) return finish();
+  if (!(its_header.format == 3 ? begin_commented_block() : begin_block())) return item::failed;
+  begin_sequence();
+  is_in_sequence = true;
+  return item::sequence;
+}
+
+CResultsReader::item CResultsReader::next_inside_sequence() {
+  if (lines->text() == closing_line_of_sequence) {
+    is_in_sequence = false;
+    return next();
+  }
+  if (its_header.format == 3) {
+    std::string name;
+    if (!parse_table_line(lines->text(), its_header, name, its_repeat) || name != its_sequence.name) {
+      return fail_here("a repeat of this sequence, or its closing line,");
+    }
+  } else if (!read_repeat()) {
+    return item::failed;
+  }
+  return checked_repeat();
+}
+
+CResultsReader::item CResultsReader::finish() {
+  switch (lines->next()) {
+    case CLineReader::outcome::end_of_file:
+      is_at_end = true;
+      return item::end;
+    case CLineReader::outcome::line:
+      return fail_here("the end of the file behind the closing line (results of several runs are read one by one)");
+    default:
+      return fail(read_failure(*lines));
+  }
+}
+
+// ">full name" and "sequence length: n".
+bool CResultsReader::begin_block() {
+  CTextScanner opening(lines->text());
+  if (!opening.literal(">")) {
+    fail_here("a sequence, or the closing line,");
+    return false;
+  }
+  its_sequence.full_name = opening.remainder();
+  if (!next_line()) return false;
+  CTextScanner scanner(lines->text());
+  if (!scanner.literal("sequence length: ") || !scanner.padded_number(its_sequence.length.emplace()) ||
+      !scanner.at_end() || *its_sequence.length < 0) {
+    fail_here("the length of the sequence");
+    return false;
+  }
+  its_sequence.name = name_of(*its_sequence.full_name);
+  closing_line_of_sequence = "# Analysis of sequence \"" + *its_sequence.full_name + "\" completed.";
+  return true;
+}
+
+// "# Full sequence name:", "#>full name" and "##sequence-region name 1 n".
+bool CResultsReader::begin_commented_block() {
+  if (lines->text() != "# Full sequence name:") {
+    fail_here("a sequence, or the closing line,");
+    return false;
+  }
+  if (!next_line()) return false;
+  CTextScanner opening(lines->text());
+  if (!opening.literal("#>")) {
+    fail_here("the name of the sequence");
+    return false;
+  }
+  its_sequence.full_name = opening.remainder();
+  if (!next_line()) return false;
+  const std::string_view region = lines->text();
+  const std::size_t last_blank = region.rfind(' ');
+  CTextScanner length(last_blank == std::string_view::npos ? "" : region.substr(last_blank + 1));
+  const std::string_view before = region.substr(0, last_blank);
+  constexpr std::string_view label = "##sequence-region ";
+  if (!before.starts_with(label) || !before.ends_with(" 1") || before.size() < label.size() + 2 ||
+      !length.padded_number(its_sequence.length.emplace()) || !length.at_end() || *its_sequence.length < 0) {
+    fail_here("the region of the sequence");
+    return false;
+  }
+  // A file that ends in a lone '>' has a last record without a name, which is told under the name before it.
+  const std::string_view name = before.substr(label.size(), before.size() - label.size() - 2);
+  closing_line_of_sequence = "# Analysis of sequence \"" + std::string(name) + "\" completed.";
+  its_sequence.name = name_of(*its_sequence.full_name);
+  if (name == its_sequence.name || its_sequence.full_name->empty()) return true;
+  fail_here("the region of the sequence named before");
+  return false;
+}
+
+void CResultsReader::begin_sequence() {
+  ++its_sequence.ordinal;
+  last_start = last_end = 0;
+}
+
+// A repeat of formats 0 and 1 with all its lines, of which the first has been read.
+bool CResultsReader::read_repeat() {
+  if (!parse_repeat_line(lines->text(), its_header, its_repeat)) {
+    fail_here("a repeat of this sequence, or its closing line,");
+    return false;
+  }
+  if (its_header.format == 1) {
+    if (!next_line()) return false;
+    if (!parse_edit_line(lines->text(), its_repeat)) {
+      fail_here("the edits of the repeat");
+      return false;
+    }
+  }
+  if (its_header.print_mode == 0) return true;
+  if (its_header.print_mode == 2) return read_alignment();
+  if (!next_line()) return false;
+  if (parse_sequence_line(lines->text(), its_header, its_repeat)) return true;
+  fail_here("the sequence of the repeat");
+  return false;
+}
+
+bool CResultsReader::read_alignment() {
+  if (!next_line()) return false;
+  const std::string sequence(lines->text());
+  if (!next_line()) return false;
+  const std::string markers(lines->text());
+  if (!next_line()) return false;
+  if (parse_alignment(sequence, markers, lines->text(), its_header, its_repeat)) return true;
+  fail_here("the last of the three lines of an alignment");
+  return false;
+}
+
+// Format 3 without sequence comments: a sequence is there when its first repeat is.
+CResultsReader::item CResultsReader::next_table_line() {
+  if (lines->text() == closing_line) return finish();
+  std::string name;
+  if (!parse_table_line(lines->text(), its_header, name, its_repeat)) {
+    return fail_here("a repeat, or the closing line,");
+  }
+  if (its_sequence.ordinal != 0 && name == its_sequence.name && is_in_order()) return checked_repeat();
+  its_sequence.name = name;
+  begin_sequence();
+  has_waiting_repeat = true;
+  return item::sequence;
+}
+
+bool CResultsReader::is_in_order() const {
+  return std::pair(last_start, last_end) <= std::pair(its_repeat.start, its_repeat.end);
+}
+
+CResultsReader::item CResultsReader::checked_repeat() {
+  if (!is_in_order()) return fail_here("a repeat behind the one before it");
+  if (its_sequence.length && its_repeat.end > *its_sequence.length) return fail_here("a repeat inside its sequence");
+  last_start = its_repeat.start;
+  last_end = its_repeat.end;
+  set_to_normal_form(its_repeat.normal_form, its_repeat.unit);
+  return item::repeat;
+}
