@@ -133,8 +133,8 @@ class ChangedInput : public Input {
     good = good_results("quarvo -M exact in.fas fifo && mv fifo results");
     ASSERT_EQ(mkfifo(path("fifo").c_str(), 0600), 0);
     start(command);
-    for (int i = 0; i < 120000 && !has_input_open(); ++i) std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    ASSERT_TRUE(has_input_open());
+    for (int i = 0; i < 120000 && !waits_for_a_reader(); ++i) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    ASSERT_TRUE(waits_for_a_reader());
   }
 
   // The rest of the run, with its results left in the file `results`.
@@ -143,6 +143,15 @@ class ChangedInput : public Input {
   std::string good;
 
  private:
+  // A process that has only just opened the input may not have looked at its size yet; one that sleeps behind that has.
+  bool waits_for_a_reader() const { return has_input_open() && is_asleep(); }
+
+  bool is_asleep() const {
+    std::ifstream file("/proc/" + std::to_string(process_id()) + "/stat");
+    std::string state;
+    return std::getline(file, state) && has(state, ") S ");
+  }
+
   bool has_input_open() const {
     std::error_code ignored;
     for (const auto& entry : std::filesystem::directory_iterator("/proc/" + std::to_string(process_id()) + "/fd")) {
