@@ -205,6 +205,14 @@ bool CSearchController::is_wanted(const Csat& sat, exact_pass& pass) const {
   return !pass.is_for_seeds || may_be_accepted(sat);
 }
 
+// Whether each start inside a repeat that is not covered gets a record of its own, and not the first alone. The records
+// differ in the rotation of their unit and follow each other in the sorted list, before and after an extension. If
+// overlaps are removed, the first outlives the others: same ends, same score, and what hides one of them hides all. If
+// not, they count as far as they are reported.
+bool CSearchController::wants_every_start(const Csat& sat, const exact_pass& pass) {
+  return !global_remove_mostly_hidden && (pass.is_for_seeds || Csat::is_reported_perfection(sat.perfection()));
+}
+
 void CSearchController::exact_search_of_unit_length_1(exact_pass& pass) {
   if (sequence.symbols.length < 2) return;
   CStarts starts(seq_begin(), seq_end(), 1);
@@ -242,7 +250,8 @@ void CSearchController::exact_search_of_unit_length(unsigned L, exact_pass& pass
     if (covers) pass.mask.cover(sat);
     // What one start inside the repeat finds, all others find again, unless it is covered.
     const bool is_kept = is_known || (passes_thresholds(sat) && is_wanted(sat, pass));
+    const bool is_next_kept = is_kept && wants_every_start(sat, pass);
     if (is_kept) pass.spare.move_to(result_list);
-    p = covers ? found.end() : is_kept ? p + 1 : found.end() - L + 1;
+    p = covers ? found.end() : is_next_kept ? p + 1 : found.end() - L + 1;
   }
 }

@@ -104,6 +104,7 @@ class CSearchController {
   // Like exact_search_2, without seeds whose imperfect extension cannot reach the user's score.
   void exact_search_for_seeds();
   bool is_wanted(const Csat& sat, exact_pass& pass) const;
+  static bool wants_every_start(const Csat& sat, const exact_pass& pass);
   // The unit of the candidate in hand, for all extensions of it: one search runs at a time.
   static const CUnitText& unit_text_of(const Csat& sat);
   bool may_be_accepted(const Csat& seed) const;

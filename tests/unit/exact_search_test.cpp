@@ -2,9 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "support/search.h"
 
 namespace {
+
+// As a bound of the perfection, met by no repeat in the search and by every one in the report.
+constexpr float not_a_number = std::numeric_limits<float>::quiet_NaN();
 
 class ExactSearch : public ParameterTest {
  protected:
@@ -111,10 +116,22 @@ TEST_F(ExactSearch, ComparesTheAlignedLengthWithTheMinimumLength) {
 }
 
 TEST_F(ExactSearch, FindsARepeatOutsideThePerfectionRangeFromEveryStartAgain) {
-  global_max_perfection = 50.0F;
+  global_remove_mostly_hidden = false;
+  global_min_perfection = not_a_number;
   set_unit_lengths(1, 2);
   EXPECT_EQ(search("ACACACAC"), (texts{"[0,8) AC score 6", "[0,8) CA score 6", "[0,8) AC score 6", "[0,8) CA score 6",
                                        "[0,8) AC score 6", "[0,8) CA score 6"}));
+}
+
+TEST_F(ExactSearch, KeepsOneOfTheRepeatsFromAllStartsWhereOverlapsAreRemoved) {
+  global_min_perfection = not_a_number;
+  EXPECT_EQ(search("TACACACAC"), (texts{"[1,9) AC score 6"}));
+}
+
+TEST_F(ExactSearch, KeepsOneOfTheRepeatsFromAllStartsWhereNoneIsReported) {
+  global_remove_mostly_hidden = false;
+  global_max_perfection = 50.0F;
+  EXPECT_EQ(search("TACACACAC"), (texts{"[1,9) AC score 6"}));
 }
 
 TEST_F(ExactSearch, CoversARepeatAtTheBoundsOfThePerfectionRange) {
@@ -126,6 +143,7 @@ TEST_F(ExactSearch, CoversARepeatAtTheBoundsOfThePerfectionRange) {
 TEST_F(ExactSearch, FindsARepeatBelowTheUsersThresholdsFromEveryStartAgain) {
   set_unit_lengths(2, 2);
   global_min_score = 9;
+  global_remove_mostly_hidden = false;
   // The thresholds of seeds let the repeat through, those of the user do not.
   const CSearched seeds(search_mode_extend_exact, "ACACACAC");
   EXPECT_EQ(seeds.work(), texts{});
@@ -138,7 +156,8 @@ TEST_F(ExactSearch, FindsARepeatBelowTheUsersThresholdsFromEveryStartAgain) {
 
 TEST_F(ExactSearch, SortsShorterUnitsFirstAmongRepeatsWithTheSameEnds) {
   set_minimum_score(4);
-  global_max_perfection = 50.0F;  // nothing is covered
+  global_remove_mostly_hidden = false;
+  global_min_perfection = not_a_number;  // nothing is covered
   const texts found = search("ACACACAC");
   ASSERT_EQ(found.size(), 10U);  // six starts for two symbols, four for four
   EXPECT_EQ(found[5], "[0,8) CA score 6");

@@ -32,6 +32,7 @@ TEST_F(ExtendExact, OfAnEmptySequenceFindsNothing) {
 }
 
 TEST_F(ExtendExact, GrowsASeedThroughAnEdit) {
+  global_remove_mostly_hidden = false;
   const CSearched searched = search("ACACACGACACACAC");
   EXPECT_EQ(searched.results(), texts{});
   // The first stretch is too short for the user, so that it is a seed from each of its five starts.
@@ -79,6 +80,7 @@ TEST_F(ExtendExact, RejectsARepeatBelowTheUsersLength) {
 }
 
 TEST_F(ExtendExact, ComparesTheLengthWithoutInsertionsWithTheUsers) {
+  global_remove_mostly_hidden = false;
   global_min_length = 14;  // both stretches are shorter: seeds from five and six starts
   EXPECT_EQ(search("ACACACGACACACAC").work().size(), 11U);
   global_min_length = 15;
@@ -88,10 +90,16 @@ TEST_F(ExtendExact, ComparesTheLengthWithoutInsertionsWithTheUsers) {
 TEST_F(ExtendExact, FindsARepeatWhoseSeedsAreAllBelowTheUsersScore) {
   // Two stretches with score 4 each, seeds from five and four starts; together 4 - 2 + 6.
   global_mismatch_score = global_indel_score = -2;
+  global_remove_mostly_hidden = false;
   const texts all = search("ACACACTACACAC").work();
   EXPECT_EQ(all.size(), 9U);
   EXPECT_EQ(std::count(all.begin(), all.end(), "[0,13) AC score 8 1I"), 5);
   EXPECT_EQ(std::count(all.begin(), all.end(), "[0,13) CA score 8 1I"), 4);
+}
+
+TEST_F(ExtendExact, KeepsOneOfTheSeedsOfAStretchWhereOverlapsAreRemoved) {
+  global_mismatch_score = global_indel_score = -2;
+  EXPECT_EQ(search("ACACACTACACAC").work(), (texts{"[0,13) AC score 8 1I", "[0,13) AC score 8 1I"}));
 }
 
 TEST_F(ExtendExact, LeavesTheUsersThresholdsInForce) {
