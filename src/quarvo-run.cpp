@@ -56,6 +56,7 @@ class CRun {
   unsigned sequence_number = 0;
 
   std::string masked_name() const { return global_input_filename + ".masked"; }
+  int check_masked_name() const;
   int read_record();
   bool is_in_range() const;
   int process_record();
@@ -82,13 +83,25 @@ int CRun::open_results() {
   if (!global_output_filename.empty() && results.is_same_file_as(global_input_filename)) {
     return refuse_to_open(results, global_output_filename, status_output_not_opened);
   }
-  if (global_mask_repeats &&
-      (is_same_regular_file(masked_name(), global_input_filename) || results.is_same_file_as(masked_name()))) {
+  if (const int status = check_masked_name(); status != 0) {
     results.abandon();
-    return refuse_to_open(masked, masked_name(), status_masked_not_opened);
+    return status;
   }
   if (!results.start()) return refuse_to_open(results, global_output_filename, status_output_not_opened);
   return 0;
+}
+
+int CRun::check_masked_name() const {
+  if (!global_mask_repeats) return 0;
+  if (is_same_regular_file(masked_name(), global_input_filename) || results.is_same_file_as(masked_name())) {
+    return refuse_to_open(masked, masked_name(), status_masked_not_opened);
+  }
+  if (can_have_masked_file(global_input_filename)) return 0;
+  masked.report_open_failure(masked_name());
+  PrintMessage(stderr,
+               "The input is a pipe or a device, and no file can stand beside it. Please store the input in a file "
+               "first, or run without --maskX.\n");
+  return end_on_error(status_masked_not_opened);
 }
 
 void CRun::print_head() {

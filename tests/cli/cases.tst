@@ -136,6 +136,37 @@
 231 no-header              quarvo -M exact no-header.fa results
 231 bad-symbol-masked      quarvo -M exact --maskX bad-symbol.fa results
 
+# --- whole runs: compressed input; units.fa.gz is of gzip, blocks.fa.gz of bgzip
+0   gzip                   quarvo -M exact units.fa.gz results
+0   gzip-masked            quarvo -M exact --maskX units.fa.gz results
+0   gzip-by-any-name       mv units.fa.gz units.fa && quarvo -M exact units.fa results
+0   gzip-two-members       cat units.fa.gz blocks.fa.gz >in.fa && quarvo -M exact --outputFormat 0 in.fa results
+0   gzip-zeros-behind      truncate -s 8192 units.fa.gz && quarvo -M exact --outputFormat 0 units.fa.gz results
+0   block-gzip-masked      quarvo -M exact --maskX blocks.fa.gz results
+231 gzip-empty             gzip -n empty.fa && quarvo -M exact empty.fa.gz results
+231 gzip-bad-symbol        gzip -n bad-symbol.fa && quarvo -M exact bad-symbol.fa.gz results
+149 gzip-cut-off           truncate -s -1 units.fa.gz && quarvo -M exact units.fa.gz results
+149 gzip-cut-off-in-its-head  truncate -s 9 units.fa.gz && quarvo -M exact units.fa.gz results
+149 gzip-corrupt           printf X | dd of=units.fa.gz bs=1 seek=100 conv=notrunc status=none && quarvo -M exact units.fa.gz results
+149 gzip-wrong-checksum    { head -c -8 units.fa.gz; echo 1234567; } >in.fa && quarvo -M exact in.fa results
+149 gzip-other-bytes-behind  echo '>s' >>units.fa.gz && quarvo -M exact --maskX units.fa.gz results
+149 gzip-corrupt-and-bad-symbol  gzip -n bad-symbol.fa && truncate -s -4 bad-symbol.fa.gz && quarvo -M exact bad-symbol.fa.gz results
+149 block-gzip-without-its-end-block  truncate -s -28 blocks.fa.gz && quarvo -M exact blocks.fa.gz results
+
+# --- whole runs: pipes and devices
+0   stdin                  quarvo -M exact /dev/stdin results <units.fa
+0   stdin-is-a-pipe        cat units.fa | quarvo -M exact /dev/stdin results
+0   gzip-stdin             quarvo -M exact /dev/stdin results <units.fa.gz
+0   gzip-pipe-byte-by-byte  dd if=units.fa.gz bs=1 status=none | quarvo -M exact /dev/stdin results
+0   gzip-named-pipe        mkfifo in.fa; cat units.fa.gz >in.fa & quarvo -M exact in.fa results
+0   gzip-substituted       quarvo -M exact --outputFormat 0 <(cat blocks.fa.gz) results
+149 gzip-pipe-cut-off      head -c 100 units.fa.gz | quarvo -M exact /dev/stdin results
+153 masked-stdin           quarvo -M exact --maskX /dev/stdin results <units.fa
+153 masked-pipe            cat units.fa | quarvo -M exact --maskX /dev/fd/0 results
+153 masked-named-pipe      mkfifo in.fa; cat units.fa >in.fa & quarvo -M exact --maskX in.fa results
+153 masked-device          quarvo -M exact --maskX /dev/null results
+0   masked-link            ln -s units.fa in.fa && quarvo -M exact --maskX in.fa results
+
 # --- the bundled example, as in the quick start and in its README
 0   example                quarvo -U 24 --lastSeq 6 examples/example.fa results
 0   example-table          quarvo -M exact -s 12 --outputFormat 3 -f 20 examples/example.fa results

@@ -1,12 +1,17 @@
 // The masked record.
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
+#include <filesystem>
 #include <list>
 #include <string>
 
 #include "quarvo-masked.h"
 #include "support/stream-text.h"
+#include "support/temporary-directory.h"
 #include "support/test-record.h"
 
 namespace {
@@ -74,6 +79,43 @@ TEST_F(Masked, IsItsNameOnlyWithoutSymbols) { EXPECT_EQ(lines_of(0), ">s\n"); }
 TEST_F(Masked, OfARecordThatNeverHadSymbolsIsItsNameOnly) {
   CSequence_Mol untouched(1, 'N');
   EXPECT_EQ(masked(untouched, {}), ">\n");
+}
+
+TEST(MaskedFile, StandsBesideAFile) {
+  const CTemporaryDirectory directory;
+  const std::string name = directory.write("in.fa", ">s\n");
+  EXPECT_TRUE(can_have_masked_file(name));
+  std::filesystem::create_symlink(name, directory.path("link"));
+  EXPECT_TRUE(can_have_masked_file(directory.path("link")));
+  EXPECT_TRUE(can_have_masked_file("relative-and-missing"));
+  EXPECT_TRUE(can_have_masked_file("/proc/self/cwd/in.fa"));
+  EXPECT_TRUE(can_have_masked_file("/dev/shm/in.fa"));
+}
+
+TEST(MaskedFile, StandsBesideNoPipe) {
+  const CTemporaryDirectory directory;
+  ASSERT_EQ(mkfifo(directory.path("pipe").c_str(), 0600), 0);
+  EXPECT_FALSE(can_have_masked_file(directory.path("pipe")));
+  std::filesystem::create_symlink(directory.path("pipe"), directory.path("link"));
+  EXPECT_FALSE(can_have_masked_file(directory.path("link")));
+}
+
+TEST(MaskedFile, StandsBesideNoDevice) {
+  const CTemporaryDirectory directory;
+  EXPECT_FALSE(can_have_masked_file("/dev/null"));
+  std::filesystem::create_symlink("/dev/zero", directory.path("link"));
+  EXPECT_FALSE(can_have_masked_file(directory.path("link")));
+}
+
+TEST(MaskedFile, StandsBesideNoNameOfAnOpenFile) {
+  const CTemporaryDirectory directory;
+  const int file = open(directory.write("in.fa", ">s\n").c_str(), O_RDONLY | O_CLOEXEC);
+  ASSERT_GE(file, 0);
+  for (const char* const name : {"/proc/self/fd/", "/dev/fd/", "/dev/../dev/fd/"}) {
+    EXPECT_FALSE(can_have_masked_file(std::string(name) + std::to_string(file))) << name;
+  }
+  EXPECT_FALSE(can_have_masked_file("/dev/stdin"));
+  close(file);
 }
 
 }  // namespace
