@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "program-run.h"
+#include "support/gzip-text.h"
 
 namespace {
 
@@ -49,6 +50,20 @@ class OutOfMemory : public FaultTest, public ::testing::WithParamInterface<std::
     EXPECT_TRUE(is_beginning(file("in.fas.masked"), good_masked));
   }
 
+  // At every allocation behind the command line, or there too.
+  void fail_allocations(const std::string& input, bool also_in_command_line, int most, int each) {
+    directory.write("in.fas", input);
+    const int in_search = count_allocations("in.fas", 0);
+    good = file("results");
+    good_masked = file("in.fas.masked");
+    const int before_search = count_allocations("missing", shell_status(-101));
+    ASSERT_GT(in_search, before_search);
+    const int first = also_in_command_line ? 1 : before_search;
+    const int last = std::min(in_search + 1, before_search + most);
+    for (int n = first; n < last; n += each) run_with_failing_allocation(n);
+    run_with_failing_allocation(last);
+  }
+
  private:
   void expect_end(int status) {
     if (status != 0) {
@@ -82,18 +97,14 @@ class OutOfMemory : public FaultTest, public ::testing::WithParamInterface<std::
 };
 
 TEST_P(OutOfMemory, IsToldOrDoesNoHarm) {
-  directory.write("in.fas", records(80));
-  const int in_search = count_allocations("in.fas", 0);
-  good = file("results");
-  good_masked = file("in.fas.masked");
-  const int before_search = count_allocations("missing", shell_status(-101));
-  ASSERT_GT(in_search, before_search);
   // The command line is the same in every mode.
-  const int first = mode == "exact" ? 1 : before_search;
-  const int last = std::min(in_search + 1, before_search + most_in_search);
-  for (int n = first; n < last; n += step) run_with_failing_allocation(n);
-  run_with_failing_allocation(last);
+  fail_allocations(records(80), mode == "exact", most_in_search, step);
 }
+
+class OutOfMemoryOnCompressedInput : public OutOfMemory {};
+
+// The decoder has all its memory before the first record is searched.
+TEST_P(OutOfMemoryOnCompressedInput, IsToldOrDoesNoHarm) { fail_allocations(gzip_member(records(80)), false, 60, 1); }
 
 std::string case_name(const ::testing::TestParamInfo<OutOfMemory::ParamType>& info) {
   const auto& [mode, is_for_good] = info.param;
@@ -103,5 +114,9 @@ std::string case_name(const ::testing::TestParamInfo<OutOfMemory::ParamType>& in
 INSTANTIATE_TEST_SUITE_P(InEveryMode, OutOfMemory,
                          ::testing::Combine(::testing::Values("exact", "extendExact", "imperfect"), ::testing::Bool()),
                          case_name);
+
+// The reader is the same in every mode.
+INSTANTIATE_TEST_SUITE_P(InOneMode, OutOfMemoryOnCompressedInput,
+                         ::testing::Combine(::testing::Values("exact"), ::testing::Bool()), case_name);
 
 }  // namespace
