@@ -1,8 +1,9 @@
 // The whole program in this process, against the reference program, byte for byte: results, masked file, standard error
 // and exit status.
 //
-// Input: a byte whose lowest bit sends the results to standard output, the options (option-bytes.h), and the FASTA file
-// down to what the reference searches in a moment.
+// Input: a byte whose lowest bit sends the results to standard output and whose next one lets the program, not the
+// reference, read the file compressed; then the options (option-bytes.h), and the FASTA file down to what the reference
+// searches in a moment.
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -19,6 +20,7 @@
 #include "comparison.h"
 #include "files.h"
 #include "option-bytes.h"
+#include "plain-gzip.h"
 #include "printable-text.h"
 #include "quarvo-run.h"
 #include "reference-cost.h"
@@ -86,8 +88,10 @@ class CComparison {
     fs::remove_all(directory, ignored);
   }
 
-  void check(const differential::test_case& tested) {
-    const differential::run_outcome program = run_here(tested);
+  void check(const differential::test_case& tested, const std::string& input) {
+    differential::run_outcome program = run_here(tested, input);
+    if (program.files[differential::input_name] != input) std::abort();
+    program.files[differential::input_name] = tested.fasta;
     const differential::run_outcome other = reference.run(tested, reference_limit_in_seconds);
     if (!other.ended) {
       ++too_slow;
@@ -104,10 +108,10 @@ class CComparison {
   unsigned long compared = 0;
   unsigned long too_slow = 0;
 
-  differential::run_outcome run_here(const differential::test_case& tested) const {
+  differential::run_outcome run_here(const differential::test_case& tested, const std::string& input) const {
     for (const auto& entry : fs::directory_iterator(own_directory)) fs::remove(entry.path());
     const CWorkingDirectory inside(own_directory);
-    differential::write_file(differential::input_name, tested.fasta);
+    differential::write_file(differential::input_name, input);
     differential::run_outcome outcome;
     outcome.status = run_program(differential::command_words(tested));
     outcome.ended = true;
@@ -135,7 +139,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   tested.options.push_back(made.words);
   tested.fasta = made.rest.substr(
       0, differential::affordable_symbols(made.settings, differential::texture::dense, affordable_cost));
+  if (is_gzip(tested.fasta)) return 0;  // the reference knows plain files alone
   if ((data[0] & 1) != 0) tested.file_names = differential::names_with_standard_output;
-  comparison.check(tested);
+  comparison.check(tested, (data[0] & 2) == 0 ? tested.fasta : compressed(tested.fasta, data[0] / 4U));
   return 0;
 }

@@ -1,7 +1,8 @@
 // The reader on arbitrary bytes, against the plain reader: the file in one block and in blocks of a few bytes, with
-// every kind of vector code.
+// every kind of vector code, as it is and compressed.
 //
-// Input: a byte that gives the size of the small blocks, then the file.
+// Input: a byte that gives the size of the small blocks and the way to compress, then the file. A file that is
+// compressed by itself, perhaps corrupt, is compared with one that is decompressed in one go.
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -10,9 +11,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <string_view>
 
 #include "CFile.h"
 #include "CSequence_Mol.h"
+#include "plain-gzip.h"
 #include "plain-reader.h"
 #include "printable-text.h"
 #include "vector-targets.h"
@@ -57,9 +60,16 @@ std::string expected(const std::string& bytes) {
   return file.has_format_error ? text + describe_error(file.error_line) : text + "end of file\n";
 }
 
-std::string status_text(const CFile& file) {
+// A few bytes may be a million compressed, and all are read in small blocks too.
+constexpr std::size_t longest_text = 50000;
+
+constexpr const char* trouble_text = "trouble\n";
+
+std::string status_text(CFile& file) {
   if (!file.has_failed()) return file.status == CFile::good_state ? "" : "odd status\n";
-  return file.at_end_of_file() ? "end of file\n" : describe_error(file.line);
+  if (file.at_end_of_file()) return "end of file\n";
+  file.look_for_trouble();
+  return file.trouble != nullptr ? trouble_text : describe_error(file.line);
 }
 
 // What the reader makes of the file, record by record as in a run.
@@ -90,17 +100,38 @@ void compare(const std::string& found, const std::string& wanted, const std::str
   std::abort();
 }
 
+// Of a file in trouble the reader may give the records that come before it, and must tell the trouble.
+void compare_troubled(const std::string& found, const std::string& wanted, const std::string& where) {
+  const std::string_view trouble = trouble_text;
+  const bool is_told = found.ends_with(trouble);
+  const std::string records = found.substr(0, found.size() - (is_told ? trouble.size() : 0));
+  if (!is_told || !wanted.starts_with(records)) compare(found, wanted + "in trouble", where);
+}
+
+// Compares every way to read these bytes with what they should give.
+template <typename Compare>
+void check(const std::string& bytes, unsigned small_block, const std::string& wanted, Compare compare_with) {
+  const CMemoryFile file(bytes);
+  on_each_vector_target([&](const char* target) {
+    compare_with(read(file, CFile::buffer_size, 10000), wanted, std::string("in one block, ") + target);
+    compare_with(read(file, small_block, 0), wanted, "in blocks of " + std::to_string(small_block) + ", " + target);
+  });
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   const unsigned small_block = 2 + data[0] % 70U;
   const std::string bytes(reinterpret_cast<const char*>(data) + 1, size - 1);
-  const CMemoryFile file(bytes);
-  const std::string wanted = expected(bytes);
-  on_each_vector_target([&](const char* target) {
-    compare(read(file, CFile::buffer_size, 10000), wanted, std::string("in one block, ") + target);
-    compare(read(file, small_block, 0), wanted, "in blocks of " + std::to_string(small_block) + ", " + target);
-  });
+  if (is_gzip(bytes)) {
+    const plain_gzip file = read_gzip_plainly(bytes);
+    if (file.text.size() > longest_text) return 0;
+    check(bytes, small_block, expected(file.text), file.is_intact ? compare : compare_troubled);
+  } else {
+    const std::string wanted = expected(bytes);
+    check(bytes, small_block, wanted, compare);
+    check(compressed(bytes, data[0]), small_block, wanted, compare);
+  }
   return 0;
 }
