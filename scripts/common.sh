@@ -21,6 +21,13 @@ packages_to_test=(
   clang-format-14 # the check of the layout
   clang-tidy-14   # the check of the code
   valgrind        # the check of memory in the program as users have it
+  mandoc          # the check of the man page
+  zsh             # the test of its completion
+  lintian         # the check of the Debian package
+)
+packages_to_package=(
+  dpkg-dev # the package's dependencies; for a static program, unpacking sources
+  file     # the package's dependencies
 )
 
 say() { printf '\n==> %s\n' "$*"; }

@@ -1,0 +1,68 @@
+#ifndef QUARVO_DOCS_GENERATE_COMMAND_PAGE_H
+#define QUARVO_DOCS_GENERATE_COMMAND_PAGE_H
+
+#include <span>
+#include <string>
+#include <vector>
+
+#include "global-types-and-parameters-options.h"
+
+// What is known about a command before it is written as a man page or a completion. All texts are plain: the writers
+// quote what their formats need.
+
+// One of the few values that an option takes.
+struct option_choice {
+  std::string word;
+  std::string meaning;
+};
+
+struct documented_option {
+  std::string short_name;  // one letter, or empty; without dashes, as is the long name
+  std::string long_name;
+  std::string value;                   // what the usage text calls the value; empty for a switch
+  std::vector<option_choice> choices;  // empty when the value is free
+  std::string help;
+  std::string addition;  // sentences that the help text lacks: its default, its limits
+};
+
+// A plain word of the command line: a file name.
+struct plain_word {
+  std::string name;
+  std::string what;
+  bool is_optional;
+};
+
+// A term and what it means: a file, an exit status, an example.
+struct explained_term {
+  std::string term;
+  std::string text;
+};
+
+struct command_page {
+  std::string name;
+  std::string version;
+  std::string summary;  // behind the name in lists of commands; no capital, no full stop
+  std::vector<std::string> description;
+  std::vector<documented_option> options;  // in the order of the usage text
+  std::vector<plain_word> plain_words;
+  std::string plain_words_help;
+  std::vector<explained_term> exit_statuses;
+  std::vector<explained_term> files;
+  std::vector<explained_term> examples;  // the term is the command line
+  std::vector<std::string> see_also;     // names of commands
+  std::string further_reading;
+};
+
+// The options of a table, last row first as the usage text has them, and behind them those of the parser itself. The
+// row of the plain words is left out. The destinations must hold the defaults. `words` are the values of the one
+// option, if any, that takes a word.
+std::vector<documented_option> documented_options(std::span<const option_row> table,
+                                                  std::span<const char* const> words);
+
+// Gives an option further sentences. Raises std::invalid_argument for an option that the page lacks.
+void add_to_option(command_page& page, const std::string& long_name, const std::string& sentences);
+
+// The pages of the commands.
+command_page quarvo_page();
+
+#endif
