@@ -25,6 +25,12 @@ packages_to_test=(
   zsh             # the test of its completion
   lintian         # the check of the Debian package
 )
+packages_to_test_workflow=(
+  python3-pytest # its tests
+  snakemake      # its engine; with its own dependencies a gigabyte
+  slurm-wlm      # the cluster on which it is tested
+  munge          # the same
+)
 packages_to_package=(
   dpkg-dev # the package's dependencies; for a static program, unpacking sources
   file     # the package's dependencies

@@ -1,0 +1,87 @@
+# A genome is dealt to shards, each shard is searched by a job of its own, and the results are put together.
+
+
+checkpoint split:
+    input:
+        genome=genome_file,
+    output:
+        plan="work/{genome}/plan.tsv",
+        summary="work/{genome}/shards.tsv",
+        shards=directory("work/{genome}/shards"),
+    params:
+        shards=config["shards"],
+    log:
+        "logs/{genome}/split.log",
+    conda:
+        "../envs/python.yaml"
+    resources:
+        mem_mb=lambda wildcards, attempt: attempt * 1000,
+        runtime=file_minutes,
+    shell:
+        "split.py --shards {params.shards} --plan {output.plan:q} --summary {output.summary:q}"
+        " --directory {output.shards:q} {input.genome:q} 2> {log:q}"
+
+
+rule search:
+    input:
+        plan=plan_file,
+        records="work/{genome}/shards/{shard}.fa",
+    output:
+        results=temp("work/{genome}/results/{shard}"),
+        masked=temp("work/{genome}/masked/{shard}") if OPTIONS["maskX"] else [],
+    params:
+        program=config["program"],
+        options=option_words(),
+        masked=lambda wildcards, output: output.masked or "-",
+    log:
+        "logs/{genome}/search-{shard}.log",
+    conda:
+        "../envs/python.yaml"
+    resources:
+        mem_mb=search_memory,
+        runtime=search_minutes,
+    shell:
+        "search-shard {params.program:q} {input.plan:q} {input.records:q} {output.results:q} {params.masked:q} {log:q}"
+        " {params.options:q}"
+
+
+rule gather:
+    input:
+        plan=plan_file,
+        shards=searched_shards("results"),
+    output:
+        f"results/{{genome}}.{SUFFIX}",
+    params:
+        layout=OPTIONS["outputFormat"],
+        input_name=genome_file,
+        # Named so that other options make the results anew, though those of the shards are gone by then.
+        options=option_words(),
+    log:
+        "logs/{genome}/gather.log",
+    conda:
+        "../envs/python.yaml"
+    resources:
+        mem_mb=lambda wildcards, attempt: attempt * 500,
+        runtime=file_minutes,
+    shell:
+        "gather.py --layout {params.layout} --plan {input.plan:q} --input-name {params.input_name:q}"
+        " --output {output:q} {input.shards:q} 2> {log:q}"
+
+
+rule gather_masked:
+    input:
+        plan=plan_file,
+        shards=searched_shards("masked"),
+    output:
+        "results/{genome}.masked",
+    params:
+        options=option_words(),
+    log:
+        "logs/{genome}/gather-masked.log",
+    conda:
+        "../envs/python.yaml"
+    resources:
+        mem_mb=lambda wildcards, attempt: attempt * 500,
+        runtime=file_minutes,
+    shell:
+        "gather.py --layout masked --plan {input.plan:q} --output {output:q} {input.shards:q} 2> {log:q}"
