@@ -5,7 +5,7 @@
 #   debian    the same as a Debian package wants them, with its own changelog and copyright; only CPack installs it
 include(GNUInstallDirs)
 
-install(TARGETS quarvo COMPONENT program)
+install(TARGETS ${QUARVO_COMMANDS} COMPONENT program)
 
 foreach(command IN LISTS QUARVO_COMMANDS)
   set(man_page ${QUARVO_GENERATED_DIR}/${command}.1)

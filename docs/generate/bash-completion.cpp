@@ -27,14 +27,15 @@ std::string choices_case(const documented_option& option) {
          "' -- \"$current\")\n      return\n      ;;\n";
 }
 
-// Behind the options that take a number nothing can be offered.
-std::string free_values_case(const command_page& page) {
+// What is done behind the options with a free value that is the name of a file, or behind those where it is none.
+std::string free_values_case(const command_page& page, bool is_file, const std::string& action) {
   std::vector<std::string> patterns;
   for (const documented_option& option : page.options) {
-    if (!option.value.empty() && option.choices.empty()) patterns.push_back(pattern(option));
+    const bool is_free = !option.value.empty() && option.choices.empty();
+    if (is_free && takes_file(option) == is_file) patterns.push_back(pattern(option));
   }
   if (patterns.empty()) return "";
-  return "    " + joined(patterns, " | \\\n      ") + ")\n      return\n      ;;\n";
+  return "    " + joined(patterns, " | \\\n      ") + ")\n" + action + "      return\n      ;;\n";
 }
 
 std::string all_spellings(const command_page& page) {
@@ -64,7 +65,7 @@ std::string bash_completion(const command_page& page) {
   for (const documented_option& option : page.options) {
     if (!option.choices.empty()) out << choices_case(option);
   }
-  out << free_values_case(page) << "  esac\n\n"
+  out << free_values_case(page, true, "      compopt -o default\n") << free_values_case(page, false, "") << "  esac\n\n"
       << "  if [[ $current == -* ]]; then\n"
       << "    local options=(\n        " << all_spellings(page) << "\n    )\n"
       << "    mapfile -t COMPREPLY < <(compgen -W \"${options[*]}\" -- \"$current\")\n"

@@ -37,17 +37,8 @@ std::vector<option_choice> numbered_choices(const std::string& help) {
   return choices;
 }
 
-std::vector<option_choice> word_choices(const std::string& help, std::span<const char* const> words) {
-  std::vector<option_choice> choices;
-  for (std::size_t i = 0; i < words.size(); ++i) {
-    const std::string next = i + 1 < words.size() ? words[i + 1] : words[i];
-    choices.push_back({words[i], meaning_in(help, words[i], next)});
-  }
-  return choices;
-}
-
-std::vector<option_choice> choices_of(const option_row& row, std::span<const char* const> words) {
-  if (std::holds_alternative<std::string*>(row.destination)) return word_choices(row.help, words);
+std::vector<option_choice> choices_of(const option_row& row) {
+  if (std::holds_alternative<std::string*>(row.destination)) return word_choices(row.help, search_mode_words());
   if (std::holds_alternative<int*>(row.destination)) return numbered_choices(row.help);
   return {};
 }
@@ -69,6 +60,17 @@ bool is_plain_words(const option_row& row) {
   return std::holds_alternative<std::vector<std::string>*>(row.destination);
 }
 
+}  // namespace
+
+std::vector<option_choice> word_choices(const std::string& help, std::span<const char* const> words) {
+  std::vector<option_choice> choices;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    const std::string next = i + 1 < words.size() ? words[i + 1] : words[i];
+    choices.push_back({words[i], meaning_in(help, words[i], next)});
+  }
+  return choices;
+}
+
 std::vector<documented_option> options_of_the_parser() {
   return {
       {"",
@@ -83,19 +85,17 @@ std::vector<documented_option> options_of_the_parser() {
   };
 }
 
-}  // namespace
-
-std::vector<documented_option> documented_options(std::span<const option_row> table,
-                                                  std::span<const char* const> words) {
+std::vector<documented_option> documented_options(std::span<const option_row> table) {
   std::vector<documented_option> options;
   for (auto row = table.rbegin(); row != table.rend(); ++row) {
     if (is_plain_words(*row)) continue;
-    options.push_back({row->short_name, row->long_name, value_label(*row), choices_of(*row, words), row->help,
-                       default_sentence(*row)});
+    options.push_back(
+        {row->short_name, row->long_name, value_label(*row), choices_of(*row), row->help, default_sentence(*row)});
   }
-  for (documented_option& option : options_of_the_parser()) options.push_back(std::move(option));
   return options;
 }
+
+bool takes_file(const documented_option& option) { return option.value == "file"; }
 
 void add_to_option(command_page& page, const std::string& long_name, const std::string& sentences) {
   const auto option = std::ranges::find(page.options, long_name, &documented_option::long_name);

@@ -53,11 +53,18 @@ struct command_page {
   std::string further_reading;
 };
 
-// The options of a table, last row first as the usage text has them, and behind them those of the parser itself. The
-// row of the plain words is left out. The destinations must hold the defaults. `words` are the values of the one
-// option, if any, that takes a word.
-std::vector<documented_option> documented_options(std::span<const option_row> table,
-                                                  std::span<const char* const> words);
+// The options of quarvo's table, last row first as the usage text has them, without the row of the plain words. The
+// destinations must hold the defaults.
+std::vector<documented_option> documented_options(std::span<const option_row> table);
+
+// The given values, each with the meaning that the help text gives behind "VALUE: ", or with none.
+std::vector<option_choice> word_choices(const std::string& help, std::span<const char* const> words);
+
+// The options that the parser of every command adds to those of the table.
+std::vector<documented_option> options_of_the_parser();
+
+// Whether the option's value is the name of a file.
+bool takes_file(const documented_option& option);
 
 // Gives an option further sentences. Raises std::invalid_argument for an option that the page lacks.
 void add_to_option(command_page& page, const std::string& long_name, const std::string& sentences);

@@ -67,7 +67,8 @@ command_page quarvo_page() {
       "An option and its value are two words. An option may be given once. File names that begin with \"-\" must "
       "stand behind \"--\".",
   };
-  page.options = documented_options(option_table(), search_mode_words());
+  page.options = documented_options(option_table());
+  for (const documented_option& option : options_of_the_parser()) page.options.push_back(option);
   page.plain_words = {{"INPUT", "FASTA file to search", false}, {"RESULTS", "results file", true}};
   page.plain_words_help = option_table().back().help;
   page.exit_statuses = exit_statuses();

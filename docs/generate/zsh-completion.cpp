@@ -24,6 +24,7 @@ std::string choice_list(const documented_option& option) {
 // The message and the action for the value; an action of one blank offers nothing and shows the message.
 std::string value_part(const documented_option& option) {
   if (option.value.empty()) return "";
+  if (takes_file(option)) return ":" + option.value + ":_files";
   if (option.choices.empty()) return ":" + option.value + ": ";
   return ":" + option.long_name + ":" + choice_list(option);
 }

@@ -46,11 +46,11 @@ bash_completions() {
     [ ${#COMPREPLY[@]} -eq 0 ] || printf "%s\n" "${COMPREPLY[@]}"' bash "$@"
 }
 
-# in_bash FILE COMMAND: behind a switch it offers file names, behind an option with a value it does not.
+# in_bash FILE COMMAND: behind a switch it offers options again, behind an option with a value it does not.
 in_bash() {
   local name
   while read -r name; do
-    if [ "$(bash_completions "$1" "$2" "$name" '')" = "(files)" ]; then
+    if bash_completions "$1" "$2" "$name" - | grep -qx -- --help; then
       echo "$name switch"
     else
       echo "$name value"
