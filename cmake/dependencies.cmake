@@ -15,6 +15,9 @@ endif()
 # zlib1g-dev: compressed input.
 find_package(ZLIB REQUIRED)
 
+# nlohmann-json3-dev: what quarvo-convert writes as JSON, headers only.
+find_package(nlohmann_json REQUIRED)
+
 add_library(quarvo_dependencies INTERFACE)
 target_include_directories(quarvo_dependencies SYSTEM INTERFACE ${QUARVO_TCLAP_INCLUDE_DIR})
 target_compile_definitions(quarvo_dependencies INTERFACE ZLIB_CONST)

@@ -13,6 +13,7 @@ packages_to_build=(
   libtclap-dev # the command-line parser
   libhwy-dev   # vector code
   zlib1g-dev   # compressed input
+  nlohmann-json3-dev # the JSON of quarvo-convert
 )
 packages_to_test=(
   "${packages_to_build[@]}"
@@ -24,6 +25,9 @@ packages_to_test=(
   mandoc          # the check of the man page
   zsh             # the test of its completion
   lintian         # the check of the Debian package
+  genometools     # reads GFF3 of quarvo-convert; with its libraries 20 megabytes
+  bedtools        # reads BED of quarvo-convert
+  tabix           # the same, sorted and compressed
 )
 packages_to_test_workflow=(
   python3-pytest # its tests

@@ -19,7 +19,7 @@ struct command_row {
   command_page (*page)();
 };
 
-constexpr std::array<command_row, 1> commands{{{"quarvo", quarvo_page}}};
+constexpr std::array<command_row, 2> commands{{{"quarvo", quarvo_page}, {"quarvo-convert", quarvo_convert_page}}};
 
 command_page page_of(const std::string& name) {
   for (const command_row& command : commands) {

@@ -76,6 +76,7 @@ command_page quarvo_page() {
                  "With --maskX: the searched sequences, their repeats replaced by X. An older file of that name is "
                  "replaced."}};
   page.examples = examples();
+  page.see_also = {"quarvo-convert"};
   page.further_reading =
       "README.md and the pages in docs, installed in the directory share/doc/quarvo beside bin: what the results hold, "
       "how the searches work, what they cost.";

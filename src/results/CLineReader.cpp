@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <limits>
+#include <system_error>
 
 namespace {
 
@@ -11,18 +13,16 @@ constexpr std::size_t block_size = std::size_t{1} << 16;
 
 }  // namespace
 
-CLineReader::~CLineReader() {
-  if (file != nullptr) std::fclose(file);
-}
-
 bool CLineReader::open(const std::string& name) {
-  file = std::fopen(name.c_str(), "rbe");
-  if (file == nullptr) {
-    reason = std::strerror(errno);
+  errno = 0;
+  source.open(name.c_str());
+  if (!source.is_open()) {
+    reason = errno != 0 ? std::strerror(errno) : "The name leads to no file";
     return false;
   }
-  std::setvbuf(file, nullptr, _IONBF, 0);
-  return true;
+  std::error_code ignored;
+  if (std::filesystem::is_directory(name, ignored)) reason = std::strerror(EISDIR);
+  return reason.empty();
 }
 
 CLineReader::outcome CLineReader::next() { return next_up_to(std::numeric_limits<std::size_t>::max()); }
@@ -37,25 +37,19 @@ CLineReader::outcome CLineReader::next_up_to(std::size_t longest) {
     const bool is_whole = end != std::string_view::npos;
     const std::size_t count = is_whole ? end : room;
     line.append(block, block_pos, count);
-    block_pos += count;
-    if (is_whole) {
-      ++block_pos;
-      cut = false;
-      return outcome::line;
-    }
-    if (line.size() == longest) return outcome::line;
+    block_pos += count + (is_whole ? 1 : 0);
+    cut = !is_whole;
+    if (is_whole || line.size() == longest) return outcome::line;
   }
   if (!reason.empty()) return outcome::failed;
   return line.empty() ? outcome::end_of_file : outcome::line;
 }
 
-// What came before a read error is handed out first.
+// What came before the trouble is handed out first.
 bool CLineReader::refill() {
-  if (!reason.empty()) return false;
   block.resize(block_size);
+  block.resize(static_cast<std::size_t>(source.read(block.data(), static_cast<std::streamsize>(block_size))));
   block_pos = 0;
-  errno = 0;
-  block.resize(std::fread(block.data(), 1, block_size, file));
-  if (std::ferror(file) != 0) reason = std::strerror(errno);
+  if (block.empty() && source.trouble != nullptr) reason = source.trouble;
   return !block.empty();
 }

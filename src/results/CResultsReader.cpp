@@ -99,7 +99,9 @@ CResultsReader::item CResultsReader::finish() {
       is_at_end = true;
       return item::end;
     case CLineReader::outcome::line:
-      return fail_here("the end of the file behind the closing line (results of several runs are read one by one)");
+      return fail({results_trouble::kind_type::not_results,
+                   "At line " + std::to_string(lines->number()) +
+                       ", the file goes on behind its closing line. Results of several runs are read one by one.\n"});
     default:
       return fail(read_failure(*lines));
   }

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "CTextScanner.h"
+#include "results-settings.h"
 
 namespace {
 
@@ -66,8 +67,12 @@ class CHeaderReader {
   results_trouble read() {
     header = results_header();
     if (!read_first_line() || !read_version() || !read_title()) return trouble;
-    if (!read_settings() || !interpret_settings()) return trouble;
-    header.format == 3 ? read_table_header() : read_legend();
+    if (!read_settings()) return trouble;
+    trouble = interpret_settings(header);
+    if (trouble) return trouble;
+    for (const std::string& line : lines_behind_settings(header)) {
+      if (!next_line_is(line)) break;
+    }
     return trouble;
   }
 
@@ -107,7 +112,8 @@ class CHeaderReader {
       case CLineReader::outcome::failed:
         return fail(read_failure(lines));
       default:
-        return lines.text() == first_line ? !lines.is_cut() || fail(unexpected_end(lines)) : fail_as_no_results();
+        if (lines.is_cut() && first_line.starts_with(lines.text())) return fail(unexpected_end(lines));
+        return lines.text() == first_line || fail_as_no_results();
     }
   }
 
@@ -120,10 +126,6 @@ class CHeaderReader {
     if (text == std::string(first_line) + '\r') {
       return fail({kind_type::not_results,
                    "Its lines end with CR LF. Please use the file as Quarvo wrote it, with lines that end with LF.\n"});
-    }
-    if (text.starts_with("\x1f\x8b")) {
-      return fail(
-          {kind_type::not_results, "It looks compressed. Please decompress it first, for instance by gzip -d.\n"});
     }
     return fail({kind_type::not_results,
                  "It does not begin like results of Quarvo: at line 1, \"" + std::string(first_line) +
@@ -186,102 +188,6 @@ class CHeaderReader {
   bool read_setting(const label_row& label) {
     if (!next_line()) return false;
     return take_setting(label) || fail_here("the setting \"" + std::string(name_of(label)) + "\"");
-  }
-
-  const std::string& setting(std::string_view name) const {
-    static const std::string absent;
-    for (const auto& [key, value] : header.settings) {
-      if (key == name) return value;
-    }
-    return absent;
-  }
-
-  // The index of the setting's value among the words, or a complaint.
-  template <std::size_t n>
-  bool interpret(std::string_view name, const std::array<std::string_view, n>& words, int& index) {
-    const std::string& value = setting(name);
-    for (index = 0; index != static_cast<int>(n); ++index) {
-      if (value == words[static_cast<std::size_t>(index)]) return true;
-    }
-    return fail({kind_type::not_results, "The setting \"" + std::string(name) + "\" has the value \"" + value +
-                                             "\", which no run gives it. Please use the file as Quarvo wrote it.\n"});
-  }
-
-  bool interpret_settings() {
-    using texts = std::string_view;
-    int Ns = 0;
-    int comments = 0;
-    if (!interpret("Output format",
-                   std::array<texts, 5>{"quarvo format", "extended quarvo format", "gff", "one-per-line format",
-                                        "fasta format"},
-                   header.format)) {
-      return false;
-    }
-    if (header.format == 2 || header.format == 4) return fail_as_not_suited();
-    if ((header.format == 3) != (separator == "\t")) return fail_here("settings in the layout of the output format");
-    if (!interpret("Print sequence mode",
-                   std::array<texts, 3>{"don't print sequence", "print sequence", "print alignment"},
-                   header.print_mode) ||
-        !interpret("Treat N's as", std::array<texts, 2>{"neutral", "missense"}, Ns) ||
-        !interpret("Report units as",
-                   std::array<texts, 3>{"as they are", "alphabetical normal form",
-                                        "alphabetical normal form using reverse complement"},
-                   header.report_unit_mode)) {
-      return false;
-    }
-    if (header.format == 3 && !interpret("Print seq. info as comment", std::array<texts, 2>{"no", "yes"}, comments)) {
-      return false;
-    }
-    CTextScanner flanking(setting("Number of flanking nucletides"));
-    if (!flanking.padded_number(header.flanking) || !flanking.at_end() || header.flanking < 0) {
-      return fail_here("a number of flanking symbols among the settings");
-    }
-    header.Ns_are_missense = Ns == 1;
-    header.has_sequence_comments = comments == 1;
-    header.is_whole_input = setting("Sequence range to process") == "1 - last sequence";
-    header.input_file_name = setting("Input file name");
-    header.output_file_name = setting("Output file name");
-    return true;
-  }
-
-  bool fail_as_not_suited() {
-    return fail(
-        {kind_type::not_suited, "These are results in output format " + std::to_string(header.format) +
-                                    ", which does not tell all that is wanted here.\nPlease run the search again with "
-                                    "--outputFormat 0, 1 or 3.\n"});
-  }
-
-  bool read_legend() {
-    if (!next_line_is("# ") || !next_line_is("# Columns in lines of output providing repeat information:"))
-      return false;
-    int columns = 0;
-    const auto column = [&](std::string_view meaning) {
-      ++columns;
-      return next_line_is("# Column " + std::string(columns < 10 ? " " : "") + std::to_string(columns) + ": " +
-                          std::string(meaning));
-    };
-    if (!column("Repeat unit length") || !column("Position at which repeat starts in current sequence") ||
-        !column("Position at which repeat ends in current sequence") ||
-        !column("Length of repeat in original sequence, i.e. (end-start+1)") ||
-        !column("Normalized repeat length, i.e. (end-start+1-insertions+deletions)") || !column("Repeat score") ||
-        !column("Repeat perfection")) {
-      return false;
-    }
-    if (header.format == 1) {
-      if (!column("Number of mismatches") || !column("Number of insertions") || !column("Number of deletions")) {
-        return false;
-      }
-      if (!header.Ns_are_missense && !column("Number of N's")) return false;
-    }
-    return column("Repeat unit") && next_line_is("# ");
-  }
-
-  bool read_table_header() {
-    std::string text =
-        "seq-name\tunit-length\tperfection\tstart\tend\tlength\trepeat-number\tscore\tmismatches\tinsertions\t"
-        "deletions\tNs\tunit\trepeat-seq";
-    if (header.flanking != 0) text += "\tleft-flanking-seq\tright-flanking-seq";
-    return next_line_is(text);
   }
 };
 

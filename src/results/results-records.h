@@ -54,7 +54,8 @@ struct results_repeat {
   int unit_length = 0;      // symbols
   std::string unit;         // as reported: in the form of results_header::report_unit_mode
   std::string normal_form;  // of the unit: the smallest rotation of it and of its reverse complement
-  double copy_number() const { return static_cast<double>(length) / unit_length; }
+  // In single precision, as the program prints it.
+  float copy_number() const { return static_cast<float>(length) / static_cast<float>(unit_length); }
 
   // Absent in format 0; the N's are also absent when they count as missense.
   std::optional<int> mismatches;

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "read-results.h"
+#include "support/gzip-text.h"
 
 namespace {
 
@@ -34,7 +35,6 @@ class ResultsRefusals : public ResultsTest {
 TEST_F(ResultsRefusals, OfWhatIsNoResultsFile) {
   expect_refusal("", kind::not_results, "empty");
   expect_refusal(">s1\nACGT\n", kind::not_results, "FASTA");
-  expect_refusal("\x1f\x8b\x08\x00", kind::not_results, "compressed");
   expect_refusal("chr1\t1\t2\n", kind::not_results, "at line 1, \"# Results computed with:\" was expected");
   expect_refusal(std::string(10000000, 'x'), kind::not_results, "at line 1");
   expect_refusal(std::string(1, '\0'), kind::not_results, "at line 1");
@@ -56,7 +56,7 @@ TEST_F(ResultsRefusals, OfFilesThatCannotBeRead) {
   EXPECT_EQ(missing.trouble.kind, kind::not_opened);
   EXPECT_TRUE(has(missing.text, "No such file")) << missing.text;
   const whole_results folder = read_results(directory.path("."));
-  EXPECT_EQ(folder.trouble.kind, kind::not_read);
+  EXPECT_EQ(folder.trouble.kind, kind::not_opened);
   EXPECT_TRUE(has(folder.text, "Is a directory")) << folder.text;
 }
 
@@ -68,10 +68,21 @@ TEST_F(ResultsRefusals, OfEveryBeginningOfAResultsFile) {
     ASSERT_FALSE(whole.trouble) << whole.text;
     const std::string text = written();
     const std::size_t behind_settings = text.find("Print sequence mode");
-    for (std::size_t size = 30; size < text.size(); size += size < behind_settings ? 19 : 1) {
+    for (std::size_t size = 30; size < text.size(); size += size < behind_settings ? 19 : 3) {
       ASSERT_EQ(read_text(text.substr(0, size)).trouble.kind, kind::unfinished) << text.substr(0, size);
     }
     for (std::size_t size = 0; size != 30; ++size) ASSERT_TRUE(read_text(text.substr(0, size)).trouble);
+  }
+}
+
+TEST_F(ResultsRefusals, OfEveryBeginningOfACompressedResultsFile) {
+  ASSERT_FALSE(read_run({"--outputFormat", "3"}).trouble);
+  for (const std::string& packed : {gzip_member(written()), bgzip_file(written(), 500)}) {
+    EXPECT_FALSE(read_text(packed).trouble);
+    EXPECT_EQ(read_text(packed + "x").trouble.kind, kind::not_read);
+    for (std::size_t size = 2; size < packed.size(); size += 3) {
+      ASSERT_TRUE(read_text(packed.substr(0, size)).trouble) << size;
+    }
   }
 }
 
@@ -111,8 +122,8 @@ TEST_F(ResultsRefusals, OfLinesThatNoRunWrites) {
 TEST_F(ResultsRefusals, OfResultsBehindResults) {
   ASSERT_FALSE(read_run({"--outputFormat", "0"}).trouble);
   const std::string text = written();
-  expect_refusal(text + text, kind::not_results, "the end of the file behind the closing line");
-  expect_refusal(text + "x", kind::not_results, "the end of the file behind the closing line");
+  expect_refusal(text + text, kind::not_results, "the file goes on behind its closing line");
+  expect_refusal(text + "x", kind::not_results, "the file goes on behind its closing line");
 }
 
 TEST_F(ResultsRefusals, OfRepeatsThatContradictThemselves) {

@@ -1,0 +1,71 @@
+// What the man page of quarvo-convert says beside its options.
+
+#include "command-page.h"
+#include "convert-options.h"
+#include "convert-run.h"
+#include "global-types-and-parameters.h"
+
+namespace {
+
+std::vector<explained_term> exit_statuses() {
+  const auto text = [](int status) { return std::to_string(status); };
+  return {
+      {"0", "The conversion is complete; also after --help and --version."},
+      {text(convert_status_command_line), "The command line was refused."},
+      {text(convert_status_not_read), "A file could not be opened, or not be read to its end."},
+      {text(convert_status_not_results), "The input is no results file in output format 0, 1 or 3."},
+      {text(convert_status_unfinished), "The results have no closing line: their run failed, was stopped or goes on."},
+      {text(convert_status_not_suited),
+       "A name of a sequence cannot stand in the output or comes twice, or the lengths do not suit the results."},
+      {text(convert_status_not_written), "The output could not be opened or written, or is a file to read."},
+      {text(convert_status_out_of_memory), "Memory ran out."},
+      {"141", "Standard output is a pipe that was closed."},
+  };
+}
+
+std::vector<explained_term> examples() {
+  return {
+      {"quarvo-convert -t bed -o repeats.bed repeats.txt", "Repeats for bedtools and genome browsers:"},
+      {"quarvo genome.fa | quarvo-convert -t gff3 /dev/stdin | bgzip > repeats.gff3.gz",
+       "From a genome to compressed GFF3 without a file in between:"},
+      {"quarvo-convert -t tsv --lengths genome.fa.fai repeats.tsv", "Counts and densities of results in format 3:"},
+  };
+}
+
+documented_option documented(const convert_option_row& row) {
+  documented_option option{row.short_name, row.long_name, row.value_label, {}, row.help, ""};
+  if (!row.words.empty()) option.choices = word_choices(row.help, row.words);
+  return option;
+}
+
+}  // namespace
+
+command_page quarvo_convert_page() {
+  command_page page;
+  page.name = "quarvo-convert";
+  page.version = quarvo_version;
+  page.summary = "turn results of quarvo into BED, GFF3, JSON and tables";
+  page.description = {
+      "quarvo-convert reads a results file of quarvo in output format 0, 1 or 3 and writes its repeats in a format "
+      "that "
+      "other programs read. It takes nothing but whole results: a file without its closing line is converted as far "
+      "as it goes only to standard output, and the exit status says so.",
+      "BED and GFF3 name a sequence by its header line up to the first white space, as other programs do. Such names "
+      "must differ.",
+  };
+  const auto table = convert_option_table();
+  for (auto row = table.rbegin(); row != table.rend(); ++row) {
+    if (std::holds_alternative<std::string*>(row->destination)) page.options.push_back(documented(*row));
+  }
+  for (documented_option& option : options_of_the_parser()) page.options.push_back(std::move(option));
+  page.plain_words = {{"RESULTS", "results file", false}};
+  page.plain_words_help = table.back().help;
+  page.exit_statuses = exit_statuses();
+  page.files = {{"FILE.unfinished", "What is written while the conversion runs; it is renamed when it is complete."}};
+  page.examples = examples();
+  page.see_also = {"quarvo"};
+  page.further_reading =
+      "docs/formats-and-other-programs.md in the directory share/doc/quarvo beside bin: every column and key, and what "
+      "other programs make of the files.";
+  return page;
+}

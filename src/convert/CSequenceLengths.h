@@ -1,0 +1,36 @@
+#ifndef QUARVO_CSEQUENCELENGTHS_H
+#define QUARVO_CSEQUENCELENGTHS_H
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <unordered_map>
+
+// The lengths of sequences from a table beside the results: lines of a name, a tab, a length in symbols, and anything
+// behind a further tab, as in the index of a FASTA file or in chrom.sizes. Memory grows with the number of sequences.
+class CSequenceLengths {
+ public:
+  // Reads the table. Returns false when that is impossible; trouble() then says why, in lines for the user.
+  bool read(const std::string& file_name);
+
+  bool is_empty() const { return lengths.empty(); }
+  // The length of the sequence whose name begins with this one up to white space, as other programs cut names.
+  std::optional<int> of(const std::string& name) const;
+  // The sum of all lengths.
+  std::int64_t total() const { return sum; }
+
+  bool was_read() const { return problem.empty(); }
+  // True when the trouble is the file itself, false when it is what stands in it.
+  bool is_unreadable() const { return unreadable; }
+  const std::string& trouble() const { return problem; }
+
+ private:
+  std::unordered_map<std::string, int> lengths;
+  std::int64_t sum = 0;
+  bool unreadable = false;
+  std::string problem;
+
+  bool add(std::string_view line);
+};
+
+#endif

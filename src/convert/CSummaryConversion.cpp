@@ -1,0 +1,24 @@
+#include "CSummaryConversion.h"
+
+#include "text-output.h"
+
+void CSummaryConversion::begin(std::FILE* /*out*/, const results_header& its_header) { header = its_header; }
+
+bool CSummaryConversion::begin_sequence(std::FILE* /*out*/, const results_sequence& sequence) {
+  summary.begin_sequence(sequence, sequence.length ? sequence.length : lengths.of(sequence.name));
+  return true;
+}
+
+void CSummaryConversion::add(std::FILE* /*out*/, const results_repeat& repeat) { summary.add(repeat); }
+
+// Results that leave out sequences without repeats need the table of lengths for them, and a run over the whole input.
+std::optional<std::int64_t> CSummaryConversion::searched_symbols() const {
+  if (header.names_every_sequence()) return summary.total_length();
+  if (!header.is_whole_input || lengths.is_empty() || !summary.total_length()) return std::nullopt;
+  return lengths.total();
+}
+
+std::optional<double> per_megabase(std::int64_t count, std::optional<std::int64_t> symbols) {
+  if (!symbols || *symbols == 0) return std::nullopt;
+  return static_cast<double>(count) * 1e6 / static_cast<double>(*symbols);
+}

@@ -1,0 +1,133 @@
+// One whole conversion.
+
+#include "convert-run.h"
+
+#include <cstdio>
+#include <memory>
+
+#include "CConversion.h"
+#include "CConvertedFile.h"
+#include "CResultsReader.h"
+#include "CSequenceLengths.h"
+#include "convert-options.h"
+
+namespace {
+
+int status_of(const results_trouble& trouble) {
+  switch (trouble.kind) {
+    case results_trouble::kind_type::not_opened:
+    case results_trouble::kind_type::not_read:
+      return convert_status_not_read;
+    case results_trouble::kind_type::unfinished:
+      return convert_status_unfinished;
+    default:
+      return convert_status_not_results;
+  }
+}
+
+// The files of a conversion and what happens to each item of the results.
+class CConvertRun {
+ public:
+  // The steps of a run; each returns 0 or the status with which the run ends.
+  int open_input();
+  int open_output();
+  int convert();
+  int finish();
+
+ private:
+  CResultsReader results;
+  CSequenceLengths lengths;
+  CConvertedFile output;
+  std::unique_ptr<CConversion> conversion;
+
+  int begin_sequence();
+  int add_repeat();
+  int end_with_message(int status, const std::string& message) const;
+  int end_on_write_failure() const;
+};
+
+int CConvertRun::open_input() {
+  if (!results.open(convert_options.results[0])) {
+    return end_with_message(status_of(results.trouble()), results.trouble_text());
+  }
+  if (convert_options.lengths.empty() || lengths.read(convert_options.lengths)) return 0;
+  return end_with_message(lengths.is_unreadable() ? convert_status_not_read : convert_status_not_suited,
+                          lengths.trouble());
+}
+
+int CConvertRun::open_output() {
+  if (!output.open(convert_options.output, convert_options.results[0], convert_options.lengths)) {
+    return convert_status_not_written;
+  }
+  conversion = make_conversion(convert_format_of(convert_options.to), lengths, convert_options.sample);
+  return 0;
+}
+
+int CConvertRun::convert() {
+  conversion->begin(output.stream(), results.header());
+  for (;;) {
+    int status = 0;
+    switch (results.next()) {
+      case CResultsReader::item::sequence:
+        status = begin_sequence();
+        break;
+      case CResultsReader::item::repeat:
+        status = add_repeat();
+        break;
+      case CResultsReader::item::end:
+        return 0;
+      default:
+        return end_with_message(status_of(results.trouble()), results.trouble_text());
+    }
+    if (status != 0) return status;
+  }
+}
+
+int CConvertRun::begin_sequence() {
+  if (!conversion->begin_sequence(output.stream(), results.sequence())) {
+    return end_with_message(convert_status_not_suited, conversion->trouble());
+  }
+  return std::ferror(output.stream()) == 0 ? 0 : end_on_write_failure();
+}
+
+int CConvertRun::add_repeat() {
+  const std::optional<int> length = lengths.of(results.sequence().name);
+  if (length && !results.sequence().length && results.repeat().end > *length) {
+    return end_with_message(convert_status_not_suited,
+                            "Sorry, at line " + std::to_string(results.line_number()) +
+                                " a repeat ends behind the length that the table of lengths gives for\n   \"" +
+                                results.sequence().name +
+                                "\"\nPlease name the lengths of the sequences that were searched.\n");
+  }
+  conversion->add(output.stream(), results.repeat());
+  return std::ferror(output.stream()) == 0 ? 0 : end_on_write_failure();
+}
+
+int CConvertRun::finish() {
+  if (!conversion->finish(output.stream())) {
+    return end_with_message(convert_status_not_written, conversion->trouble());
+  }
+  return output.finish() ? 0 : end_on_write_failure();
+}
+
+int CConvertRun::end_with_message(int status, const std::string& message) const {
+  std::fputs(message.c_str(), stderr);
+  std::fputs(output.fate(), stderr);
+  return status;
+}
+
+int CConvertRun::end_on_write_failure() const {
+  output.report_write_failure();
+  return convert_status_not_written;
+}
+
+}  // namespace
+
+int run_convert(int argc, char** argv) {
+  if (const int status = read_convert_options(argc, argv); status != 0) return status;
+  CConvertRun run;
+  if (const int status = run.open_input(); status != 0) return status;
+  if (const int status = run.open_output(); status != 0) return status;
+  if (const int status = run.convert(); status != 0) return status;
+  return run.finish();
+}

@@ -1,0 +1,82 @@
+# The golden cases of quarvo-convert, a line each: exit status, name, command. See `run`.
+
+# --- each format
+0 bed            quarvo three.fa r 2>err && quarvo-convert -t bed r
+0 gff3           quarvo three.fa r 2>err && quarvo-convert -t gff3 r
+0 json           quarvo -f 3 three.fa r 2>err && quarvo-convert -t json r
+0 tsv            quarvo three.fa r 2>err && quarvo-convert -t tsv r
+0 multiqc        quarvo three.fa r 2>err && quarvo-convert -t multiqc r
+0 multiqc-sample quarvo three.fa r 2>err && quarvo-convert -t multiqc --sample 'liver 3' r | grep liver
+0 bed-score      { echo '>long'; printf 'AC%.0s' {1..700}; } >in.fa; quarvo in.fa r 2>err && quarvo-convert -t bed r
+
+# --- what the results tell
+0 json-format-0  quarvo --outputFormat 0 --printRepeatSeqMode 0 three.fa r 2>err && quarvo-convert -t json r
+0 json-format-3  quarvo --outputFormat 3 -f 3 --NsAsMissense three.fa r 2>err && quarvo-convert -t json r
+0 gff3-format-0  quarvo --outputFormat 0 three.fa r 2>err && quarvo-convert -t gff3 r
+0 gff3-format-3  quarvo --outputFormat 3 three.fa r 2>err && quarvo-convert -t gff3 r
+0 tsv-format-3   quarvo --outputFormat 3 three.fa r 2>err && quarvo-convert -t tsv r
+0 no-repeats     quarvo -s 1000 three.fa r 2>err && for f in bed gff3 json tsv; do quarvo-convert -t $f r; done
+0 no-sequences   quarvo --firstSeq 9 three.fa r 2>err && for f in bed gff3 json tsv multiqc; do quarvo-convert -t $f r; done
+0 gzip           quarvo three.fa r 2>err && gzip r && quarvo-convert -t bed r.gz
+0 stdin          quarvo three.fa 2>err | quarvo-convert -t bed /dev/stdin
+
+# --- lengths
+0 lengths-gff3   quarvo --outputFormat 3 three.fa r 2>err && quarvo-convert -t gff3 --lengths three.fa.fai r
+0 lengths-tsv    quarvo --outputFormat 3 three.fa r 2>err && quarvo-convert -t tsv --lengths three.fa.fai r | grep -v ^unit
+0 lengths-range  quarvo --outputFormat 3 --lastSeq 1 three.fa r 2>err && quarvo-convert -t tsv --lengths three.fa.fai r | grep -v ^unit
+5 lengths-bad    quarvo three.fa r 2>err && quarvo-convert -t tsv --lengths bad.fai r
+5 lengths-short  quarvo --outputFormat 3 three.fa r 2>err && quarvo-convert -t tsv -o converted --lengths short.fai r
+2 lengths-missing quarvo three.fa r 2>err && quarvo-convert -t tsv --lengths nosuch.fai r
+
+# --- names
+0 names-json     quarvo -M exact names.fa r 2>err && quarvo-convert -t json r | cut -c 1-90
+0 names-gff3     quarvo -M exact --lastSeq 3 names.fa r 2>err && quarvo-convert -t gff3 r | cut -c 1-40
+0 names-bed      quarvo -M exact --lastSeq 2 names.fa r 2>err && quarvo-convert -t bed r
+5 name-hash-bed  quarvo -M exact --firstSeq 3 names.fa r 2>err && quarvo-convert -t bed -o converted r
+5 name-empty-gff3 quarvo -M exact --firstSeq 4 names.fa r 2>err && quarvo-convert -t gff3 -o converted r
+5 name-track-bed quarvo -M exact --firstSeq 5 names.fa r 2>err && quarvo-convert -t bed -o converted r
+5 name-twice-bed quarvo -M exact same.fa r 2>err && quarvo-convert -t bed r
+5 name-twice-gff3 quarvo -M exact same.fa r 2>err && quarvo-convert -t gff3 r
+0 name-twice-tsv quarvo -M exact same.fa r 2>err && quarvo-convert -t tsv r
+0 name-twice-multiqc quarvo -M exact same.fa r 2>err && quarvo-convert -t multiqc r | grep -A 2 same
+0 name-twice-json quarvo -M exact same.fa r 2>err && quarvo-convert -t json r | cut -c 1-60
+
+# --- what is no results file, or not whole
+3 fasta          quarvo-convert -t bed -o converted three.fa
+3 empty          quarvo-convert -t bed -o converted /dev/null
+3 format-2       quarvo --outputFormat 2 three.fa r 2>err && quarvo-convert -t bed r
+3 format-4       quarvo --outputFormat 4 three.fa r 2>err && quarvo-convert -t bed r
+3 messages-mixed-in quarvo three.fa >r 2>&1; quarvo-convert -t bed r
+3 two-results    quarvo three.fa r 2>err && cat r r >twice && quarvo-convert -t bed -o converted twice
+4 unfinished     quarvo three.fa r 2>err && head -n -1 r >cut && quarvo-convert -t bed -o converted cut
+4 unfinished-stdout quarvo three.fa r 2>err && head -n -3 r >cut && quarvo-convert -t bed cut
+2 cut-gzip       quarvo three.fa r 2>err && gzip -c r | head -c 300 >cut && quarvo-convert -t json cut
+2 missing        quarvo-convert -t bed nosuch
+2 directory      quarvo-convert -t bed .
+
+# --- files
+0 output         quarvo three.fa r 2>err && quarvo-convert -t bed -o converted r
+0 output-replaced echo old >converted; quarvo three.fa r 2>err && quarvo-convert -t bed -o converted r
+4 output-kept    echo old >converted; quarvo three.fa r 2>err && head -n -1 r >cut && quarvo-convert -t bed -o converted cut
+0 output-linked  ln -s converted link; quarvo three.fa r 2>err && quarvo-convert -t bed -o link r && test -L link
+6 output-is-input quarvo three.fa converted 2>err && quarvo-convert -t bed -o converted converted; s=$?; cmp converted <(quarvo three.fa converted 2>err; cat converted); exit $s
+6 output-is-linked-input quarvo three.fa r 2>err && ln r other && quarvo-convert -t bed -o other r; s=$?; tail -n 1 r; exit $s
+6 stdout-is-input quarvo three.fa r 2>err && quarvo-convert -t bed r >>r; s=$?; tail -n 1 r; exit $s
+6 output-is-lengths quarvo three.fa r 2>err && quarvo-convert -t tsv --lengths three.fa.fai -o three.fa.fai r; s=$?; cat three.fa.fai; exit $s
+6 output-dir-missing quarvo three.fa r 2>err && quarvo-convert -t bed -o nosuchdir/x r
+6 output-is-a-directory mkdir d; quarvo three.fa r 2>err && quarvo-convert -t bed -o d r
+6 disk-full      quarvo three.fa r 2>err && quarvo-convert -t bed -o /dev/full r
+6 stdout-full    quarvo three.fa r 2>err && quarvo-convert -t multiqc r >/dev/full
+6 stdout-closed  quarvo three.fa r 2>err && quarvo-convert -t bed r >&-
+6 file-size-limit quarvo three.fa r 2>err && (ulimit -f 0; quarvo-convert -t json -o converted r) 2>&1 | cat >&2
+141 closed-pipe  { echo '>a'; printf 'ACGTTTTTTTTTTTTGCA%.0s' {1..20000}; } >in.fa; quarvo -M exact --outputFormat 3 in.fa r 2>err && quarvo-convert -t json r | head -n 1
+
+# --- command line
+1 no-format      quarvo-convert r
+1 unknown-format quarvo-convert -t xml r
+1 no-input       quarvo-convert -t bed
+1 two-inputs     quarvo-convert -t bed a b
+1 unknown-option quarvo-convert -t bed --nosuch r
+1 option-behind-the-file quarvo-convert -t bed r --nosuch
+0 help           quarvo-convert --help
+0 version        quarvo-convert --version
