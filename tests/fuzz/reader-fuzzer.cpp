@@ -4,9 +4,6 @@
 // Input: a byte that gives the size of the small blocks and the way to compress, then the file. A file that is
 // compressed by itself, perhaps corrupt, is compared with one that is decompressed in one go.
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -15,30 +12,13 @@
 
 #include "CFile.h"
 #include "CSequence_Mol.h"
+#include "memory-file.h"
 #include "plain-gzip.h"
 #include "plain-reader.h"
 #include "printable-text.h"
 #include "vector-targets.h"
 
 namespace {
-
-// A file in memory that can be opened by name.
-class CMemoryFile {
- public:
-  explicit CMemoryFile(const std::string& bytes) : descriptor(memfd_create("fuzz", MFD_CLOEXEC)) {
-    const bool is_written =
-        descriptor >= 0 && write(descriptor, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
-    if (!is_written) std::abort();
-  }
-  CMemoryFile(const CMemoryFile&) = delete;
-  CMemoryFile& operator=(const CMemoryFile&) = delete;
-  ~CMemoryFile() { close(descriptor); }
-
-  std::string name() const { return "/proc/self/fd/" + std::to_string(descriptor); }
-
- private:
-  int descriptor;
-};
 
 std::string text_of(const faststring& string) { return {string.buffer, string.buffer + string.length}; }
 
