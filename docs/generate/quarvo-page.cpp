@@ -16,12 +16,14 @@ std::vector<explained_term> exit_statuses() {
       {"130, 143", "The user stopped the run (SIGINT, SIGTERM). The results end behind the last completed record."},
       {"141", "Standard output is a pipe that was closed."},
       {shell_status(status_read_failed),
-       "The input could not be read to its end. The records before the fault are in the results."},
+       "The input could not be read to its end, or is compressed and cut off or corrupt. The records before the fault "
+       "are in the results."},
       {shell_status(status_out_of_memory), "Memory ran out."},
       {shell_status(status_record_too_long), "A record is too long."},
       {shell_status(status_write_failed), "Writing the results or the masked sequences failed."},
       {shell_status(status_masked_not_opened),
-       "The file for the masked sequences could not be opened, or is the input or the results file."},
+       "The file for the masked sequences could not be opened, or is the input or the results file, or the input is "
+       "a pipe or device."},
       {shell_status(status_output_not_opened), "The results file could not be opened, or is the input file."},
       {shell_status(status_input_not_opened), "The input file could not be opened."},
       {shell_status(status_malformed_input),
@@ -64,6 +66,8 @@ command_page quarvo_page() {
       "perfectly or with mismatches, inserted and deleted symbols and short runs of N. It writes every repeat that "
       "passes the thresholds for score, length and perfection, in one of five text formats. Positions in the results "
       "count from 1, and both ends belong to the repeat. Settings and progress go to standard error.",
+      "The input may be compressed by gzip or bgzip, whatever its name, and may be a pipe or /dev/stdin (but not with "
+      "--maskX).",
       "An option and its value are two words. An option may be given once. File names that begin with \"-\" must "
       "stand behind \"--\".",
   };
