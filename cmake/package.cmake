@@ -32,7 +32,8 @@ set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
 minisatellites, perfect or with mismatches, inserted and deleted symbols and
 short runs of N. It writes every repeat that passes the thresholds for score,
 length and perfection, as text with alignments, as GFF, as a table or as FASTA,
-and the sequences with their repeats masked.
+and the sequences with their repeats masked. quarvo-convert turns the results
+into BED, GFF3, JSON lines and summaries.
 .
 The search is exhaustive: the same input and options give the same results on
 every machine. Vector code is chosen for the processor at run time.")

@@ -16,7 +16,7 @@ wait_for() {
 export TERM=dumb PS1='ready> '
 if [[ $shell == bash ]]; then
   zpty prompt "bash --norc --noprofile -i"
-  zpty -w prompt "PS1='ready'\$'> '; source '$generated/bash/quarvo'; bind 'set bell-style none'"
+  zpty -w prompt "PS1='ready'\$'> '; for file in '$generated'/bash/*; do source \"\$file\"; done; bind 'set bell-style none'"
   zpty -w prompt "show() { echo \"<<\$READLINE_LINE>>\"; READLINE_LINE=; }; bind -x '\"\\C-xs\": show'; echo set\"\" up"
 else
   zpty prompt "zsh -f -i"
