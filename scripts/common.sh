@@ -29,6 +29,11 @@ packages_to_test=(
   bedtools        # reads BED of quarvo-convert
   tabix           # the same, sorted and compressed
 )
+packages_to_test_browser=(
+  nodejs   # bundles the page of quarvo-report and runs its tests
+  npm      # fetches what they are made of
+  chromium # the browser
+)
 packages_to_test_workflow=(
   python3-pytest # its tests
   snakemake      # its engine; with its own dependencies a gigabyte
@@ -47,7 +52,12 @@ die() {
   exit 1
 }
 
+# Programs that users often have from elsewhere; Debian's package would not go beside them.
+declare -A program_of_package=([nodejs]=node [npm]=npm)
+
 is_installed() {
+  local program=${program_of_package[$1]-}
+  [ -n "$program" ] && command -v "$program" >/dev/null && return
   [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
 }
 

@@ -1,0 +1,124 @@
+// Everyone can use the page: keyboard, screen readers, contrast in light and dark, narrow windows, hostile names.
+import assert from "node:assert/strict";
+import { mkdirSync } from "node:fs";
+import { test } from "node:test";
+import axe from "axe-core";
+import { saved, settle, with_page } from "./browser.mjs";
+import { examples, hostile_fasta, hostile_headers, page_of, results_of } from "./files.mjs";
+
+const page_file = page_of(results_of(`${examples}/example.fa`, "example.txt", "-U", "24"), "example.html");
+const hostile_file = page_of(results_of(hostile_fasta("hostile.fa"), "hostile.txt"), "hostile.html");
+
+async function picture(page, name) {
+  const place = process.env.SCREENSHOTS;
+  if (!place) return;
+  mkdirSync(place, { recursive: true });
+  await page.screenshot({ path: `${place}/${name}.png`, fullPage: true });
+}
+
+async function open_everything(page) {
+  await page.$$eval("details", (all) => all.forEach((one) => (one.open = true)));
+  await page.locator("#repeat-rows button").first().click();
+}
+
+for (const width of [1400, 400]) {
+  for (const colorScheme of ["light", "dark"]) {
+    test(`${width} pixels, ${colorScheme}: nothing overflows, and axe finds no fault`, () =>
+      with_page(page_file, { width, colorScheme, bypassCSP: true }, async (page) => {
+        await picture(page, `example-${width}-${colorScheme}`);
+        await open_everything(page);
+        assert.ok(await page.evaluate(() => document.documentElement.scrollWidth <= innerWidth));
+        await page.evaluate(axe.source);
+        const { violations } = await page.evaluate(() => window.axe.run());
+        assert.deepEqual(violations.map(({ id, nodes }) => [id, nodes.map((node) => node.html).slice(0, 3)]), []);
+        await picture(page, `example-open-${width}-${colorScheme}`);
+      }));
+  }
+}
+
+test("labels of the axes do not overlap at any width", async () => {
+  for (const width of [360, 400, 640, 1000, 1400]) {
+    await with_page(page_file, { width }, async (page) => {
+      const overlaps = await page.$$eval("svg g[data-part$='tick label']", (groups) => groups.flatMap((group) => {
+        const boxes = [...group.querySelectorAll("text")].filter((text) => text.textContent !== "").map((text) => text.getBoundingClientRect());
+        return boxes.filter((a, i) => boxes.some((b, j) => j > i && a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom))
+          .map(() => group.closest("figure, #track-plot")?.id);
+      }));
+      assert.deepEqual(overlaps, [], `at ${width} pixels`);
+    });
+  }
+});
+
+test("everything is reached and worked by keyboard", () => with_page(page_file, {}, async (page) => {
+  await page.keyboard.press("Tab");
+  assert.equal(await page.evaluate(() => document.activeElement.className), "skip");
+  await page.keyboard.press("Enter");
+  const reached = new Set();
+  for (let i = 0; i < 200; ++i) {
+    await page.keyboard.press("Tab");
+    reached.add(await page.evaluate(() => document.activeElement.id || document.activeElement.closest("th")?.dataset.key || document.activeElement.className));
+  }
+  for (const id of ["filter-unit", "filter-region", "filter-score-max", "save-bed", "save-tsv", "score", "perfection", "link",
+    "page-next", "page-size", "track-sequence", "track-in", "track-plot", "distribution-unit-length"]) {
+    assert.ok(reached.has(id), `${id} of ${[...reached]}`);
+  }
+  await page.focus("th[data-key=score] button");
+  await page.keyboard.press("Enter");
+  assert.equal(await page.getAttribute("th[data-key=score]", "aria-sort"), "ascending");
+  await page.focus("#repeat-rows button");
+  await page.keyboard.press("Enter");
+  assert.ok(await page.isVisible("#details"));
+}));
+
+test("what has the focus shows it", () => with_page(page_file, {}, async (page) => {
+  for (const id of ["#filter-unit", "#save-bed", "#track-plot", "#distribution-unit-length"]) {
+    await page.focus(id);
+    await page.keyboard.press("Shift+Tab");
+    await page.keyboard.press("Tab");
+    const outline = await page.$eval(id, (element) => getComputedStyle(element).outlineStyle);
+    assert.notEqual(outline, "none", id);
+  }
+}));
+
+test("the page says what each control is, as a screen reader hears it", () => with_page(page_file, {}, async (page) => {
+  await page.getByRole("region", { name: "Table of repeats" }).waitFor();
+  await page.getByRole("img", { name: "Repeats by unit length" }).waitFor();
+  await page.getByRole("combobox", { name: "Sequence" }).waitFor();
+  await page.getByRole("spinbutton", { name: "Perfection from" }).waitFor();
+  await page.getByRole("button", { name: "Save as BED" }).waitFor();
+  await page.getByRole("columnheader", { name: "Score", exact: true }).waitFor();
+}));
+
+test("hostile names are shown as text and never run", () => with_page(hostile_file, {}, async (page) => {
+  await open_everything(page);
+  await page.selectOption("#page-size", "500");
+  for (let i = 0; i < (await page.locator("#track-sequence option").count()); ++i) await page.selectOption("#track-sequence", { index: i });
+  await page.waitForTimeout(300);
+  assert.equal(await page.evaluate(() => window.harmed), undefined);
+  assert.equal(await page.locator("img, iframe, object, embed, body b").count(), 0);
+  assert.equal(await page.locator("script").count(), 2);
+  const names = await page.$$eval("#repeat-rows tr", (rows) => [...new Set(rows.map((row) => row.cells[0].textContent))]);
+  assert.equal(names[0], "<script>window.harmed=1</script>");
+  assert.ok(names.includes("</script><script>window.harmed=3</script>"));
+  assert.ok(names.includes("control\u2401\u2407\u241b[31m\u2421bytes"));
+  assert.ok(names.includes("\ufffdreversed"));
+  assert.ok(names.includes("__proto__"));
+  assert.ok(names.some((name) => name.startsWith("megabyte") && name.length < 100));
+  assert.match(await page.textContent("#cut"), /shortened/u);
+  assert.ok(await page.evaluate(() => document.documentElement.scrollWidth <= innerWidth));
+  await picture(page, "hostile-1400-light");
+}));
+
+test("files saved from hostile names keep their columns", () => with_page(hostile_file, {}, async (page) => {
+  const { text } = await saved(page, "#save-bed");
+  const lines = text.split("\n").slice(0, -1);
+  for (const line of lines) assert.match(line, /^[^\t\u0000-\u0020\u007f]+\t\d+\t\d+\t[A-Z]+\t\d+\t\.$/u);
+  assert.equal(new Set(lines.map((line) => line.split("\t")[0])).size, new Set(hostile_headers).size);
+}));
+
+test("a hostile name can be asked for as a region", () => with_page(hostile_file, {}, async (page) => {
+  await page.fill("#filter-region", "<script>window.harmed=1</script>");
+  await settle(page);
+  const names = await page.$$eval("#repeat-rows tr", (rows) => [...new Set(rows.map((row) => row.cells[0].textContent))]);
+  assert.deepEqual(names, ["<script>window.harmed=1</script>"]);
+}));
