@@ -28,6 +28,9 @@ packages_to_test=(
   genometools     # reads GFF3 of quarvo-convert; with its libraries 20 megabytes
   bedtools        # reads BED of quarvo-convert
   tabix           # the same, sorted and compressed
+  jq              # reads JSON in an example of the documents
+  samtools        # reads FASTA in such examples
+  seqkit          # the same; one file of 16 megabytes
 )
 packages_to_test_browser=(
   nodejs   # bundles the page of quarvo-report and runs its tests
