@@ -13,6 +13,13 @@ import genomes
 import pytest
 
 ROOT = Path(__file__).resolve().parents[2]
+CONVERSIONS = {
+    "bed": "bed",
+    "gff3": "gff3",
+    "json": "jsonl",
+    "tsv": "summary.tsv",
+    "multiqc": "quarvo_mqc.json",
+}
 SUFFIXES = ("txt", "txt", "gff", "tsv", "fa")
 
 
@@ -22,6 +29,7 @@ class Project:
     def __init__(self, directory: Path, program: Path) -> None:
         self.directory = directory
         self.program = program
+        self.converter = program.with_name("quarvo-convert")
         self.command: list[str | Path] = ["snakemake", "--snakefile", ROOT / "workflow/Snakefile"]
         self.command += ["--directory", directory]
         (directory / "config").mkdir(parents=True)
@@ -29,7 +37,7 @@ class Project:
 
     def configure(self, **config: object) -> None:
         """YAML is a superset of JSON."""
-        text = json.dumps({"program": str(self.program), **config})
+        text = json.dumps({"program": str(self.program), "converter": str(self.converter), **config})
         (self.directory / "config/config.yaml").write_text(text)
 
     def snakemake(self, *arguments: str) -> subprocess.CompletedProcess[str]:
@@ -68,6 +76,10 @@ class Project:
         subprocess.run([self.program, *options, genome, results], cwd=place, check=True, stderr=subprocess.DEVNULL)
         return (place / results).read_bytes()
 
+    def convert(self, conversion: str, results: str) -> bytes:
+        command = [self.converter, "-t", conversion, results]
+        return subprocess.run(command, cwd=self.directory, check=True, capture_output=True).stdout
+
 
 @pytest.fixture
 def project(tmp_path: Path, program: Path) -> Project:
@@ -98,7 +110,8 @@ def test_same_bytes_as_one_run(project: Project, form: int, shards: int) -> None
     project.directory.joinpath(names[0]).write_bytes(genomes.many_records())
     project.directory.joinpath(names[1]).write_bytes(gzip.compress(genomes.large_records()))
     options = {"outputFormat": form, "maxUnitLen": 8, "flanking": 5, "maskX": True, "minScore_b": 1.5}
-    project.configure(genomes=names, shards=shards, options=options)
+    conversions = {} if form in (2, 4) else CONVERSIONS
+    project.configure(genomes=names, shards=shards, options=options, convert=list(conversions))
     project.run()
 
     words = f"--outputFormat {form} --maxUnitLen 8 --flanking 5 --maskX --minScore_b 1.5".split()
@@ -106,8 +119,11 @@ def test_same_bytes_as_one_run(project: Project, form: int, shards: int) -> None
         results = f"results/{name}.{SUFFIXES[form]}"
         assert project.read(results) == project.one_run(path, results, words)
         assert project.read(f"results/{name}.masked") == project.read(f"{path}.masked")
+        for conversion, suffix in conversions.items():
+            assert project.read(f"results/{name}.{suffix}") == project.convert(conversion, f"one/{results}")
+    suffixes = (SUFFIXES[form], "masked", *conversions.values())
     assert project.files("results") == sorted(
-        f"{name}.{suffix}" for name in ("many", "large genome") for suffix in (SUFFIXES[form], "masked")
+        f"{name}.{suffix}" for name in ("many", "large genome") for suffix in suffixes
     )
 
 
@@ -212,6 +228,10 @@ exec $quarvo "$@\"""",
     [
         ({"options": {"firstSeq": 2}}, "The option firstSeq counts the records of the whole file"),
         ({"options": {"lastSeq": 2}}, "The option lastSeq counts the records of the whole file"),
+        (
+            {"options": {"outputFormat": 2}, "convert": ["bed"]},
+            "Only results in output format 0, 1 or 3 can be converted",
+        ),
         ({"options": {"maxUnit": 2}}, "Additional properties are not allowed ('maxUnit' was unexpected)"),
         ({"shards": 0}, "0 is less than the minimum of 1"),
         ({"genomes": ["genomes/50%s.fa"]}, "'genomes/50%s.fa' does not match"),

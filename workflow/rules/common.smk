@@ -12,6 +12,15 @@ INPUT_SUFFIX = re.compile(r"(\.(fa|fas|fasta|fna|ffn|mfa|txt))?(\.(gz|bgz))?$", 
 # What the results are called, by output format.
 RESULTS_SUFFIX = ("txt", "txt", "gff", "tsv", "fa")
 
+# The formats of quarvo-convert, by what their files are called.
+CONVERSIONS = {
+    "bed": "bed",
+    "gff3": "gff3",
+    "jsonl": "json",
+    "summary.tsv": "tsv",
+    "quarvo_mqc.json": "multiqc",
+}
+
 
 def refuse_ranges():
     given = [name for name in ("firstSeq", "lastSeq") if name in (config.get("options") or {})]
@@ -35,8 +44,14 @@ def name_genomes():
     return genomes
 
 
+def refuse_conversions():
+    if config["convert"] and config["options"]["outputFormat"] in (2, 4):
+        raise WorkflowError("Only results in output format 0, 1 or 3 can be converted. Please choose one of these.")
+
+
 refuse_ranges()
 validate(config, schema="../schemas/config.schema.yaml")
+refuse_conversions()
 
 GENOMES = name_genomes()
 OPTIONS = config["options"]
@@ -45,6 +60,7 @@ SUFFIX = RESULTS_SUFFIX[OPTIONS["outputFormat"]]
 
 wildcard_constraints:
     genome="|".join(map(re.escape, GENOMES)),
+    conversion="|".join(map(re.escape, CONVERSIONS)),
     shard="[0-9]+",
 
 
@@ -66,7 +82,8 @@ def option_words():
 def all_results():
     results = expand("results/{genome}.{suffix}", genome=GENOMES, suffix=SUFFIX)
     masked = expand("results/{genome}.masked", genome=GENOMES) if OPTIONS["maskX"] else []
-    return results + masked
+    wanted = [suffix for suffix, name in CONVERSIONS.items() if name in config["convert"]]
+    return results + masked + expand("results/{genome}.{suffix}", genome=GENOMES, suffix=wanted)
 
 
 def genome_file(wildcards):
