@@ -8,7 +8,7 @@ file(GLOB quarvo_report_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/repo
 list(FILTER quarvo_report_sources EXCLUDE REGEX "/(quarvo-report|report-run|report-template)\\.cpp$")
 add_library(quarvo_report_core STATIC ${quarvo_report_sources})
 target_include_directories(quarvo_report_core PUBLIC ${PROJECT_SOURCE_DIR}/src/report)
-target_link_libraries(quarvo_report_core PUBLIC quarvo_results)
+target_link_libraries(quarvo_report_core PUBLIC quarvo_conversions)
 
 # Sets quarvo_report_obstacle to why the program cannot be built; empty when it can.
 function(quarvo_find_report_obstacle)

@@ -72,5 +72,6 @@ void add_to_option(command_page& page, const std::string& long_name, const std::
 // The pages of the commands.
 command_page quarvo_page();
 command_page quarvo_convert_page();
+command_page quarvo_report_page();
 
 #endif

@@ -1,85 +1,13 @@
 // The command line of quarvo-convert: from the argument vector to convert_options.
 
-#include <tclap/CmdLine.h>
-
 #include <cstdio>
-#include <functional>
-#include <memory>
-#include <string>
-#include <vector>
 
 #include "convert-options.h"
 #include "convert-run.h"
-#include "global-types-and-parameters.h"
-
-namespace {
-
-// A word that begins with '-' is a file name only behind "--"; the library would also take a misspelt option for one.
-class CResultsArg : public TCLAP::UnlabeledMultiArg<std::string> {
- public:
-  using TCLAP::UnlabeledMultiArg<std::string>::UnlabeledMultiArg;
-
-  bool processArg(int* i, std::vector<std::string>& args) override {
-    const std::string& word = args[static_cast<std::size_t>(*i)];
-    if (!TCLAP::Arg::ignoreRest() && !word.empty() && word[0] == '-') {
-      throw TCLAP::CmdLineParseException("Couldn't find match for argument", word);
-    }
-    return TCLAP::UnlabeledMultiArg<std::string>::processArg(i, args);
-  }
-};
-
-// The library's arguments for the option table.
-class CParser {
- public:
-  // Errors, help and version end the process inside the library.
-  void parse(int argc, char** argv) {
-    for (const convert_option_row& option : convert_option_table()) {
-      std::visit([&](auto* destination) { declare(option, destination); }, option.destination);
-    }
-    command_line.parse(argc, argv);
-    for (const auto& store : stores) store();
-  }
-
- private:
-  TCLAP::CmdLine command_line{convert_description, ' ', quarvo_version};
-  std::vector<std::unique_ptr<TCLAP::ValuesConstraint<std::string>>> constraints;
-  std::vector<std::unique_ptr<TCLAP::Arg>> arguments;
-  std::vector<std::function<void()>> stores;
-
-  template <typename Argument, typename Value>
-  void add(std::unique_ptr<Argument> argument, Value* destination) {
-    command_line.add(*argument);
-    stores.emplace_back([parsed = argument.get(), destination] { *destination = parsed->getValue(); });
-    arguments.push_back(std::move(argument));
-  }
-
-  void declare(const convert_option_row& option, std::string* destination) {
-    using TextArg = TCLAP::ValueArg<std::string>;
-    destination->clear();
-    if (option.words.empty()) {
-      add(std::make_unique<TextArg>(option.short_name, option.long_name, option.help, option.is_required, "",
-                                    option.value_label),
-          destination);
-      return;
-    }
-    std::vector<std::string> words(option.words.begin(), option.words.end());
-    constraints.push_back(std::make_unique<TCLAP::ValuesConstraint<std::string>>(words));
-    add(std::make_unique<TextArg>(option.short_name, option.long_name, option.help, option.is_required, "",
-                                  constraints.back().get()),
-        destination);
-  }
-
-  void declare(const convert_option_row& option, std::vector<std::string>* destination) {
-    destination->clear();
-    add(std::make_unique<CResultsArg>(option.long_name, option.help, option.is_required, option.value_label),
-        destination);
-  }
-};
-
-}  // namespace
+#include "option-parser.h"
 
 int read_convert_options(int argc, char** argv) {
-  CParser().parse(argc, argv);
+  parse_options(convert_option_table(), convert_description, argc, argv);
   if (convert_options.results.size() == 1) return 0;
   std::fputs("Sorry, one results file is converted at a time. Name the file to write with --output.\n", stderr);
   return convert_status_command_line;

@@ -1,58 +1,33 @@
 #include "CJsonText.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 
+#include "json-text.h"
+
 namespace {
-
-constexpr unsigned replacement = 0xFFFD;
-
-struct decoded {
-  unsigned code_point;
-  std::size_t bytes;
-};
-
-bool is_continuation(std::string_view text, std::size_t at) {
-  return at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80;
-}
-
-// The smallest code point that a sequence of that many bytes may hold.
-constexpr std::array<unsigned, 5> smallest_of{0, 0, 0x80, 0x800, 0x10000};
-
-// The character at the beginning of a text that is not empty; one byte as U+FFFD where it is no UTF-8.
-decoded decode(std::string_view text) {
-  const auto first = static_cast<unsigned char>(text[0]);
-  if (first < 0x80) return {first, 1};
-  const std::size_t bytes = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
-  if (first < 0xC2 || first > 0xF4) return {replacement, 1};
-  unsigned code_point = first & (0x7FU >> bytes);
-  for (std::size_t i = 1; i < bytes; ++i) {
-    if (!is_continuation(text, i)) return {replacement, 1};
-    code_point = code_point << 6 | (static_cast<unsigned char>(text[i]) & 0x3FU);
-  }
-  const bool is_surrogate = code_point >= 0xD800 && code_point <= 0xDFFF;
-  if (code_point < smallest_of[bytes] || code_point > 0x10FFFF || is_surrogate) return {replacement, 1};
-  return {code_point, bytes};
-}
-
-void append_unit(std::string& out, unsigned unit) {
-  constexpr char digits[] = "0123456789abcdef";
-  out += "\\u";
-  for (int shift = 12; shift >= 0; shift -= 4) out += digits[unit >> shift & 0xF];
-}
-
-void append_code_point(std::string& out, unsigned code_point) {
-  if (code_point < 0x10000) {
-    append_unit(out, code_point);
-    return;
-  }
-  append_unit(out, 0xD800 + ((code_point - 0x10000) >> 10));
-  append_unit(out, 0xDC00 + ((code_point - 0x10000) & 0x3FF));
-}
 
 bool is_plain(char symbol) {
   return symbol >= ' ' && symbol <= '~' && symbol != '"' && symbol != '\\' && symbol != '<' && symbol != '>' &&
          symbol != '&';
+}
+
+// What means something in HTML stands in a text alone, never in the notation around it.
+void append_inert(std::string& out, char symbol) {
+  switch (symbol) {
+    case '<':
+      out += "\\u003c";
+      break;
+    case '>':
+      out += "\\u003e";
+      break;
+    case '&':
+      out += "\\u0026";
+      break;
+    default:
+      out += symbol;
+  }
 }
 
 }  // namespace
@@ -105,18 +80,11 @@ void CJsonText::separate() {
 }
 
 void CJsonText::append_escaped(std::string_view text) {
-  out += '"';
-  while (!text.empty()) {
-    if (is_plain(text[0])) {
-      out += text[0];
-      text.remove_prefix(1);
-      continue;
-    }
-    const decoded next = decode(text);
-    append_code_point(out, next.code_point);
-    text.remove_prefix(next.bytes);
+  if (std::all_of(text.begin(), text.end(), is_plain)) {
+    out.append(1, '"').append(text).append(1, '"');
+    return;
   }
-  out += '"';
+  for (const char symbol : json_text(text)) append_inert(out, symbol);
 }
 
 std::size_t json_size(std::int64_t number) {

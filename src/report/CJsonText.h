@@ -7,7 +7,7 @@
 #include <string_view>
 
 // Builds a JSON text that may stand inside an HTML script element: '<', '>' and '&' are always escaped, so nothing in
-// it can end that element, and so is every byte outside of printable ASCII. Bytes that are no UTF-8 become U+FFFD.
+// it can end that element. The rest is as json_text() gives it: UTF-8, with U+FFFD for what is none.
 //
 // The caller opens and closes objects and arrays in the right order; commas come by themselves.
 class CJsonText {

@@ -3,12 +3,13 @@
 #include <cstdio>
 #include <string>
 
-#include "COutputFile.h"
+#include "CConvertedFile.h"
 #include "CRepeatList.h"
 #include "CReportFigures.h"
 #include "CResultsReader.h"
-#include "report-command-line.h"
+#include "option-parser.h"
 #include "report-json.h"
+#include "report-options.h"
 #include "report-page.h"
 #include "report-template.h"
 
@@ -26,23 +27,16 @@ int status_of(const results_trouble& trouble) {
   }
 }
 
-int end_on_trouble(const CResultsReader& results) {
+int end_on_trouble(const CResultsReader& results, const CConvertedFile& page) {
   std::fputs(results.trouble_text().c_str(), stderr);
+  std::fputs(page.fate(), stderr);
   return status_of(results.trouble());
 }
 
-// Returns false when the page cannot be written there.
-bool claim_page(COutputFile& page, const report_request& request) {
-  if (request.page_name.empty()) {
-    page.claim_standard_output();
-    return true;
-  }
-  if (page.claim(request.page_name)) {
-    if (!page.is_same_file_as(request.results_name)) return true;
-    std::fputs("Sorry! The page would replace the results file. Please give it another name.\n", stderr);
-  }
-  page.report_open_failure(request.page_name);
-  return false;
+int end_on_write_failure(const CConvertedFile& page) {
+  page.report_write_failure();
+  std::fputs(page.fate(), stderr);
+  return report_status_not_written;
 }
 
 // Reads the file to its end. Returns false on trouble, which the reader tells of.
@@ -68,28 +62,23 @@ std::string without_directory(const std::string& name) { return name.substr(name
 
 }  // namespace
 
-// An older page is left as it is until all results have been read.
 int run_report(int argc, char** argv) {
-  const report_request request = parse_report_command_line(argc, argv);
+  parse_options(report_option_table(), report_description, argc, argv);
+  if (report_options.results.size() != 1) {
+    std::fputs("Sorry, a page is made of one results file. Name the page with --output.\n", stderr);
+    return report_status_command_line;
+  }
+  const std::string& name = report_options.results[0];
   CResultsReader results;
-  if (!results.open(request.results_name)) return end_on_trouble(results);
-  COutputFile page("as report page.");
-  if (!claim_page(page, request)) return report_status_not_written;
+  CConvertedFile page;
+  if (!results.open(name)) return end_on_trouble(results, page);
+  if (!page.open(report_options.output, name, "")) return report_status_not_written;
 
   CReportFigures figures;
   CRepeatList list;
-  if (!read_results(results, figures, list)) {
-    page.abandon();
-    return end_on_trouble(results);
-  }
-  const std::string data = report_json(results.header(), without_directory(request.results_name), figures, list,
-                                       room_for_data(report_template()));
-  if (!page.start()) {
-    page.report_open_failure(request.page_name);
-    return report_status_not_written;
-  }
+  if (!read_results(results, figures, list)) return end_on_trouble(results, page);
+  const std::string data =
+      report_json(results.header(), without_directory(name), figures, list, room_for_data(report_template()));
   write_report_page(page.stream(), report_template(), data);
-  if (page.close()) return 0;
-  page.report_write_failure();
-  return report_status_not_written;
+  return page.finish() ? 0 : end_on_write_failure(page);
 }

@@ -12,6 +12,7 @@ function required(name) {
 
 export const quarvo = required("QUARVO");
 export const quarvo_report = required("QUARVO_REPORT");
+export const quarvo_convert = required("QUARVO_CONVERT");
 export const examples = required("QUARVO_EXAMPLES");
 
 export const directory = mkdtempSync(join(tmpdir(), "quarvo-report-"));

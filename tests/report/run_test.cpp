@@ -70,6 +70,11 @@ TEST_F(ReportRun, LeavesNoPageWhenTheResultsAreBad) {
   EXPECT_NE(access(page().c_str(), F_OK), 0);
 }
 
+TEST_F(ReportRun, WantsOneResultsFile) {
+  EXPECT_EQ(report({out(), out(), "-o", page()}), report_status_command_line);
+  EXPECT_TRUE(has(messages, "one results file"));
+}
+
 TEST_F(ReportRun, NeverReplacesItsInput) {
   const std::string before = directory.contents("out.txt");
   EXPECT_EQ(report({out(), "-o", out()}), report_status_not_written);
@@ -91,7 +96,7 @@ TEST_F(ReportRun, ShowsHostileNamesAsText) {
   EXPECT_EQ(report({out()}), 0);
   EXPECT_FALSE(has(results, "<script"));
   EXPECT_TRUE(has(results, R"(["a\u003c/script\u003e\u003cscript\u003ealert(1)\u003c/script\u003e"])"));
-  EXPECT_TRUE(has(results, R"(["\u0022\u0026\u0001\ufffd"])"));
+  EXPECT_TRUE(has(results, "[\"\\\"\\u0026\\u0001\xef\xbf\xbd\"]"));
 }
 
 }  // namespace

@@ -1,0 +1,60 @@
+// What the man page of quarvo-report says beside its options.
+
+#include "command-page.h"
+#include "global-types-and-parameters.h"
+#include "report-options.h"
+#include "report-run.h"
+
+namespace {
+
+std::vector<explained_term> exit_statuses() {
+  const auto text = [](int status) { return std::to_string(status); };
+  return {
+      {"0", "The page is complete; also after --help and --version."},
+      {text(report_status_command_line), "The command line was refused."},
+      {text(report_status_not_read), "The results could not be opened, or not be read to their end."},
+      {text(report_status_not_results), "The input is no results file in output format 0, 1 or 3."},
+      {text(report_status_unfinished), "The results have no closing line: their run failed, was stopped or goes on."},
+      {text(report_status_not_written), "The page could not be opened or written, or is the results file."},
+      {text(report_status_out_of_memory), "Memory ran out."},
+      {"141", "Standard output is a pipe that was closed."},
+  };
+}
+
+std::vector<explained_term> examples() {
+  return {
+      {"quarvo-report -o report.html repeats.txt", "A page of the repeats of a genome:"},
+      {"quarvo genome.fa | quarvo-report -o report.html /dev/stdin", "The same without a file in between:"},
+  };
+}
+
+}  // namespace
+
+command_page quarvo_report_page() {
+  command_page page;
+  page.name = "quarvo-report";
+  page.version = quarvo_version;
+  page.summary = "make a web page of results of quarvo";
+  page.description = {
+      "quarvo-report reads a results file of quarvo in output format 0, 1 or 3 and writes one self-contained web page: "
+      "settings, counts, distributions, the density of repeats along each sequence, and a table of repeats with "
+      "filters and alignments. The page needs no network and nothing beside itself.",
+      "A page stays below 20 megabytes. Where the results hold more repeats than fit, those that score highest are "
+      "listed and the page says what is left out; counts, distributions and densities cover all of them.",
+  };
+  const auto table = report_option_table();
+  for (auto row = table.rbegin(); row != table.rend(); ++row) {
+    if (!std::holds_alternative<std::string*>(row->destination)) continue;
+    page.options.push_back({row->short_name, row->long_name, row->value_label, {}, row->help, ""});
+  }
+  for (documented_option& option : options_of_the_parser()) page.options.push_back(std::move(option));
+  page.plain_words = {{"RESULTS", "results file", false}};
+  page.plain_words_help = table.back().help;
+  page.exit_statuses = exit_statuses();
+  page.files = {{"FILE.unfinished", "What is written while the page is made; it is renamed when it is complete."}};
+  page.examples = examples();
+  page.see_also = {"quarvo", "quarvo-convert"};
+  page.further_reading =
+      "docs/report.md in the directory share/doc/quarvo beside bin: what the page shows and what it leaves out.";
+  return page;
+}
