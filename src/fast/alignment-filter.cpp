@@ -1,8 +1,8 @@
 #include "alignment-filter.h"
 
 #include <algorithm>
-#include <bit>
 
+#include "place-kept.h"
 #include "unroll.h"
 
 #undef HWY_TARGET_INCLUDE
@@ -151,17 +151,6 @@ class CInterpreter {
     }
   }
 };
-
-// Sets the bits of the kept candidates at the vector of index t. Few are, so each is placed on its own.
-void place_kept(const std::uint64_t* kept_words, std::size_t t, const CBitPlanes& planes, std::uint64_t* kept) {
-  for (std::size_t w = 0; w < CBitPlanes::words; ++w) {
-    for (std::uint64_t left = kept_words[w]; left != 0; left &= left - 1) {
-      const std::size_t lane = w * 64 + static_cast<std::size_t>(std::countr_zero(left));
-      const std::size_t p = lane * planes.stretch() + t;
-      if (p < planes.length()) kept[p / 64] |= std::uint64_t{1} << (p % 64);
-    }
-  }
-}
 
 template <std::size_t vectors>
 void run_over_stretch(const alignment_program& program, const CBitPlanes& planes, bool Ns_match, std::uint64_t* kept) {

@@ -20,7 +20,8 @@
 // AND with the plane of matches or its complement. Scores only ever get rounded up, and where a plane would be rare or
 // the rows end, its candidates are kept instead. So the test keeps every candidate whose final score can reach T.
 //
-// The program for one unit length is made at run time from the scoring, and interpreted by alignment-filter.h.
+// The program for one unit length is made from the scoring: at run time, to be interpreted by alignment-filter.h, or,
+// for the default scoring, when Quarvo is built, to be compiled (alignment-kernels.h).
 
 // What the bound depends on. Penalties are positive.
 struct alignment_bound {
@@ -29,6 +30,8 @@ struct alignment_bound {
   int indel_penalty;
   int b;
   int T;
+
+  bool operator==(const alignment_bound&) const = default;
 };
 
 // One bit operation; every operand is a slot, that is, an index of a plane in the interpreter's memory.

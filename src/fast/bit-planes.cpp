@@ -94,7 +94,11 @@ void CBitPlanes::build(const char* sequence, std::size_t length, std::size_t mar
   found_Ns = std::any_of(Ns.begin(), Ns.end(), [](std::uint64_t w) { return w != 0; });
   transpose(low, low_bits);
   transpose(high, high_bits);
-  if (found_Ns) transpose(Ns, N_bits);
+  if (found_Ns) {
+    transpose(Ns, N_bits);
+  } else {
+    N_bits.assign(low_bits.size(), 0);
+  }
 }
 
 void CBitPlanes::transpose(const std::vector<std::uint64_t>& linear, std::vector<std::uint64_t>& plane) const {

@@ -7,6 +7,7 @@
 
 #include "../global-types-and-parameters.h"
 #include "alignment-filter.h"
+#include "alignment-kernels.h"
 #include "alignment-program.h"
 #include "run-filter.h"
 
@@ -43,9 +44,7 @@ const std::vector<std::uint64_t>& CCandidateFilter::candidates(unsigned L) {
     test_short_record();
   } else if (is_for_potential(L)) {
     test_potential(L);
-  } else if (const alignment_program& program = program_for(bound); !program.is_empty()) {
-    test_long_record(program);
-  } else {
+  } else if (!test_alignment()) {
     keep_all();
     test_clusters();
   }
@@ -132,10 +131,26 @@ void CCandidateFilter::keep(std::size_t first, std::uint64_t bits) {
   if (shift != 0 && bits >> (64 - shift) != 0) kept[first / 64 + 1] |= bits >> (64 - shift);
 }
 
-void CCandidateFilter::test_long_record(const alignment_program& program) {
-  const auto reach = static_cast<std::size_t>(program.reach);
-  if (planes.length() == 0 || planes.margin() < reach) planes.build(sequence, length, reach);
+// Returns false, and does nothing, where no program is of use. N's that are no gaps are left to the interpreter.
+bool CCandidateFilter::test_alignment() {
+  const alignment_kernel* const kernel = find_alignment_kernel(bound);
+  if (kernel != nullptr) {
+    build_planes(kernel->reach);
+    if (Ns_are_neutral() || !planes.has_Ns()) {
+      kernel->run(planes, kept.data());
+      return true;
+    }
+  }
+  const alignment_program& program = program_for(bound);
+  if (program.is_empty()) return false;
+  build_planes(program.reach);
   run_alignment_program(program, planes, Ns_are_neutral(), kept.data());
+  return true;
+}
+
+void CCandidateFilter::build_planes(int reach) {
+  const auto margin = static_cast<std::size_t>(reach);
+  if (planes.length() == 0 || planes.margin() < margin) planes.build(sequence, length, margin);
 }
 
 void CCandidateFilter::keep_all() {

@@ -58,7 +58,8 @@ class CCandidateFilter {
   CPotentialFilter::settings potential_settings(unsigned shortest) const;
   void test_potential(unsigned L);
   void test_clusters();
-  void test_long_record(const alignment_program& program);
+  bool test_alignment();
+  void build_planes(int reach);
   void keep_all();
 };
 
