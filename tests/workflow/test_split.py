@@ -62,10 +62,10 @@ def test_odd_files(name: str) -> None:
 
 
 def test_the_largest_record_goes_first_to_the_emptiest_shard() -> None:
-    assert split.deal([3, 9, 4, 4, 5], 2) == [1, 0, 1, 0, 1]
-    assert split.deal([5, 5, 5], 2) == [0, 1, 0]
-    assert split.deal([1, 2], 16) == [1, 0]
-    assert split.deal([0], 3) == [0]
+    assert list(split.deal([3, 9, 4, 4, 5], 2)) == [1, 0, 1, 0, 1]
+    assert list(split.deal([5, 5, 5], 2)) == [0, 1, 0]
+    assert list(split.deal([1, 2], 16)) == [1, 0]
+    assert list(split.deal([0], 3)) == [0]
 
 
 def test_shards_are_as_even_as_the_largest_record_lets_them() -> None:

@@ -77,7 +77,7 @@ class Project:
         return (place / results).read_bytes()
 
     def convert(self, conversion: str, results: str) -> bytes:
-        command = [self.converter, "-t", conversion, results]
+        command = [str(self.converter), "-t", conversion, results]
         return subprocess.run(command, cwd=self.directory, check=True, capture_output=True).stdout
 
 

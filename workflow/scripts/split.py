@@ -19,7 +19,7 @@ import re
 import sys
 import zlib
 from array import array
-from collections.abc import Iterator
+from collections.abc import Iterator, Sequence
 from contextlib import ExitStack
 from dataclasses import dataclass
 from pathlib import Path
@@ -154,18 +154,19 @@ def make_index(path: Path) -> Index:
     return indexer.finish()
 
 
-def deal(sizes: list[int], shards: int) -> list[int]:
+def deal(sizes: Sequence[int], shards: int) -> Sequence[int]:
     """The shard of each record: the largest record first, each to the shard with the fewest bytes, then the first."""
     loads = [(0, shard) for shard in range(min(shards, len(sizes)))]
-    dealt = [0] * len(sizes)
-    for record in sorted(range(len(sizes)), key=lambda i: (-sizes[i], i)):
+    dealt = array("q", bytes(8 * len(sizes)))
+    # Sorting backwards leaves records of one size in the order of the input.
+    for record in sorted(range(len(sizes)), key=sizes.__getitem__, reverse=True):
         load, shard = loads[0]
         dealt[record] = shard
         heapq.heapreplace(loads, (load + sizes[record], shard))
     return dealt
 
 
-def plan_rows(index: Index, dealt: list[int]) -> Iterator[Row]:
+def plan_rows(index: Index, dealt: Sequence[int]) -> Iterator[Row]:
     last = len(dealt) - 1
     for i, shard in enumerate(dealt):
         yield Row(
@@ -195,7 +196,7 @@ def write_record(source: BinaryIO, index: Index, i: int, shard: BinaryIO) -> Non
     copy(source, end - begin, shard)
 
 
-def write_shards(path: Path, index: Index, dealt: list[int], directory: Path) -> None:
+def write_shards(path: Path, index: Index, dealt: Sequence[int], directory: Path) -> None:
     directory.mkdir(parents=True, exist_ok=True)
     with ExitStack() as files:
         source = files.enter_context(open_input(path))
@@ -204,7 +205,7 @@ def write_shards(path: Path, index: Index, dealt: list[int], directory: Path) ->
             write_record(source, index, i, shards[shard])
 
 
-def write_summary(path: Path, sizes: list[int], dealt: list[int]) -> None:
+def write_summary(path: Path, sizes: Sequence[int], dealt: Sequence[int]) -> None:
     """One row a shard: what the resources of its job are reckoned from."""
     records, total, largest = ([0] * (max(dealt) + 1) for _ in range(3))
     for size, shard in zip(sizes, dealt):
@@ -219,7 +220,7 @@ def write_summary(path: Path, sizes: list[int], dealt: list[int]) -> None:
 
 def split(path: Path, shards: int, plan: Path, summary: Path, directory: Path) -> None:
     index = make_index(path)
-    sizes = [end - begin for begin, end in zip(index.starts, index.starts[1:])]
+    sizes = array("q", (end - begin for begin, end in zip(index.starts, index.starts[1:])))
     dealt = deal(sizes, shards)
     write_shards(path, index, dealt, directory)
     write_summary(summary, sizes, dealt)
