@@ -46,7 +46,8 @@ function(quarvo_install_web_packages directory)
   foreach(name IN ITEMS package.json package-lock.json .npmrc)
     configure_file(${PROJECT_SOURCE_DIR}/web/${name} ${directory}/${name} COPYONLY)
   endforeach()
-  execute_process(COMMAND ${QUARVO_NPM} ci --ignore-scripts WORKING_DIRECTORY ${directory}
+  execute_process(COMMAND ${QUARVO_NPM} ci --ignore-scripts --fetch-retry-mintimeout=1000 --fetch-retry-maxtimeout=5000
+    WORKING_DIRECTORY ${directory}
     RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output)
   if(status EQUAL 0)
     file(WRITE ${stamp} ${wanted})

@@ -4,6 +4,7 @@ import { mkdirSync } from "node:fs";
 import { test } from "node:test";
 import axe from "axe-core";
 import { saved, settle, with_page } from "./browser.mjs";
+import { contrast, difference, kinds_of_vision } from "./colours.mjs";
 import { examples, hostile_fasta, hostile_headers, page_of, results_of } from "./files.mjs";
 
 const page_file = page_of(results_of(`${examples}/example.fa`, "example.txt", "-U", "24"), "example.html");
@@ -34,6 +35,20 @@ for (const width of [1400, 400]) {
         await picture(page, `example-open-${width}-${colorScheme}`);
       }));
   }
+}
+
+for (const colorScheme of ["light", "dark"]) {
+  test(`colours are told apart with every kind of vision, ${colorScheme}`, () => with_page(page_file, { colorScheme }, async (page) => {
+    const [ground, ...colours] = await page.$$eval("#unit-length-legend .swatch", (swatches) =>
+      [swatches[0].closest(".card"), ...swatches].map((element) => getComputedStyle(element).backgroundColor));
+    assert.equal(colours.length, 7);
+    colours.forEach((colour, i) => {
+      assert.ok(contrast(colour, ground) >= 3, `${colour} on ${ground}`);
+      for (const vision of kinds_of_vision) {
+        for (const other of colours.slice(i + 1)) assert.ok(difference(colour, other, vision) > 20, `${colour} ${other} ${vision}`);
+      }
+    });
+  }));
 }
 
 test("labels of the axes do not overlap at any width", async () => {

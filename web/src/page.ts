@@ -45,8 +45,8 @@ function cut_sentences(data: ReportData): string[] {
       `${grouped(cut.listedOfScore)} of the file. Counts, distributions and tracks cover them all.`);
   }
   if (cut.alignments > 0) {
-    sentences.push(`${counted(cut.alignments, "alignment is", "alignments are")} left out: of repeats with a score of ` +
-      `${grouped(cut.alignmentScore ?? 0)} or less.`);
+    sentences.push(`${counted(cut.alignments, "alignment is", "alignments are")} left out, all of repeats with a ` +
+      `score of ${grouped(cut.alignmentScore ?? 0)} or less.`);
   }
   if (cut.longAlignments > 0) {
     sentences.push(`${counted(cut.longAlignments, "alignment", "alignments")} of more than 20,000 symbols left out.`);

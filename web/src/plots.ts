@@ -6,10 +6,9 @@ import type { Distribution, ReportData } from "./data";
 import { by_id, follow_width, make, number_table } from "./dom";
 import { counted, decimal, grouped, short_number, shortened, visible } from "./text";
 
-// Unit lengths 1 to 6 have a colour each, all longer ones share one. The colours (Okabe and Ito, in an order that sets
-// neighbours apart) differ for readers with any common kind of colour blindness.
+// Unit lengths 1 to 6 have a colour each, all longer ones share one. The colours stand in page.css.
 export const class_names = ["1", "2", "3", "4", "5", "6", "7 or more"];
-export const class_colours = ["#0072B2", "#E69F00", "#009E73", "#CC79A7", "#56B4E9", "#D55E00", "#8C8C8C"];
+export const class_colours = class_names.map((_, index) => `var(--class-${index + 1})`);
 
 export function class_of(unitLength: number): number {
   return Math.min(unitLength, 7) - 1;

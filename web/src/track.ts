@@ -205,27 +205,28 @@ export class TrackView {
     this.draw();
   }
 
-  private bins(most: number): { bins: Bin[]; exact: boolean } {
+  private bins(most: number): Bin[] {
     const track = this.track();
     const span = this.to - this.from + 1;
     if (this.all_listed() && span / track.width < most) {
       const [begin, stop] = [this.repeats.first[this.sequence], this.repeats.first[this.sequence + 1]];
-      return { bins: exact_bins(this.repeats, begin, stop, this.from, this.to, most), exact: true };
+      return exact_bins(this.repeats, begin, stop, this.from, this.to, most);
     }
-    return { bins: merged_bins(track, this.from, this.to, this.end(), most), exact: false };
+    return merged_bins(track, this.from, this.to, this.end(), most);
   }
 
   private draw(): void {
     if (this.width === 0 || this.choice.options.length === 0) return;
-    const { bins } = this.bins(Math.max(40, Math.floor(this.width / 3)));
-    this.describe(bins);
-    this.draw_view(bins);
+    const bins = this.bins(Math.max(40, Math.floor(this.width / 3)));
+    const marks = this.marks_in_view();
+    this.describe(bins, marks.length > 0);
+    this.draw_view(bins, marks);
     this.draw_overview();
     by_id<HTMLInputElement>("track-from").value = String(this.from);
     by_id<HTMLInputElement>("track-to").value = String(this.to);
   }
 
-  private describe(bins: Bin[]): void {
+  private describe(bins: Bin[], has_marks: boolean): void {
     const { name, title, length } = this.data.sequences;
     const width = bins.length > 0 ? bins[0].to - bins[0].from + 1 : 1;
     const known = length[this.sequence] === null ? "of unknown length" : `of ${grouped(this.end())} bp`;
@@ -233,6 +234,7 @@ export class TrackView {
     by_id("track-title").replaceChildren(make("bdi", {}, heading));
     by_id("track-state").textContent =
       `Positions ${grouped(this.from)} to ${grouped(this.to)} ${known}; a bar is ${grouped(width)} bp.` +
+      (has_marks ? " Below the bars stand single repeats, in the colours of their unit lengths." : "") +
       (this.all_listed() ? "" : " Single repeats of this sequence were cut, so bars get no narrower than " +
         `${grouped(this.track().width)} bp.`);
   }
@@ -252,10 +254,9 @@ export class TrackView {
     return this.measure.value === "covered" ? (bin.covered / size) * 100 : (bin.starts / size) * 1000;
   }
 
-  private draw_view(bins: Bin[]): void {
+  private draw_view(bins: Bin[], marks: number[]): void {
     const label = (bin: Bin) => `${grouped(bin.from)} to ${grouped(bin.to)}: ` +
       `${counted(bin.starts, "repeat starts", "repeats start")}, ${grouped(bin.covered)} of ${grouped(bin.to - bin.from + 1)} bp covered`;
-    const marks = this.marks_in_view();
     const low = Math.min(this.from, bins[0]?.from ?? this.from) - 0.5;
     const high = Math.max(this.to, bins.at(-1)?.to ?? this.to) + 0.5;
     const plot = Plot.plot({
