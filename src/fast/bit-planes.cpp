@@ -101,10 +101,21 @@ void CBitPlanes::build(const char* sequence, std::size_t length, std::size_t mar
   }
 }
 
+// Of a short record, whose positions are lanes side by side, as they are bits in the linear plane.
+void CBitPlanes::lay_side_by_side(const std::vector<std::uint64_t>& linear, std::vector<std::uint64_t>& plane) const {
+  for (std::size_t t = 0; t < plane.size() / words; ++t) {
+    for (std::size_t w = 0; w < words_in_use(); ++w) plane[t * words + w] = bits_at(linear, w * 64 + t);
+  }
+}
+
 void CBitPlanes::transpose(const std::vector<std::uint64_t>& linear, std::vector<std::uint64_t>& plane) const {
   const std::size_t vectors = its_stretch + 2 * its_margin + overrun;
   plane.resize(vectors * words);
   const std::size_t last = linear.size() - 2;
+  if (its_stretch == 1) {
+    lay_side_by_side(linear, plane);
+    return;
+  }
   word_block block;
   for (std::size_t group = 0; group < words; ++group) {
     for (std::size_t t = 0; t < vectors; t += 64) {

@@ -1,6 +1,7 @@
 #ifndef QUARVO_FAST_BIT_PLANES_H
 #define QUARVO_FAST_BIT_PLANES_H
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -11,7 +12,8 @@
 // The sequence is cut into `lanes` stretches of `stretch` symbols. The plane vector of index t holds bit j for position
 // j * stretch + t, so the symbol at a fixed distance from each position is in another vector at the same bit. Indices
 // go from -margin to stretch + margin + overrun - 1; positions outside the sequence read as arbitrary symbols that are
-// not N. Costs 3/8 byte a symbol, and as much while it is built.
+// not N. Words of lanes that stand for no symbol at all hold anything. Costs 3/8 byte a symbol, and as much while it is
+// built.
 class CBitPlanes {
  public:
   static constexpr std::size_t lanes = 512;
@@ -25,6 +27,13 @@ class CBitPlanes {
   std::size_t stretch() const { return its_stretch; }
   std::size_t margin() const { return its_margin; }
   bool has_Ns() const { return found_Ns; }
+
+  // The words of a plane vector, and of such a word the lanes, that stand for symbols of the sequence.
+  std::size_t words_in_use() const { return std::min(words, (its_length + 63) / 64); }
+  std::uint64_t lanes_in_use(std::size_t word) const {
+    const std::size_t left_over = its_length - 64 * word;
+    return left_over < 64 ? ~(~std::uint64_t{0} << left_over) : ~std::uint64_t{0};
+  }
 
   // The plane vector of index t, -margin <= t, followed by the ones behind it.
   const std::uint64_t* low(std::ptrdiff_t t) const { return at(low_bits, t); }
@@ -43,6 +52,7 @@ class CBitPlanes {
   const std::uint64_t* at(const std::vector<std::uint64_t>& plane, std::ptrdiff_t t) const {
     return plane.data() + static_cast<std::size_t>(t + static_cast<std::ptrdiff_t>(its_margin)) * words;
   }
+  void lay_side_by_side(const std::vector<std::uint64_t>& linear, std::vector<std::uint64_t>& plane) const;
   void transpose(const std::vector<std::uint64_t>& linear, std::vector<std::uint64_t>& plane) const;
 };
 

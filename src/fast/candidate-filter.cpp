@@ -104,9 +104,14 @@ bool CCandidateFilter::is_short() const {
   return length <= longest_short_record && CBatchBound::is_narrow(bound) && bound.T > 0;
 }
 
-// A path may make no edit before its score reaches the smaller penalty less b, so a candidate without a perfect run of
-// that many matches through its unit stays below T. On random sequence this leaves little to do for the shortest units.
+// Kernels of short units cost less than anything else, even if few of the lanes are in use.
+//
+// Otherwise: a path may make no edit before its score reaches the smaller penalty less b, so a candidate without a
+// perfect run of that many matches through its unit stays below T. On random sequence this leaves little to do for the
+// shortest units.
 void CCandidateFilter::test_short_record() {
+  constexpr unsigned longest_for_kernel = 12;
+  if (bound.L <= longest_for_kernel && run_kernel()) return;
   constexpr unsigned longest = 120;
   constexpr std::size_t room = CBatchBound::reach(longest) + longest + CBatchBound::most_candidates;
   if (padded.empty()) {
@@ -114,8 +119,8 @@ void CCandidateFilter::test_short_record() {
     std::copy_n(sequence, length, padded.data() + room);
   }
   if (length <= bound.L) return;
-  const int matches = std::min(std::min(bound.mismatch_penalty, bound.indel_penalty) - bound.b, bound.T);
   const char* const begin = padded.data() + room;
+  const int matches = std::min(std::min(bound.mismatch_penalty, bound.indel_penalty) - bound.b, bound.T);
   const char* const end = begin + length - bound.L;
   CRunFilter runs(begin, begin + length, bound.L, matches, Ns_are_neutral());
   for (const char* p = runs.first_kept(begin); p < end; p = runs.first_kept(p + CBatchBound::most_candidates)) {
@@ -131,16 +136,19 @@ void CCandidateFilter::keep(std::size_t first, std::uint64_t bits) {
   if (shift != 0 && bits >> (64 - shift) != 0) kept[first / 64 + 1] |= bits >> (64 - shift);
 }
 
-// Returns false, and does nothing, where no program is of use. N's that are no gaps are left to the interpreter.
-bool CCandidateFilter::test_alignment() {
+// Returns false, and does nothing, where there is none. N's that are no gaps are left to the interpreter.
+bool CCandidateFilter::run_kernel() {
   const alignment_kernel* const kernel = find_alignment_kernel(bound);
-  if (kernel != nullptr) {
-    build_planes(kernel->reach);
-    if (Ns_are_neutral() || !planes.has_Ns()) {
-      kernel->run(planes, kept.data());
-      return true;
-    }
-  }
+  if (kernel == nullptr) return false;
+  build_planes(kernel->reach);
+  if (planes.has_Ns() && !Ns_are_neutral()) return false;
+  kernel->run(planes, kept.data());
+  return true;
+}
+
+// Returns false, and does nothing, where no program is of use.
+bool CCandidateFilter::test_alignment() {
+  if (run_kernel()) return true;
   const alignment_program& program = program_for(bound);
   if (program.is_empty()) return false;
   build_planes(program.reach);

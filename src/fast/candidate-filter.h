@@ -26,7 +26,8 @@ class CCandidateFilter {
   // unit length. All of these must outlive the filter and not change.
   CCandidateFilter(const char* sequence, std::size_t length, const int* min_scores);
 
-  // Bit planes pay when all of their lanes are in use; up to this length a record is tested exactly at once.
+  // Interpreted programs pay when all of their lanes are in use; up to this length a record is tested exactly at once
+  // where no kernel serves.
   static constexpr std::size_t longest_short_record = 1500;
 
   // Off, every candidate is kept. The results are the same then, only later, and tests compare them.
@@ -58,6 +59,7 @@ class CCandidateFilter {
   CPotentialFilter::settings potential_settings(unsigned shortest) const;
   void test_potential(unsigned L);
   void test_clusters();
+  bool run_kernel();
   bool test_alignment();
   void build_planes(int reach);
   void keep_all();

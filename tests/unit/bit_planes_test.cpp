@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <bit>
 #include <string>
 #include <vector>
 
@@ -34,7 +36,7 @@ void check_planes(const std::string& symbols, std::size_t margin) {
   const auto reach = static_cast<std::ptrdiff_t>(margin);
   const auto stretch = static_cast<std::ptrdiff_t>(planes.stretch());
   for (std::ptrdiff_t t = -reach; t < stretch + reach; ++t) {
-    for (std::size_t lane = 0; lane < CBitPlanes::lanes; ++lane) {
+    for (std::size_t lane = 0; lane < 64 * planes.words_in_use(); ++lane) {
       ASSERT_TRUE(is_told(planes, t, lane, symbols)) << symbols.size() << " symbols, index " << t << ", lane " << lane;
     }
   }
@@ -51,6 +53,19 @@ TEST(BitPlanes, HoldEverySymbolOfRecordsOfManyLengths) {
       check_planes(random.sequence("ACGTN", length), 60);
     }
   });
+}
+
+TEST(BitPlanes, UseAsManyLanesAsThereAreSymbolsUntilAllAreInUse) {
+  for (const std::size_t length : {0U, 1U, 63U, 64U, 65U, 500U, 511U, 512U, 513U, 1025U}) {
+    CBitPlanes planes;
+    const std::string symbols(length, 'C');
+    planes.build(symbols.data(), length, 10);
+    std::size_t lanes = 0;
+    for (std::size_t w = 0; w < planes.words_in_use(); ++w) {
+      lanes += static_cast<std::size_t>(std::popcount(planes.lanes_in_use(w)));
+    }
+    EXPECT_EQ(lanes, std::min(length, CBitPlanes::lanes));
+  }
 }
 
 }  // namespace

@@ -53,7 +53,7 @@ template <typename Kernel>
 void run_kernel(const CBitPlanes& planes, std::uint64_t* kept) {
   std::uint64_t words[CBitPlanes::words];
   for (std::size_t t = 0; t < planes.stretch(); ++t) {
-    for (std::size_t word = 0; word < CBitPlanes::words; word += lanes) {
+    for (std::size_t word = 0; word < planes.words_in_use(); word += lanes) {
       const vec found = Kernel::kept(CLanes(planes, static_cast<std::ptrdiff_t>(t), word));
       std::memcpy(words + word, &found, sizeof found);
     }
