@@ -76,3 +76,17 @@ ODD_LAYOUTS: dict[str, bytes] = {
     "runs of N": b">a\n%b%b%b\n>b\n%b\n" % (REPEAT, b"N" * 5000, REPEAT, b"N" * 300),
     "a line of a hundred thousand symbols": b">a\n%b\n>b\n%b\n" % (b"CA" * 50_000, b"G" * 70_000),
 }
+
+
+def odd_genome(seed: int) -> bytes:
+    """A few records with names and line ends that are apt to be mistaken for something else."""
+    source = random.Random(seed)
+    line_end = source.choice((b"\n", b"\r\n", b"\r"))
+    text = b"# a\xff>" + line_end if seed % 3 == 0 else b""
+    for _ in range(source.randrange(1, 12)):
+        name = bytes(source.choices(b'a1/# >|"\t\0\xff\v', k=source.randrange(5)))
+        text += b">" + name + (source.choice((b"\n", b"\r\n", b"\r")) if seed % 2 else line_end)
+        for _ in range(source.randrange(4)):
+            unit = bytes(source.choices(b"ACGT", k=source.randrange(1, 6)))
+            text += unit * source.randrange(1, 12) + bytes(source.choices(b"acgtNn-* RYX", k=7)) + line_end
+    return text + b">" if seed % 5 == 0 else text

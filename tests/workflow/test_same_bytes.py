@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import itertools
+import random
 from pathlib import Path
 
 import genomes
@@ -48,3 +49,12 @@ def test_odd_files(program: Path, tmp_path: Path, name: str) -> None:
         directory = tmp_path / str(number)
         directory.mkdir()
         compare(program, directory, genomes.ODD_LAYOUTS[name], options.split(), (1, 3))
+
+
+@pytest.mark.parametrize("seed", range(30))
+def test_random_files_and_options(program: Path, tmp_path: Path, seed: int) -> None:
+    source = random.Random(seed)
+    switches = ("--sequenceInfoAsComment", "--maskX", "--NsAsMissense", "--preferShorterRepeats")
+    options = source.choice(OUTPUTS + WITH_FLANKS).split() + ["--minScore", source.choice("36")]
+    options += [switch for switch in switches if switch not in options and source.random() < 0.4]
+    compare(program, tmp_path, genomes.odd_genome(seed), options, (source.choice((1, 2, 3, 16)),))
