@@ -70,15 +70,17 @@ if(quarvo_report_obstacle)
 endif()
 
 file(GLOB quarvo_web_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/web/src/*)
+list(FILTER quarvo_web_sources EXCLUDE REGEX "/report-data\\.ts$")  # made by contract.mjs
+set(quarvo_web_tools build.mjs contract.mjs report-data.schema.json tsconfig.json)
+list(TRANSFORM quarvo_web_tools PREPEND ${PROJECT_SOURCE_DIR}/web/)
 set(quarvo_report_template ${quarvo_web_build}/report-template.html)
 add_custom_command(OUTPUT ${quarvo_report_template}
   COMMAND ${CMAKE_COMMAND} -E copy_if_different
-    ${PROJECT_SOURCE_DIR}/web/build.mjs ${PROJECT_SOURCE_DIR}/web/tsconfig.json ${quarvo_web_build}
+    ${quarvo_web_tools} ${quarvo_web_build}
   COMMAND ${CMAKE_COMMAND} -E rm -rf ${quarvo_web_build}/src
   COMMAND ${CMAKE_COMMAND} -E copy_directory ${PROJECT_SOURCE_DIR}/web/src ${quarvo_web_build}/src
   COMMAND ${QUARVO_NODE} ${quarvo_web_build}/build.mjs ${quarvo_report_template}
-  DEPENDS ${quarvo_web_sources} ${PROJECT_SOURCE_DIR}/web/build.mjs ${PROJECT_SOURCE_DIR}/web/tsconfig.json
-    ${PROJECT_SOURCE_DIR}/web/package-lock.json
+  DEPENDS ${quarvo_web_sources} ${quarvo_web_tools} ${PROJECT_SOURCE_DIR}/web/package-lock.json
   COMMENT "Bundling the report page"
   VERBATIM)
 

@@ -7,6 +7,7 @@ import { existsSync, readFileSync, writeFileSync } from "node:fs";
 import { dirname, join } from "node:path";
 import { fileURLToPath } from "node:url";
 import { build } from "esbuild";
+import { write_contract } from "./contract.mjs";
 
 const here = dirname(fileURLToPath(import.meta.url));
 const output = process.argv[2] ?? "report-template.html";
@@ -51,6 +52,7 @@ function must_not_hold(text, ...words) {
   for (const word of words) if (text.toLowerCase().includes(word)) throw new Error(`The bundle holds ${word}`);
 }
 
+write_contract();
 const script = await bundle("src/page.ts");
 const style = await bundle("src/page.css");
 must_not_hold(script.text, "</script", "<!--");

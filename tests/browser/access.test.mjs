@@ -131,6 +131,18 @@ test("files saved from hostile names keep their columns", () => with_page(hostil
   assert.equal(new Set(lines.map((line) => line.split("\t")[0])).size, new Set(hostile_headers).size);
 }));
 
+test("of two sequences of one name the track lists its own", () => with_page(hostile_file, {}, async (page) => {
+  const names = await page.$$eval("#track-sequence option", (options) => options.map((option) => option.textContent));
+  const [one, other] = [...names.keys()].filter((i) => names[i].startsWith("same ("));
+  for (const index of [other, one]) {
+    await page.selectOption("#track-sequence", { index });
+    await page.click("#track-limit");
+    const expected = /\((\d+) repeats\)/u.exec(names[index])[1];
+    assert.match(await page.textContent("#row-state"), new RegExp(`^${expected} repeats of`, "u"));
+  }
+  assert.notEqual(names[one], names[other]);
+}));
+
 test("a hostile name can be asked for as a region", () => with_page(hostile_file, {}, async (page) => {
   await page.fill("#filter-region", "<script>window.harmed=1</script>");
   await settle(page);

@@ -174,6 +174,25 @@ test("compressed results give the same page", () => {
   assert.equal(other.replaceAll("same.txt.gz", "same.txt"), page);
 });
 
+test("the schema refuses what it does not describe", () => {
+  const data = data_of(page_of(results_of(example, "refused.txt"), "refused.html"));
+  const changes = [
+    (copy) => delete copy.totals.covered,
+    (copy) => (copy.totals.other = 1),
+    (copy) => (copy.version = 2),
+    (copy) => (copy.repeats.score[0] = "7"),
+    (copy) => (copy.sequences.track[0].width = 0),
+    (copy) => copy.settings[0].push("third"),
+    (copy) => (copy.distributions.length.repeats[0] = 0),
+    (copy) => (copy.alignments.lines[0] = []),
+  ];
+  for (const change of changes) {
+    const copy = structuredClone(data);
+    change(copy);
+    assert.equal(is_valid(copy), false, String(change));
+  }
+});
+
 test("a file without repeats gives a page", () => {
   const results = results_of(write("none.fa", ">none\nACGTTGCA\n"), "none.txt");
   const data = data_of(page_of(results, "none.html"));

@@ -95,9 +95,10 @@ export const hostile_headers = [
   "same",
   "same",
   "=1+1 formula",
+  "",
   `megabyte${"x".repeat(1000000)} ${"y".repeat(1000000)}`,
 ];
 
 export function hostile_fasta(name) {
-  return write(name, hostile_headers.map((header, i) => record(header, i + 1)).join(""));
+  return write(name, hostile_headers.map((header, i) => record(header, i + 1, 10 + (i % 5))).join(""));
 }

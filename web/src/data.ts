@@ -1,65 +1,9 @@
-// The data of the page: the contract of report-data.schema.json as types, and the columns that the page works on.
+// The data of the page, and the columns that the page works on. What the data hold is described once, in
+// report-data.schema.json; their types are made from it.
 //
 // Nothing here touches the document but read_data().
 
-export interface Distribution {
-  edges: number[];
-  unitLength: number[];
-  bin: number[];
-  repeats: number[];
-  undefined: number;
-}
-
-export interface Track {
-  width: number;
-  starts: number[];
-  covered: number[];
-}
-
-export interface ReportData {
-  version: 1;
-  program: string;
-  results: { name: string; format: 0 | 1 | 3 };
-  settings: [string, string][];
-  totals: { repeats: number; covered: number; sequences: number; symbols: number | null };
-  unitLengths: { unitLength: number[]; repeats: number[]; covered: number[] };
-  units: { distinct: number; unit: string[]; repeats: number[]; covered: number[] };
-  distributions: { longest: number; length: Distribution; copies: Distribution; perfection: Distribution };
-  sequences: {
-    name: string[];
-    title: string[];
-    length: (number | null)[];
-    repeats: number[];
-    covered: number[];
-    listed: number[];
-    track: (Track | null)[];
-  };
-  repeats: {
-    unitTexts: string[];
-    step: number[];
-    length: number[];
-    excess: number[];
-    unit: number[];
-    score: number[];
-    defect: (number | null)[];
-    mismatches: number[];
-    insertions: number[];
-    deletions: number[];
-    ns: number[];
-  };
-  alignments: { kind: "alignment" | "sequence" | "none"; repeat: number[]; lines: string[][] };
-  cut: {
-    repeats: number;
-    score: number | null;
-    listedOfScore: number;
-    alignments: number;
-    alignmentScore: number | null;
-    longAlignments: number;
-    tracks: number;
-    trackRepeats: number;
-    names: number;
-  };
-}
+import type { ReportData } from "./report-data";
 
 // The listed repeats, a column a field. Index i of every column is the i-th repeat of the file that is listed.
 // Positions count from 1, both ends inclusive. Perfection is NaN where the file gives no number.

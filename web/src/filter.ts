@@ -1,6 +1,7 @@
 // Which repeats are shown, and in which order. Indices of repeats go in and out; nothing here touches the document.
 
-import type { Repeats, ReportData } from "./data";
+import type { Repeats } from "./data";
+import type { ReportData } from "./report-data";
 import { normal_form } from "./units";
 
 export interface Range {
@@ -117,11 +118,12 @@ export function parse_units(text: string): string[] | null {
   return [...new Set(words.map(normal_form))];
 }
 
-// A name, or NAME:FROM-TO. A name that holds a colon itself is tried whole first. Null when there is no such sequence
-// or no such range.
+// A name, or NAME:FROM-TO. A name that holds a colon itself is tried whole first; of several sequences of one name the
+// first is meant. Null when there is no such sequence or no such range.
 export function parse_region(data: ReportData, text: string): Region | null {
-  const wanted = text.trim();
-  const whole = data.sequences.name.indexOf(wanted);
+  const exact = data.sequences.name.indexOf(text);
+  const wanted = exact >= 0 ? text : text.trim();
+  const whole = exact >= 0 ? exact : data.sequences.name.indexOf(wanted);
   if (whole >= 0) return { sequence: whole, from: 1, to: Infinity };
   const parts = /^(.*):([\d,]+)-([\d,]+)$/su.exec(wanted);
   if (!parts) return null;

@@ -1,6 +1,7 @@
 // The page as a whole: reads the data, fills every part and connects them.
 
-import { alignment_of, columns_of, read_data, type Repeats, type ReportData } from "./data";
+import { alignment_of, columns_of, read_data, type Repeats } from "./data";
+import type { ReportData } from "./report-data";
 import { by_id, make } from "./dom";
 import { type Filter, no_filter, parse_region, parse_units, type Range, type Region, select } from "./filter";
 import { show_distributions, show_unit_lengths, show_units } from "./plots";
@@ -87,13 +88,21 @@ function complain(id: string, message: string): void {
   by_id(`${id}-error`).textContent = message;
 }
 
+// What the track has asked for, and the text that stands for it: a name alone may be that of several sequences.
+let asked = { text: "", region: null as Region | null };
+
+function read_region(data: ReportData, text: string): Region | null {
+  return text === asked.text ? asked.region : parse_region(data, text);
+}
+
 function read_filter(data: ReportData): Filter | null {
   const units = parse_units(by_id<HTMLInputElement>("filter-unit").value);
   complain("filter-unit", units ? "" : "Please give units as letters, for example AC or AAT.");
-  const text = by_id<HTMLInputElement>("filter-region").value.trim();
-  const region = text === "" ? null : parse_region(data, text);
-  complain("filter-region", text !== "" && !region ? "No sequence of that name, or no such range." : "");
-  if (!units || (text !== "" && !region)) return null;
+  const text = by_id<HTMLInputElement>("filter-region").value;
+  const region = read_region(data, text);
+  const is_unknown = text.trim() !== "" && !region;
+  complain("filter-region", is_unknown ? "No sequence of that name, or no such range." : "");
+  if (!units || is_unknown) return null;
   return { ...no_filter(), units, region, unitLength: range_in("filter-unit-length"), length: range_in("filter-length"),
     perfection: range_in("filter-perfection"), score: range_in("filter-score") };
 }
@@ -174,7 +183,9 @@ function start(): void {
   const table = new RepeatTable(data, repeats, pick);
   const apply = connect_filters(data, repeats, table);
   const limit = (region: Region) => {
-    by_id<HTMLInputElement>("filter-region").value = region_text(data, region);
+    const field = by_id<HTMLInputElement>("filter-region");
+    field.value = region_text(data, region);
+    asked = { text: field.value, region };
     apply();
     by_id("repeats").scrollIntoView();
   };

@@ -2,7 +2,7 @@
 // numbers to those who use none.
 
 import * as Plot from "@observablehq/plot";
-import type { Distribution, ReportData } from "./data";
+import type { Distribution, ReportData } from "./report-data";
 import { by_id, follow_width, make, number_table } from "./dom";
 import { counted, decimal, grouped, short_number, shortened, visible } from "./text";
 
@@ -179,14 +179,14 @@ function draw_distribution(view: View, chosen: number | null, stacked: boolean, 
   const upper = (bin: number) => edges[bin + 1] ?? edges[bin] + 1;
   const parts = parts_of(view.distribution, chosen, view.unit, upper);
   const least = view.logarithmic ? 0.5 : 0;
-  const low = Math.max(least, Math.min(...parts.map((part) => part.x1)));
+  const low = Math.max(least, Math.min(...parts.map((part) => part.x1), parts.length > 0 ? Infinity : 1));
   const high = Math.max(...parts.map((part) => part.x2), low + 1);
   const y = value_axis(view.yLabel);
   return Plot.plot({
     ...common, width, marginLeft: 52, ariaLabel: view.name,
     x: { label: view.label, labelOffset, type: view.logarithmic ? "log" : "linear", domain: [low, high],
       ticks: Math.max(2, Math.floor(width / 90)), tickFormat: short_number },
-    y: stacked ? y : { ...y, type: "log", ticks: powers_of_ten(parts.map((part) => part.height)) },
+    y: stacked || parts.length === 0 ? y : { ...y, type: "log", ticks: powers_of_ten(parts.map((part) => part.height)) },
     color: { domain: class_names, range: class_colours },
     marks: distribution_marks(parts, least, stacked),
   });

@@ -1,10 +1,11 @@
 // The filtered repeats as the text of a file.
 
-import type { Repeats, ReportData } from "./data";
+import type { Repeats } from "./data";
+import type { ReportData } from "./report-data";
 
-// A name must be one word in one column: blanks and control characters become '_'.
+// A name must be one word in one column: blanks and control characters become '_', and so does an empty name.
 function word(text: string): string {
-  return text.replace(/[\u0000-\u0020\u007f-\u00a0\u2028\u2029]/gu, "_");
+  return text.replace(/[\u0000-\u0020\u007f-\u00a0\u2028\u2029]/gu, "_") || "_";
 }
 
 function bed_score(score: number): number {

@@ -1,7 +1,8 @@
 // The table of listed repeats: sorted and cut into pages by TanStack Table, one page of elements at a time.
 
 import { type ColumnDef, createTable, getCoreRowModel, type PaginationState, type SortingState, type TableState, type Updater } from "@tanstack/table-core";
-import type { Repeats, ReportData } from "./data";
+import type { Repeats } from "./data";
+import type { ReportData } from "./report-data";
 import { sort, type SortKey } from "./filter";
 import { by_id, make } from "./dom";
 import { counted, grouped, percent, shortened, visible } from "./text";

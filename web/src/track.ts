@@ -5,7 +5,8 @@
 
 import * as Plot from "@observablehq/plot";
 import type { Region } from "./filter";
-import type { Repeats, ReportData, Track } from "./data";
+import type { Repeats } from "./data";
+import type { ReportData, Track } from "./report-data";
 import { by_id, follow_width, make } from "./dom";
 import { as_image, class_colours, class_of } from "./plots";
 import { counted, grouped, short_number, shortened, visible } from "./text";
