@@ -50,7 +50,7 @@ LONG_NAME = b"n" * 1_200_000
 
 # What a FASTA file can look like, each a thing that parsers tend to change or to stumble on.
 ODD_LAYOUTS: dict[str, bytes] = {
-    "comments in front": b"# one > two\n#\n \t\n  >a\n%b\n>b\n%b\n" % (REPEAT, REPEAT),
+    "comments in front": b"# one > two\n#\n \t\v\f\n  >a\n%b\n>b\n%b\n" % (REPEAT, REPEAT),
     "CR LF": b"#x\r\n>a d\r\n%b\r\n>b\r\n\r\n>c\r\n%b\r\n" % (REPEAT, REPEAT),
     "lone CR": b"#x\r>a d\r%b\r>b\r\r>c\r%b\r" % (REPEAT, REPEAT),
     "mixed line ends": b">a\r%b\r\n>b\n%b\r\r\n\n>c\r%b" % (REPEAT, REPEAT, REPEAT),
