@@ -52,8 +52,12 @@ for (const colorScheme of ["light", "dark"]) {
 }
 
 test("labels of the axes do not overlap at any width", async () => {
-  for (const width of [360, 400, 640, 1000, 1400]) {
+  for (const [width, from] of [[360, "1"], [360, "40000"], [400, "1"], [640, "1"], [1000, "40000"], [1400, "1"]]) {
     await with_page(page_file, { width }, async (page) => {
+      await page.selectOption("#track-sequence", "6");
+      await page.fill("#track-from", from);
+      await page.fill("#track-to", "40100");
+      await page.click("#track-range button");
       const overlaps = await page.$$eval("svg g[data-part$='tick label']", (groups) => groups.flatMap((group) => {
         const boxes = [...group.querySelectorAll("text")].filter((text) => text.textContent !== "").map((text) => text.getBoundingClientRect());
         return boxes.filter((a, i) => boxes.some((b, j) => j > i && a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom))

@@ -270,7 +270,7 @@ export class TrackView {
           x2: (bin: Bin) => bin.to + 0.5, y: (bin: Bin) => this.value(bin), fill: "var(--bar)", title: label, shapeRendering: "crispEdges" }),
         Plot.ruleY([0]),
         Plot.axisX({ anchor: "bottom", label: "Position (bp)", dy: 14, labelOffset: 46, tickSize: 0,
-          ticks: Math.max(2, Math.floor(this.width / 120)), tickFormat: high - low < 100000 ? grouped : short_number }),
+          ticks: Math.max(2, Math.floor(this.width / 90)), tickFormat: high - low < 100000 ? grouped : short_number }),
       ],
     });
     const scale = plot.scale("x");
