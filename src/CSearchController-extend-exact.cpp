@@ -58,8 +58,10 @@ class CLastSeed {
 // Whether the seed need be stored: false when its extension cannot reach the user's score. An extension reads nothing
 // that other seeds change, so a seed left out would be extended, rejected and leave no trace.
 bool CSearchController::may_be_accepted(const Csat& seed) const {
+  const int T = minScores_user[seed.unit_length()];
+  if (seed.score >= T) return true;
   CPathBound bound(current_look_ahead_rules(), seq_begin(), seq_end());
-  return bound.may_reach(seed, unit_text_of(seed), minScores_user[seed.unit_length()]);
+  return bound.may_reach(seed, unit_text_of(seed), T);
 }
 
 // The extension of a seed as extend_imperfect makes it, without those of its sides that cannot grow.
