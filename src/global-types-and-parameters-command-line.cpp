@@ -9,6 +9,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "CFileNamesArg.h"
 #include "global-types-and-parameters-options.h"
 #include "global-types-and-parameters.h"
 #include "number2cstring.h"
@@ -17,21 +18,6 @@ namespace {
 
 constexpr int rejected = -1;
 constexpr int unknown_mode = -2;
-
-// The plain words of the command line. The library's own argument would also take a misspelt option as a file name;
-// a word that begins with '-' is a file name only behind "--".
-class CFileNamesArg : public TCLAP::UnlabeledMultiArg<std::string> {
- public:
-  using TCLAP::UnlabeledMultiArg<std::string>::UnlabeledMultiArg;
-
-  bool processArg(int* i, std::vector<std::string>& args) override {
-    const std::string& word = args[static_cast<std::size_t>(*i)];
-    if (!TCLAP::Arg::ignoreRest() && !word.empty() && word[0] == '-') {
-      throw TCLAP::CmdLineParseException("Couldn't find match for argument", word);
-    }
-    return TCLAP::UnlabeledMultiArg<std::string>::processArg(i, args);
-  }
-};
 
 // The library's arguments for the option table, and the copying of their values to the table's destinations.
 class COptionParser {

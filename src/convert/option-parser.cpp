@@ -7,23 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "CFileNamesArg.h"
 #include "global-types-and-parameters.h"
 
 namespace {
-
-// A word that begins with '-' is a file name only behind "--"; the library would also take a misspelt option for one.
-class CResultsArg : public TCLAP::UnlabeledMultiArg<std::string> {
- public:
-  using TCLAP::UnlabeledMultiArg<std::string>::UnlabeledMultiArg;
-
-  bool processArg(int* i, std::vector<std::string>& args) override {
-    const std::string& word = args[static_cast<std::size_t>(*i)];
-    if (!TCLAP::Arg::ignoreRest() && !word.empty() && word[0] == '-') {
-      throw TCLAP::CmdLineParseException("Couldn't find match for argument", word);
-    }
-    return TCLAP::UnlabeledMultiArg<std::string>::processArg(i, args);
-  }
-};
 
 // The library's arguments for an option table.
 class COptionParser {
@@ -70,7 +57,7 @@ class COptionParser {
 
   void declare(const convert_option_row& option, std::vector<std::string>* destination) {
     destination->clear();
-    add(std::make_unique<CResultsArg>(option.long_name, option.help, option.is_required, option.value_label),
+    add(std::make_unique<CFileNamesArg>(option.long_name, option.help, option.is_required, option.value_label),
         destination);
   }
 };

@@ -1,0 +1,24 @@
+#ifndef QUARVO_CFILENAMESARG_H
+#define QUARVO_CFILENAMESARG_H
+
+#include <tclap/CmdLine.h>
+
+#include <string>
+#include <vector>
+
+// The plain words of a command line. The library's own argument would also take a misspelt option as a file name;
+// a word that begins with '-' is a file name only behind "--".
+class CFileNamesArg : public TCLAP::UnlabeledMultiArg<std::string> {
+ public:
+  using TCLAP::UnlabeledMultiArg<std::string>::UnlabeledMultiArg;
+
+  bool processArg(int* i, std::vector<std::string>& args) override {
+    const std::string& word = args[static_cast<std::size_t>(*i)];
+    if (!TCLAP::Arg::ignoreRest() && !word.empty() && word[0] == '-') {
+      throw TCLAP::CmdLineParseException("Couldn't find match for argument", word);
+    }
+    return TCLAP::UnlabeledMultiArg<std::string>::processArg(i, args);
+  }
+};
+
+#endif
