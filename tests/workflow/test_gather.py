@@ -12,7 +12,7 @@ import genomes
 import pytest
 import shards
 
-PLAN = "shard\tbytes\tlines\trecords\n0\t9\t2\t1\n1\t9\t2\t1\n"
+PLAN = "# sha256 ab 1 2 3 4\nshard\tbytes\tlines\trecords\n0\t9\t2\t1\n1\t9\t2\t1\n"
 
 
 def table(*lines: str, head: str = "# version 1") -> str:

@@ -3,13 +3,16 @@
 from __future__ import annotations
 
 import gzip
+import hashlib
 import itertools
+import os
 from pathlib import Path
 
+import fingerprint
 import genomes
 import pytest
 import split
-from shard_plan import Row, input_line, read_plan
+from shard_plan import Row, input_line, read_fingerprint, read_plan
 
 
 def literal_records(text: bytes) -> tuple[list[int], list[int], bool]:
@@ -104,6 +107,59 @@ def test_lines_of_a_shard_are_found_in_the_input() -> None:
     rows = [Row(0, 9, 3, 1), Row(1, 9, 2, 1), Row(0, 9, 4, 1)]
     assert [input_line(rows, 0, line) for line in (1, 3, 4, 7, 8)] == [1, 3, 6, 9, 10]
     assert [input_line(rows, 1, line) for line in (1, 2, 3)] == [4, 5, 6]
+
+
+def deal_to_two(directory: Path) -> Path:
+    """The plan."""
+    plan = directory / "plan"
+    split.split(directory / "genome.fa", 2, plan, directory / "summary", directory / "shards")
+    return plan
+
+
+def test_the_plan_holds_the_checksum_of_the_file_as_it_lies_there(tmp_path: Path) -> None:
+    packed = gzip.compress(genomes.many_records(5))
+    (tmp_path / "genome.fa").write_bytes(packed)
+    recorded = read_fingerprint(deal_to_two(tmp_path))
+    assert recorded is not None
+    assert recorded.sha256 == hashlib.sha256(packed).hexdigest()
+
+
+def test_a_file_is_read_again_only_when_its_state_is_another(tmp_path: Path, monkeypatch: pytest.MonkeyPatch) -> None:
+    genome = tmp_path / "genome.fa"
+    genome.write_bytes(b">a\nACGT\n")
+    recorded = read_fingerprint(deal_to_two(tmp_path))
+    state = genome.stat()
+    with monkeypatch.context() as patched:
+        patched.setattr(fingerprint, "checksum", lambda path: pytest.fail(f"{path} was read"))
+        assert recorded is not None
+        assert fingerprint.current_checksum(genome, recorded) == recorded.sha256
+
+    genome.write_bytes(b">a\nACGA\n")
+    os.utime(genome, ns=(state.st_atime_ns, state.st_mtime_ns))
+    assert fingerprint.current_checksum(genome, recorded) == hashlib.sha256(b">a\nACGA\n").hexdigest()
+    assert fingerprint.current_checksum(genome, None) == hashlib.sha256(b">a\nACGA\n").hexdigest()
+
+
+def test_a_file_that_changes_while_it_is_dealt_is_refused(tmp_path: Path, monkeypatch: pytest.MonkeyPatch) -> None:
+    genome = tmp_path / "genome.fa"
+    genome.write_bytes(b">a\nACGT\n")
+    make_index = split.make_index
+
+    def grow_behind(path: Path) -> split.Index:
+        index = make_index(path)
+        path.write_bytes(b">a\nACGT\n>b\nACGT\n")
+        return index
+
+    monkeypatch.setattr(split, "make_index", grow_behind)
+    with pytest.raises(OSError, match="it was changed while it was read"):
+        deal_to_two(tmp_path)
+    assert read_fingerprint(tmp_path / "plan") is None
+
+
+@pytest.mark.parametrize("text", ["", "shard\tbytes\n", "# sha256 \n", "# sha256 ab 1 2\n", "# sha256 ab 1 2 3 x\n", "\xff"])
+def test_a_plan_without_a_fingerprint_has_none(tmp_path: Path, text: str) -> None:
+    (tmp_path / "plan").write_text(text, encoding="latin-1")
+    assert read_fingerprint(tmp_path / "plan") is None
 
 
 def test_a_plan_that_is_none_is_refused(tmp_path: Path) -> None:

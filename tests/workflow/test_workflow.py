@@ -137,6 +137,41 @@ def test_a_complete_project_is_left_alone_until_an_option_changes(project: Proje
     assert project.read("results/g.txt") == project.one_run("genomes/g.fa", "results/g.txt", ["--maxUnitLen", "3"])
 
 
+def test_the_content_of_a_genome_decides_and_not_its_time(project: Project) -> None:
+    genome = project.directory / "genomes/g.fa"
+    text = genomes.large_records()
+    genome.write_bytes(text)
+    project.configure(genomes=["genomes/g.fa"], shards=2)
+    project.run()
+    then = genome.stat().st_mtime_ns
+
+    genome.touch()
+    assert "Nothing to be done" in project.run()
+    for time in (then, then - 10**15):
+        text = text.replace(b"CACACACA", b"CTCTCTCT", 7)
+        genome.write_bytes(text)
+        os.utime(genome, ns=(time, time))
+        project.run()
+        assert project.read("results/g.txt") == project.one_run("genomes/g.fa", "results/g.txt", [])
+        assert "Nothing to be done" in project.run()
+
+
+# Quotes, what shells and options begin with, and what shells and regular expressions read as patterns.
+@pytest.mark.parametrize("name", ["-l", "--help", "it's", 'a "b" $c;&', "[ab]*+"])
+def test_names_are_taken_as_they_are(project: Project, name: str) -> None:
+    project.directory.joinpath(f"{name}.fa").write_bytes(genomes.many_records(5))
+    one = project.directory / "one"
+    (one / "results").mkdir(parents=True)
+    (one / f"{name}.fa").symlink_to(project.directory / f"{name}.fa")
+    project.configure(genomes=[f"{name}.fa"], shards=2, options={"maskX": True}, convert=["bed"])
+    project.run()
+    assert project.files("results") == sorted(f"{name}.{suffix}" for suffix in ("bed", "masked", "txt"))
+    words = ["--maskX", "--", f"{name}.fa", f"results/{name}.txt"]
+    subprocess.run([project.program, *words], cwd=one, check=True, stderr=subprocess.DEVNULL)
+    assert project.read(f"results/{name}.txt") == (one / f"results/{name}.txt").read_bytes()
+    assert project.read(f"results/{name}.masked") == (one / f"{name}.fa.masked").read_bytes()
+
+
 def test_a_bad_record_fails_the_workflow_with_its_line(project: Project) -> None:
     text = genomes.fasta([300, 200, 100]) + b">bad\nACGT\nAC9T\n" + genomes.fasta([250])
     project.directory.joinpath("genomes/g.fa").write_bytes(text)
@@ -237,6 +272,9 @@ exec $quarvo "$@\"""",
         ({"genomes": ["genomes/50%s.fa"]}, "'genomes/50%s.fa' does not match"),
         ({"genomes": ["a/g.fa", "b/g.fasta.gz"]}, "a/g.fa and b/g.fasta.gz would both write results named g."),
         ({"genomes": ["genomes/none.fa"]}, "genomes/none.fa"),
+        ({"genomes": ["genomes/{x}.fa"]}, "The file name genomes/{x}.fa has a brace in it"),
+        ({"genomes": ["{a}/g.fa"]}, "The file name {a}/g.fa has a brace in it"),
+        ({"genomes": ["genomes/.fa"]}, "The file name genomes/.fa leaves no name for its results."),
         ({"program": "no-such-program"}, "There is no program no-such-program here."),
     ],
 )

@@ -1,10 +1,16 @@
 # The configuration, checked, and what the rules ask of it.
 import re
 import shlex
+import sys
 from pathlib import Path
 
 from snakemake.exceptions import WorkflowError
 from snakemake.utils import validate
+
+SCRIPTS = Path(workflow.basedir) / "scripts"
+sys.path.insert(0, str(SCRIPTS))
+from fingerprint import current_checksum
+from shard_plan import read_fingerprint
 
 # The ends of file names that do not belong to the name of a genome.
 INPUT_SUFFIX = re.compile(r"(\.(fa|fas|fasta|fna|ffn|mfa|txt))?(\.(gz|bgz))?$", re.IGNORECASE)
@@ -31,11 +37,22 @@ def refuse_ranges():
         )
 
 
+def refuse_name(path, name):
+    if re.search("[{}]", path):
+        raise WorkflowError(
+            f"The file name {path} has a brace in it, which Snakemake takes for a wildcard."
+            " Please rename the file, or name a link to it instead."
+        )
+    if not name:
+        raise WorkflowError(f"The file name {path} leaves no name for its results. Please rename the file.")
+
+
 def name_genomes():
     """The files by the name of their genome: the file name without its suffixes."""
     genomes = {}
     for path in config["genomes"]:
         name = INPUT_SUFFIX.sub("", Path(path).name)
+        refuse_name(path, name)
         if name in genomes:
             raise WorkflowError(
                 f"{genomes[name]} and {path} would both write results named {name}. Please rename one of them."
@@ -65,7 +82,7 @@ wildcard_constraints:
 
 
 # The scripts stand on the PATH of every rule, so that it does not matter where the workflow is installed.
-shell.prefix(f"export PATH={shlex.quote(str(Path(workflow.basedir) / 'scripts'))}:$PATH; set -euo pipefail; ")
+shell.prefix(f"export PATH={shlex.quote(str(SCRIPTS))}:$PATH; set -euo pipefail; ")
 
 
 def option_words():
@@ -88,6 +105,14 @@ def all_results():
 
 def genome_file(wildcards):
     return GENOMES[wildcards.genome]
+
+
+def genome_checksum(wildcards):
+    """As a parameter of the rule that deals the genome, it has other content dealt anew."""
+    path = Path(genome_file(wildcards))
+    if not path.exists():
+        return ""
+    return current_checksum(path, read_fingerprint(Path("work") / wildcards.genome / "plan.tsv"))
 
 
 def plan_file(wildcards):

@@ -3,13 +3,15 @@
 
 checkpoint split:
     input:
-        genome=genome_file,
+        # Its content decides, by the checksum below, and no time stamp. Snakemake forgets such a mark of a function.
+        genome=lambda wildcards: ancient(genome_file(wildcards)),
     output:
         plan="work/{genome}/plan.tsv",
         summary="work/{genome}/shards.tsv",
         shards=directory("work/{genome}/shards"),
     params:
         shards=config["shards"],
+        checksum=genome_checksum,
     log:
         "logs/{genome}/split.log",
     conda:
@@ -19,7 +21,7 @@ checkpoint split:
         runtime=file_minutes,
     shell:
         "split.py --shards {params.shards} --plan {output.plan:q} --summary {output.summary:q}"
-        " --directory {output.shards:q} {input.genome:q} 2> {log:q}"
+        " --directory {output.shards:q} -- {input.genome:q} 2> {log:q}"
 
 
 rule search:
@@ -64,7 +66,7 @@ rule gather:
         mem_mb=lambda wildcards, attempt: attempt * 500,
         runtime=file_minutes,
     shell:
-        "gather.py --layout {params.layout} --plan {input.plan:q} --input-name {params.input_name:q}"
+        "gather.py --layout {params.layout} --plan {input.plan:q} --input-name={params.input_name:q}"
         " --output {output:q} {input.shards:q} 2> {log:q}"
 
 

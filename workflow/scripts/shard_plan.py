@@ -1,8 +1,8 @@
 """The plan of one genome: which shard each record of a FASTA file went to.
 
-It is a table with a head line and one row a record, in the order of the input. A row also says how many bytes and lines
-the record takes, so that places in a shard can be told as places in the input. Rows are read and written one by one: a
-plan never stands in memory as a whole.
+Its first line is the fingerprint of the file. Then follows a table with a head line and one row a record, in the order of
+the input. A row also says how many bytes and lines the record takes, so that places in a shard can be told as places in
+the input. Rows are read and written one by one: a plan never stands in memory as a whole.
 """
 
 from __future__ import annotations
@@ -11,6 +11,7 @@ from collections.abc import Iterable, Iterator
 from dataclasses import astuple, dataclass, fields
 from pathlib import Path
 
+from fingerprint import Fingerprint, State
 
 @dataclass(frozen=True)
 class Row:
@@ -27,18 +28,33 @@ class Row:
 
 
 HEAD = "\t".join(field.name for field in fields(Row)) + "\n"
+FINGERPRINT = "# sha256 "
 
 
-def write_plan(path: Path, rows: Iterable[Row]) -> None:
+def write_plan(path: Path, genome: Fingerprint, rows: Iterable[Row]) -> None:
     with path.open("w", encoding="ascii") as plan:
+        plan.write(" ".join([FINGERPRINT.rstrip(), genome.sha256, *map(str, astuple(genome.state))]) + "\n")
         plan.write(HEAD)
         plan.writelines("\t".join(map(str, astuple(row))) + "\n" for row in rows)
+
+
+def read_fingerprint(path: Path) -> Fingerprint | None:
+    """The fingerprint of the genome that was dealt, or None if there is no plan that has one."""
+    try:
+        with path.open(encoding="ascii") as plan:
+            line = plan.readline()
+        if not line.startswith(FINGERPRINT):
+            return None
+        sha256, *state = line.removeprefix(FINGERPRINT).split()
+        return Fingerprint(sha256, State(*map(int, state)))
+    except (FileNotFoundError, ValueError, TypeError):
+        return None
 
 
 def read_plan(path: Path) -> Iterator[Row]:
     """Yields the rows in the order of the input; a ValueError says that the file is no plan."""
     with path.open(encoding="ascii") as plan:
-        if plan.readline() != HEAD:
+        if not plan.readline().startswith(FINGERPRINT) or plan.readline() != HEAD:
             raise ValueError(f"{path} is not a plan of shards; please remove it and run again")
         for line in plan:
             yield Row(*map(int, line.split("\t")))

@@ -25,6 +25,7 @@ from dataclasses import dataclass
 from pathlib import Path
 from typing import BinaryIO, cast
 
+from fingerprint import state_of, take_fingerprint
 from shard_plan import Row, write_plan
 
 BLOCK = 1 << 20
@@ -219,12 +220,15 @@ def write_summary(path: Path, sizes: Sequence[int], dealt: Sequence[int]) -> Non
 
 
 def split(path: Path, shards: int, plan: Path, summary: Path, directory: Path) -> None:
+    genome = take_fingerprint(path)
     index = make_index(path)
     sizes = array("q", (end - begin for begin, end in zip(index.starts, index.starts[1:])))
     dealt = deal(sizes, shards)
     write_shards(path, index, dealt, directory)
+    if state_of(path) != genome.state:
+        raise OSError("it was changed while it was read")
     write_summary(summary, sizes, dealt)
-    write_plan(plan, plan_rows(index, dealt))
+    write_plan(plan, genome, plan_rows(index, dealt))
 
 
 def parse_arguments() -> argparse.Namespace:
