@@ -2,7 +2,7 @@
 #
 # The command runs in bash (pipefail on) in a directory that holds a copy of input/. Write the results file to
 # `results`, and let at most one masked file arise. The name is lower case, digits and '-'. The expected files are
-# expected/NAME.out, .err, .results and .masked; see `run` for what their absence means and for --update.
+# expected/NAME.out, .err, .results and .masked, which `run --update` writes; ../golden.sh says how they are read.
 
 # --- command line: files
 255 no-input-file          quarvo
