@@ -7,6 +7,7 @@
 #include <new>
 
 #include "fast/huge-pages.h"
+#include "io/out-of-memory.h"
 
 // A growable byte string without bookkeeping beyond its three fields.
 //
@@ -65,7 +66,7 @@ class faststring {
   void ensure_capacity(unsigned wanted) {
     if (wanted <= capacity) return;
     void* grown = std::realloc(buffer, wanted);
-    if (grown == nullptr) throw std::bad_alloc();
+    if (grown == nullptr) raise_out_of_memory();
     buffer = static_cast<char*>(grown);
     capacity = wanted;
     prefer_huge_pages(buffer, capacity);

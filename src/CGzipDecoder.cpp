@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <new>
+
+#include "io/out-of-memory.h"
 
 namespace {
 
@@ -23,7 +24,7 @@ bool CGzipDecoder::is_beginning(const char* bytes, std::size_t count) {
 }
 
 CGzipDecoder::CGzipDecoder() {
-  if (inflateInit2(&stream, gzip_window_bits) != Z_OK) throw std::bad_alloc();
+  if (inflateInit2(&stream, gzip_window_bits) != Z_OK) raise_out_of_memory();
 }
 
 CGzipDecoder::~CGzipDecoder() { inflateEnd(&stream); }
@@ -84,7 +85,7 @@ void CGzipDecoder::inflate_some() {
     case Z_STREAM_END:
       return end_member();
     case Z_MEM_ERROR:
-      throw std::bad_alloc();
+      raise_out_of_memory();
     default:
       return end_corrupt();
   }

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <new>
+
+#include "io/out-of-memory.h"
 
 namespace fs = std::filesystem;
 
@@ -12,7 +13,7 @@ namespace {
 fs::path directory_of(const fs::path& name) {
   std::error_code error;
   const fs::path directory = fs::canonical(name.has_parent_path() ? name.parent_path() : ".", error);
-  if (error == std::errc::not_enough_memory) throw std::bad_alloc();
+  if (error == std::errc::not_enough_memory) raise_out_of_memory();
   return error ? fs::path() : directory;
 }
 

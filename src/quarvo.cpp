@@ -1,12 +1,24 @@
 // The program entry.
 
-#include <cstdio>
 #include <new>
 
+#include "io/out-of-memory.h"
 #include "quarvo-interruption.h"
-#include "quarvo-messages.h"
 #include "quarvo-run.h"
 #include "standard-streams.h"
+
+namespace {
+
+[[gnu::no_sanitize("address"), gnu::no_sanitize("undefined")]] void prepare_for_missing_memory() {
+  end_when_memory_runs_out(
+      "\nSorry! There is not enough memory for this run.\n"
+      "Please give it more memory, or split the longest sequences.\n"
+      "\nAnalysis has been aborted due to errors. Error number: -106\n\n",
+      status_out_of_memory);
+}
+[[gnu::section(".preinit_array"), gnu::used]] void (*const run_before_the_libraries)() = prepare_for_missing_memory;
+
+}  // namespace
 
 int main(int argc, char** argv) {
   occupy_standard_streams();
@@ -15,11 +27,6 @@ int main(int argc, char** argv) {
   try {
     return run_quarvo(argc, argv);
   } catch (const std::bad_alloc&) {
-    std::fputs(
-        "\nSorry! There is not enough memory for this run.\n"
-        "Please give it more memory, or split the longest sequences.\n",
-        stderr);
-    good_bye_on_error(status_out_of_memory);
-    return status_out_of_memory;
+    raise_out_of_memory();
   }
 }

@@ -1,10 +1,19 @@
 // The program entry of quarvo-convert.
 
-#include <cstdio>
 #include <new>
 
 #include "convert-run.h"
+#include "io/out-of-memory.h"
 #include "standard-streams.h"
+
+namespace {
+
+[[gnu::no_sanitize("address"), gnu::no_sanitize("undefined")]] void prepare_for_missing_memory() {
+  end_when_memory_runs_out("Sorry! There is not enough memory for this conversion.\n", convert_status_out_of_memory);
+}
+[[gnu::section(".preinit_array"), gnu::used]] void (*const run_before_the_libraries)() = prepare_for_missing_memory;
+
+}  // namespace
 
 int main(int argc, char** argv) {
   occupy_standard_streams();
@@ -12,7 +21,6 @@ int main(int argc, char** argv) {
   try {
     return run_convert(argc, argv);
   } catch (const std::bad_alloc&) {
-    std::fputs("Sorry! There is not enough memory for this conversion.\n", stderr);
-    return convert_status_out_of_memory;
+    raise_out_of_memory();
   }
 }

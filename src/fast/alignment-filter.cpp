@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "io/out-of-memory.h"
 #include "place-kept.h"
 #include "unroll.h"
 
@@ -156,7 +157,7 @@ template <std::size_t vectors>
 void run_over_stretch(const alignment_program& program, const CBitPlanes& planes, bool Ns_match, std::uint64_t* kept) {
   using interpreter = CInterpreter<vectors>;
   const auto memory = hwy::AllocateAligned<std::uint64_t>(program.slots * interpreter::slot_words);
-  if (!memory) throw std::bad_alloc();
+  if (!memory) raise_out_of_memory();
   interpreter run(program, planes, Ns_match, memory.get());
   for (std::size_t t = 0; t < planes.stretch(); t += vectors) {
     run.run(static_cast<std::ptrdiff_t>(t));

@@ -66,9 +66,13 @@ bool is_to_fail() {
 }
 
 void* allocate_or_throw(std::size_t size) {
-  void* const memory = is_to_fail() ? nullptr : QUARVO_REAL(malloc)(size);
-  if (memory == nullptr) throw std::bad_alloc();
-  return memory;
+  for (;;) {
+    void* const memory = is_to_fail() ? nullptr : QUARVO_REAL(malloc)(size);
+    if (memory != nullptr) return memory;
+    const std::new_handler handler = std::get_new_handler();
+    if (handler == nullptr) throw std::bad_alloc();
+    handler();
+  }
 }
 
 }  // namespace

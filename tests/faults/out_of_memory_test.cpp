@@ -2,6 +2,7 @@
 // with exactly the right results.
 
 #include <algorithm>
+#include <csignal>
 
 #include "program-run.h"
 #include "support/gzip-text.h"
@@ -118,5 +119,40 @@ INSTANTIATE_TEST_SUITE_P(InEveryMode, OutOfMemory,
 // The reader is the same in every mode.
 INSTANTIATE_TEST_SUITE_P(InOneMode, OutOfMemoryOnCompressedInput,
                          ::testing::Combine(::testing::Values("exact"), ::testing::Bool()), case_name);
+
+// The libraries allocate before main runs, and so does whoever throws. From the smallest memory in which the program is
+// loaded at all, it ends with its message or does its work.
+class SmallMemory : public FaultTest {
+ protected:
+  // Runs the command with sizes of memory, close to each other at first, up to the first that suffices for it.
+  void expect_message_until_it_fits(const std::string& command, int status, const std::string& message) {
+    if (QUARVO_IS_SANITIZED) GTEST_SKIP() << "no memory limit under the address sanitizer";
+    constexpr int largest = 64000;
+    int told = 0;
+    for (int kilobytes = 4000; kilobytes < largest; kilobytes += told < 8 ? 16 : 256) {
+      const int end = run("ulimit -v " + std::to_string(kilobytes) + "; exec " + command);
+      if (end == 0) break;
+      ASSERT_NE(end, -SIGABRT) << kilobytes << messages();
+      if (end == status) ++told;
+      if (told == 0) continue;
+      ASSERT_EQ(end, status) << kilobytes << messages();
+      ASSERT_TRUE(messages().ends_with(message)) << messages();
+    }
+    EXPECT_GE(told, 2);
+  }
+};
+
+TEST_F(SmallMemory, IsTold) {
+  directory.write("in.fas", records(3));
+  expect_message_until_it_fits("quarvo -M exact in.fas results", shell_status(out_of_memory),
+                               no_memory + abort_text(out_of_memory));
+}
+
+TEST_F(SmallMemory, IsToldByTheConverter) {
+  directory.write("in.fas", records(3));
+  good_results("quarvo in.fas results");
+  expect_message_until_it_fits(QUARVO_CONVERT " -t multiqc results", 7,
+                               "Sorry! There is not enough memory for this conversion.\n");
+}
 
 }  // namespace

@@ -1,0 +1,31 @@
+#include "io/out-of-memory.h"
+
+#include <unistd.h>
+
+#include <cstring>
+#include <new>
+
+namespace {
+
+const char* last_text = "";
+int last_status = 1;
+
+[[noreturn]] void end() {
+  [[maybe_unused]] const auto written = write(STDERR_FILENO, last_text, std::strlen(last_text));
+  _exit(last_status);
+}
+
+}  // namespace
+
+// The sanitizers may not have been started yet.
+[[gnu::no_sanitize("address"), gnu::no_sanitize("undefined")]] void end_when_memory_runs_out(const char* text,
+                                                                                             int status) {
+  last_text = text;
+  last_status = status;
+  std::set_new_handler(end);
+}
+
+void raise_out_of_memory() {
+  if (const std::new_handler handler = std::get_new_handler()) handler();
+  throw std::bad_alloc();
+}
