@@ -1,5 +1,5 @@
-// Runs a fuzzer over the files and directories that are named, once each: the main function of builds without
-// libFuzzer.
+// Runs a fuzzer over the files and directories that are named, once each, and fails when they are fewer than the number
+// in front of them: the main function of builds without libFuzzer.
 
 #include <algorithm>
 #include <cstdint>
@@ -39,9 +39,14 @@ void replay(const fs::path& file) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (argc < 3) {
+    std::fprintf(stderr, "usage: %s INPUTS FILE ...\n", argv[0]);
+    return EXIT_FAILURE;
+  }
+  const std::size_t least = std::strtoul(argv[1], nullptr, 10);
   std::size_t replayed = 0;
   try {
-    for (int i = 1; i < argc; ++i) {
+    for (int i = 2; i < argc; ++i) {
       for (const fs::path& file : files_below(argv[i])) {
         replay(file);
         ++replayed;
@@ -52,5 +57,5 @@ int main(int argc, char** argv) {
     return EXIT_FAILURE;
   }
   std::printf("%zu inputs replayed\n", replayed);
-  return replayed == 0 ? EXIT_FAILURE : EXIT_SUCCESS;
+  return replayed == 0 || replayed < least ? EXIT_FAILURE : EXIT_SUCCESS;
 }
