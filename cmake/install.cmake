@@ -1,7 +1,7 @@
 # What `cmake --install` puts where, below the prefix. The parts:
 #
 #   program   what every installation has
-#   plain     man pages, zsh completions and the changelog as an installation by hand wants them
+#   plain     man pages, zsh completions, changelog and licence as an installation by hand wants them
 #   debian    the same as a Debian package wants them, with its own changelog and copyright; only CPack installs it
 include(GNUInstallDirs)
 
@@ -19,12 +19,10 @@ foreach(command IN LISTS QUARVO_COMMANDS)
 endforeach()
 
 # The documents keep their places to each other, so that the links between them hold.
-file(GLOB front_pages CONFIGURE_DEPENDS
-  ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CITATION.cff
-  ${PROJECT_SOURCE_DIR}/LICENSE* ${PROJECT_SOURCE_DIR}/COPYING*)
+file(GLOB front_pages CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CITATION.cff)
 file(GLOB pages CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/docs/*.md ${PROJECT_SOURCE_DIR}/docs/*.png)
 install(FILES ${front_pages} DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT program)
-install(FILES ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT plain)
+install(FILES ${PROJECT_SOURCE_DIR}/CHANGELOG.md ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT plain)
 install(FILES ${pages} DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT program)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT program)
 
