@@ -17,7 +17,9 @@ namespace {
 void batch_bound(benchmark::State& state) {
   const auto L = static_cast<unsigned>(state.range(0));
   const std::string text = sequence_with_repeats(100000, 10);
-  const std::size_t margin = CBatchBound::reach(L) + L + CBatchBound::most_candidates;
+  const symbol_range record{text.data(), text.data() + text.size()};
+  CBatchBound batch_bound;
+  const std::size_t margin = 1000;
   std::array<const char*, CBatchBound::most_candidates> positions{};
   std::size_t p = margin;
   for (auto _ : state) {
@@ -26,7 +28,7 @@ void batch_bound(benchmark::State& state) {
       p += 7;
     }
     if (p + 7 * positions.size() + margin > text.size()) p = margin;
-    std::uint64_t kept = CBatchBound::may_reach(default_bound(L), positions.data(), positions.size(), true);
+    std::uint64_t kept = batch_bound.may_reach(default_bound(L), record, positions.data(), positions.size(), true);
     benchmark::DoNotOptimize(kept);
   }
   state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(positions.size()));
@@ -40,10 +42,11 @@ void batch_bound_of_record(benchmark::State& state) {
   const std::size_t margin = CBatchBound::reach(L) + L + CBatchBound::most_candidates;
   const std::string text = std::string(margin, '\0') + random_sequence(length) + std::string(margin, '\0');
   std::vector<std::uint64_t> kept(2);
+  CBatchBound batch_bound;
   for (auto _ : state) {
     std::fill(kept.begin(), kept.end(), 0);
     for (std::size_t p = 0; p < length; p += CBatchBound::most_candidates) {
-      kept[p / 64] = CBatchBound::may_reach_next(default_bound(L), text.data() + margin + p, 64, true);
+      kept[p / 64] = batch_bound.may_reach_next(default_bound(L), text.data() + margin + p, 64, true);
     }
     benchmark::ClobberMemory();
   }

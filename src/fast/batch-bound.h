@@ -3,27 +3,43 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 #include "alignment-program.h"
+
+// The symbols of a record.
+struct symbol_range {
+  const char* begin;
+  const char* end;
+};
 
 // The alignment bound (alignment-program.h) for a batch of candidates, one in each byte lane of a vector.
 //
 // A lane holds score + b + 1, so that subtraction with saturation at 0 is the death of a path; a byte where the scores
-// fit one, else two. Rows are sequence symbols, with one vector for each diagonal. Unlike the bit planes, which see all
-// positions, this sees only what they left, so it pays to be exact: nothing is rounded. Lanes that are undecided after
-// the last row, or leave the band, are kept. Memory: some hundred bytes for each symbol of the unit.
+// fit one, else two. Rows are sequence symbols, with one vector for each diagonal (unit symbols minus sequence symbols
+// consumed). Unlike the bit planes, which see all positions, this sees only what they left, so it pays to be exact:
+// nothing is rounded. Outside the record there are symbols that equal no other.
+//
+// Diagonals L apart are one: on both the next unit symbol is the same one of the circle, and so is all that follows.
+// For L = 3, a path that has consumed 7 symbols of the sequence and 5 of the unit, and one that has consumed 7 and 8,
+// both compare the eighth symbol with unit symbol 2, and where it differs both may be at (8, 6 or 9), (8, 5 or 8) or
+// (7, 6 or 9). So no path ever leaves the diagonals that are followed, and a lane is undecided only if a path outlives
+// the last row; it is kept then.
+//
+// Memory: 400 bytes for each symbol of the unit, kept from call to call.
 class CBatchBound {
  public:
   static constexpr std::size_t most_candidates = 64;
   static constexpr unsigned longest_unit = 2000;
 
-  // Symbols looked at on each side. On random sequence hardly a path gets farther without the score; long units meet
-  // diverged copies of interspersed repeats, which they must outlast.
+  // Symbols looked at on each side. On random sequence hardly a path gets farther without the score. Beside the copies
+  // of interspersed repeats and in satellites, paths of long units live longer, and an extension of one such candidate
+  // costs more than all these rows.
   static constexpr int rows(unsigned L) {
-    return L < 120 ? 24 + 2 * static_cast<int>(L < 4 ? 4 : L) : 200 + 4 * static_cast<int>(L);
+    return L < 40 ? 24 + 2 * static_cast<int>(L < 4 ? 4 : L) : 200 + 12 * static_cast<int>(L);
   }
-  // Diagonals on each side of the main one.
-  static constexpr int band(unsigned L) { return L < 120 ? 30 : static_cast<int>(L) / 3; }
+  // The same for consecutive candidates.
+  static constexpr int rows_of_next(unsigned L) { return 24 + 2 * static_cast<int>(L < 4 ? 4 : L); }
 
   // Premises: a unit that fits, and scores that fit two bytes.
   static bool applies(const alignment_bound& bound) {
@@ -34,33 +50,42 @@ class CBatchBound {
     return bound.L < 120 && bound.T < 250 && bound.T + bound.b < 250;
   }
 
-  // Candidates of a cluster, and the rows that its paths are followed for.
+  // Candidates of a cluster.
   static constexpr int cluster = 64;
-  static constexpr int cluster_rows(unsigned L) { return rows(L) - cluster; }
 
-  // Symbols that are read on each side of the unit. Candidates closer to an end of the record must not be asked for.
-  static constexpr std::size_t reach(unsigned L) { return static_cast<std::size_t>(rows(L)) + 16; }
+  // Symbols that consecutive candidates read on each side of the unit.
+  static constexpr std::size_t reach(unsigned L) { return static_cast<std::size_t>(rows_of_next(L)) + 16; }
 
   // The same for clusters of candidates, those at positions[i] .. positions[i] + cluster - 1: bit i of the result is
   // set if any of them can reach bound.T.
   //
   // Candidates next to each other meet the same symbols, so the paths of a cluster are followed together: all begin on
   // one diagonal, each at its own row, and a place keeps the highest score of any of them, which can do all that a
-  // lower one can. What tells the candidates apart is where their unit ends. Until then no path knows of it; a cluster
-  // of which a path gets that far, from its first candidate's view, is undecided and kept. The scores to the left begin
-  // with the best of the cluster to the right. Premise: applies().
-  static std::uint64_t clusters_may_reach(const alignment_bound& bound, const char* const* positions, std::size_t count,
-                                          bool Ns_match);
+  // lower one can. What tells the candidates apart is where their unit ends. Until then no path knows of it; behind the
+  // end of the first unit and up to that of the last one a symbol may match if it equals either the next symbol of the
+  // longer view or that of the next copy, and must match only if it equals both. The scores to the left begin with the
+  // best of the cluster to the right. Premises: applies(), and L is no less than `cluster`.
+  std::uint64_t clusters_may_reach(const alignment_bound& bound, const symbol_range& record,
+                                   const char* const* positions, std::size_t count, bool Ns_match);
 
   // Bit i of the result: the candidate at position + i can reach bound.T, for `count` candidates. As many as reach(L)
   // symbols must be readable in front of `position`, and L + reach(L) + most_candidates from it on; bytes that are no
   // symbols mark the ends.
-  static std::uint64_t may_reach_next(const alignment_bound& bound, const char* position, std::size_t count,
-                                      bool Ns_match);
+  std::uint64_t may_reach_next(const alignment_bound& bound, const char* position, std::size_t count, bool Ns_match);
 
   // Bit i of the result: the candidate at positions[i] can reach bound.T. A neutral N counts as a match.
-  static std::uint64_t may_reach(const alignment_bound& bound, const char* const* positions, std::size_t count,
-                                 bool Ns_match);
+  std::uint64_t may_reach(const alignment_bound& bound, const symbol_range& record, const char* const* positions,
+                          std::size_t count, bool Ns_match);
+
+  // What the vector code works in.
+  struct memory {
+    std::vector<std::uint8_t> unit;
+    std::vector<std::uint8_t> text;
+    std::vector<std::uint8_t> scores;
+  };
+
+ private:
+  memory used;
 };
 
 #endif

@@ -78,23 +78,22 @@ void CCandidateFilter::test_potential(unsigned L) {
 // What the potential keeps of long units lies close together, beside copies of interspersed repeats.
 void CCandidateFilter::test_clusters() {
   if (bound.L < shortest_for_clusters || !CBatchBound::applies(bound)) return;
-  const std::size_t room = CBatchBound::reach(bound.L) + CBatchBound::cluster;
   std::array<std::size_t, CBatchBound::most_candidates> words{};
   std::array<const char*, CBatchBound::most_candidates> positions{};
   std::size_t count = 0;
   const auto test = [&] {
     if (count == 0) return;
-    const std::uint64_t bits = CBatchBound::clusters_may_reach(bound, positions.data(), count, Ns_are_neutral());
+    const std::uint64_t bits =
+        batch.clusters_may_reach(bound, {sequence, sequence + length}, positions.data(), count, Ns_are_neutral());
     for (std::size_t i = 0; i < count; ++i) {
       if ((bits >> i & 1) == 0) kept[words[i]] = 0;
     }
     count = 0;
   };
   for (std::size_t word = 0; word < kept.size(); ++word) {
-    const std::size_t position = 64 * word;
-    if (kept[word] == 0 || position < room || position + bound.L + room > length) continue;
+    if (kept[word] == 0) continue;
     words[count] = word;
-    positions[count++] = sequence + position;
+    positions[count++] = sequence + 64 * word;
     if (count == words.size()) test();
   }
   test();
@@ -125,7 +124,7 @@ void CCandidateFilter::test_short_record() {
   CRunFilter runs(begin, begin + length, bound.L, matches, Ns_are_neutral());
   for (const char* p = runs.first_kept(begin); p < end; p = runs.first_kept(p + CBatchBound::most_candidates)) {
     const auto count = std::min<std::size_t>(CBatchBound::most_candidates, static_cast<std::size_t>(end - p));
-    keep(static_cast<std::size_t>(p - begin), CBatchBound::may_reach_next(bound, p, count, Ns_are_neutral()));
+    keep(static_cast<std::size_t>(p - begin), batch.may_reach_next(bound, p, count, Ns_are_neutral()));
   }
 }
 
@@ -166,19 +165,10 @@ void CCandidateFilter::keep_all() {
   if (length % 64 != 0) kept.back() >>= 64 - length % 64;
 }
 
-std::uint64_t CCandidateFilter::still_candidates(const char* const* positions, std::size_t count) const {
+std::uint64_t CCandidateFilter::still_candidates(const char* const* positions, std::size_t count) {
   if (count == 0) return 0;
-  const std::uint64_t all = ~std::uint64_t{0} >> (CBatchBound::most_candidates - count);
-  if (!tests_enabled || is_short() || !CBatchBound::applies(bound)) return all;
-  // Candidates near an end of the record pass untested.
-  std::size_t first = 0;
-  std::size_t last = count;
-  while (first != last && static_cast<std::size_t>(positions[first] - sequence) < CBatchBound::reach(bound.L)) ++first;
-  while (last != first &&
-         static_cast<std::size_t>(sequence + length - positions[last - 1]) < bound.L + CBatchBound::reach(bound.L)) {
-    --last;
+  if (!tests_enabled || is_short() || !CBatchBound::applies(bound)) {
+    return ~std::uint64_t{0} >> (CBatchBound::most_candidates - count);
   }
-  if (first == last) return all;
-  const std::uint64_t tested = ~std::uint64_t{0} >> (CBatchBound::most_candidates - (last - first)) << first;
-  return (all & ~tested) | CBatchBound::may_reach(bound, positions + first, last - first, Ns_are_neutral()) << first;
+  return batch.may_reach(bound, {sequence, sequence + length}, positions, count, Ns_are_neutral());
 }

@@ -39,7 +39,7 @@ class CCandidateFilter {
 
   // Of the candidates at `positions`, in ascending order, those that a second, tighter test keeps: bit i for
   // positions[i]. Of the unit length that candidates() was called for last.
-  std::uint64_t still_candidates(const char* const* positions, std::size_t count) const;
+  std::uint64_t still_candidates(const char* const* positions, std::size_t count);
 
  private:
   const char* sequence;
@@ -48,6 +48,7 @@ class CCandidateFilter {
   alignment_bound bound{};
   CBitPlanes planes;
   CPotentialFilter potential;
+  CBatchBound batch;
   std::vector<std::uint64_t> kept;
 
   std::vector<char> padded;  // a short record with room on both sides
@@ -75,7 +76,7 @@ template <typename Take>
 class CCandidateBatch {
  public:
   // take(p) extends a candidate that the mask admits, and returns whether the mask has changed.
-  CCandidateBatch(const CCandidateFilter& its_filter, Take take_candidate) : filter(its_filter), take(take_candidate) {}
+  CCandidateBatch(CCandidateFilter& its_filter, Take take_candidate) : filter(its_filter), take(take_candidate) {}
 
   // Adds a candidate that the mask admits now.
   void add(const char* p) {
@@ -105,7 +106,7 @@ class CCandidateBatch {
   }
 
  private:
-  const CCandidateFilter& filter;
+  CCandidateFilter& filter;
   Take take;
   std::array<const char*, 4 * CBatchBound::most_candidates> candidates{};
   std::array<const char*, CBatchBound::most_candidates> tested{};
