@@ -64,6 +64,7 @@ TEST_F(AlignmentFilter, KeepsWhatTheBoundAsksForInLongRecords) {
     check({settings, static_cast<unsigned>(L), sequences.make(length, L, T)}, yardstick::bound);
   }
   EXPECT_GT(counts.candidates, 100000U);
+  EXPECT_GT(counts.wanted, 10000U);
 }
 
 TEST_F(AlignmentFilter, KeepsWhatCanBeAcceptedInRecordsOfEveryLength) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cstddef>
 #include <string>
 
@@ -15,16 +16,27 @@
 
 namespace {
 
+std::size_t bits_in(const position_bits& bits) {
+  std::size_t count = 0;
+  for (const std::uint64_t word : bits) count += static_cast<std::size_t>(std::popcount(word));
+  return count;
+}
+
 class AlignmentKernels : public ParameterTest {
  protected:
+  std::size_t kept = 0;     // of all records, by the interpreter
+  std::size_t dropped = 0;  // of their symbols
+
   // Of the kernel and of the interpreter, with neutral N's.
-  static void expect_same_kept(const alignment_kernel& kernel, const std::string& symbols) {
+  void expect_same_kept(const alignment_kernel& kernel, const std::string& symbols) {
     const alignment_program program = make_alignment_program(kernel.bound);
     ASSERT_EQ(kernel.reach, program.reach);
     CBitPlanes planes;
     planes.build(symbols.data(), symbols.size(), static_cast<std::size_t>(program.reach));
     position_bits interpreted = no_positions(symbols.size());
     run_alignment_program(program, planes, true, interpreted.data());
+    kept += bits_in(interpreted);
+    dropped += symbols.size() - bits_in(interpreted);
     on_each_target([&] {
       position_bits compiled = no_positions(symbols.size());
       kernel.run(planes, compiled.data());
@@ -33,7 +45,7 @@ class AlignmentKernels : public ParameterTest {
   }
 
   template <typename Make>
-  static void check_all(Make make) {
+  void check_all(Make make) {
     for (const alignment_kernel& kernel : alignment_kernels()) {
       if (HasFailure()) return;
       expect_same_kept(kernel, make(static_cast<int>(kernel.bound.L), kernel.bound.T));
@@ -72,11 +84,15 @@ TEST_F(AlignmentKernels, KeepWhatTheInterpreterKeepsOfRepeats) {
   for (int round = 0; round < 10; ++round) {
     check_all([&](int L, int T) { return sequences.make(sequences.length(), L, T); });
   }
+  EXPECT_GT(kept, 5000U);
+  EXPECT_GT(dropped, 5000U);
 }
 
 TEST_F(AlignmentKernels, KeepWhatTheInterpreterKeepsOfRandomSequence) {
   CRandomDna random(2);
   check_all([&](int /*L*/, int /*T*/) { return random.sequence("ACGT", 30000); });
+  EXPECT_GT(kept, 100U);
+  EXPECT_GT(dropped, 100000U);
 }
 
 TEST_F(AlignmentKernels, KeepWhatTheInterpreterKeepsInRecordsOfEveryLength) {
@@ -85,6 +101,7 @@ TEST_F(AlignmentKernels, KeepWhatTheInterpreterKeepsInRecordsOfEveryLength) {
   for (int length = 0; length <= 1100; length += random.number(1, 120)) {
     check_all([&](int L, int T) { return sequences.make(length, L, T); });
   }
+  EXPECT_GT(kept, 5000U);
 }
 
 TEST_F(AlignmentKernels, KeepWhatTheInterpreterKeepsAroundNs) {
@@ -99,6 +116,7 @@ TEST_F(AlignmentKernels, KeepWhatTheInterpreterKeepsAroundNs) {
       return symbols;
     });
   }
+  EXPECT_GT(kept, 5000U);
 }
 
 }  // namespace

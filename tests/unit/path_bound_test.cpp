@@ -80,6 +80,7 @@ TEST_F(PathBound, KeepsWhatCanBeAcceptedWithExtremeScores) {
       }
     }
   }
+  EXPECT_GT(counts.wanted, 1000U);
 }
 
 // It is the bound itself but for trees of paths that it does not follow to the end.

@@ -47,8 +47,9 @@ std::vector<bool> kept_by_definition(const filter_case& c) {
   return kept;
 }
 
-// Asks as the search does: upwards, and now and then far ahead.
-void check_filter(const filter_case& c, CRandomDna& random, int jump_percent) {
+// Asks as the search does: upwards, and now and then far ahead. Returns how many starts it was led over.
+std::ptrdiff_t check_filter(const filter_case& c, CRandomDna& random, int jump_percent) {
+  std::ptrdiff_t dropped = 0;
   const CExactBuffer sequence(c.symbols);
   const std::vector<bool> kept = kept_by_definition(c);
   const auto starts = static_cast<std::ptrdiff_t>(kept.size());
@@ -57,11 +58,14 @@ void check_filter(const filter_case& c, CRandomDna& random, int jump_percent) {
     std::ptrdiff_t expected = p;
     while (expected < starts && !kept[static_cast<std::size_t>(expected)]) ++expected;
     const std::ptrdiff_t found = filter->first_kept(sequence.begin() + p) - sequence.begin();
-    ASSERT_EQ(found, expected) << c.symbols.size() << " symbols, L " << c.L << ", wanted " << c.wanted << ", from "
+    EXPECT_EQ(found, expected) << c.symbols.size() << " symbols, L " << c.L << ", wanted " << c.wanted << ", from "
                                << p;
+    if (::testing::Test::HasFailure()) return dropped;
+    dropped += found - p;
     p = found + 1;
     if (random.number(0, 99) < jump_percent) p += random.number(0, static_cast<int>(c.symbols.size()));
   }
+  return dropped;
 }
 
 // Random symbols with stretches in which a unit of length L repeats.
@@ -81,11 +85,13 @@ std::string repetitive(CRandomDna& random, int length, int L, const std::string&
 TEST(RunFilter, KeepsByItsDefinitionForEveryShortLength) {
   on_each_target([] {
     CRandomDna random(1);
+    std::ptrdiff_t dropped = 0;
     for (int length = 2; length <= 300; ++length) {
       const int L = random.number(1, std::min(length - 1, 12));
       const std::string symbols = repetitive(random, length, L, random.coin() ? "AC" : "ACGTN");
-      check_filter({symbols, static_cast<unsigned>(L), random.number(-1, 14), random.coin()}, random, 0);
+      dropped += check_filter({symbols, static_cast<unsigned>(L), random.number(-1, 14), random.coin()}, random, 0);
     }
+    EXPECT_GT(dropped, 5000);
   });
 }
 
@@ -93,14 +99,16 @@ TEST(RunFilter, KeepsByItsDefinitionAtBlockBorders) {
   constexpr int block = 64 * static_cast<int>(CRunFilter::block_words);
   on_each_target([] {
     CRandomDna random(2);
+    std::ptrdiff_t dropped = 0;
     for (int round = 0; round < 12; ++round) {
       const int length = block + random.number(-70, 1200) + (round % 3 == 0 ? block : 0);
       const int L = random.one_of(std::vector<int>{1, 2, 3, 7, 10, 63, 64, 65, 500, 1000});
       const int wanted = random.one_of(std::vector<int>{1, 2, 6, 10, 63, 64, 65, 128, 511, 512, 513, 2000});
       const std::string symbols = repetitive(random, length, L, "ACGTN");
-      check_filter({symbols, static_cast<unsigned>(L), wanted, random.coin()}, random,
-                   random.one_of(std::vector<int>{0, 5}));
+      dropped += check_filter({symbols, static_cast<unsigned>(L), wanted, random.coin()}, random,
+                              random.one_of(std::vector<int>{0, 5}));
     }
+    EXPECT_GT(dropped, 10000);
   });
 }
 

@@ -1,6 +1,4 @@
 // The greedy search that writes its repeats as it finds them.
-//
-// To be copied to tests/unit/ as soon as CSearchController::simple_imperfect_search is defined.
 
 #include <gtest/gtest.h>
 

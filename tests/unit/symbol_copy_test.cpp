@@ -94,14 +94,19 @@ TEST(SymbolCopy, DropsLineFeedsOnlyInFrontOfPlainSymbols) {
 TEST(SymbolCopy, CopiesRandomMixturesOfLines) {
   on_each_target([] {
     CRandomDna random(2);
+    std::size_t left = 0;
+    std::size_t bytes = 0;
     for (int round = 0; round < 4000; ++round) {
       std::string input;
       while (input.size() < 400) {
         input += random.sequence(plain_symbols, random.number(0, 90));
         input += random.number(0, 9) == 0 ? static_cast<char>(random.number(0, 255)) : '\n';
       }
-      check_copy(input);
+      left += check_copy(input);
+      bytes += plain_copy(input).consumed;
     }
+    EXPECT_GT(bytes, 500000U);
+    EXPECT_LT(left, bytes / 2);
   });
 }
 

@@ -80,7 +80,9 @@ struct filter_counts {
   std::size_t wanted = 0;
   std::size_t kept = 0;
 
+  // Of enough candidates to say so.
   double share_of_unwanted_kept() const {
+    EXPECT_GT(candidates - wanted, 500U);
     return static_cast<double>(kept - wanted) / static_cast<double>(candidates - wanted);
   }
 };
