@@ -18,19 +18,22 @@ packages_to_build=(
 packages_to_test=(
   "${packages_to_build[@]}"
   libgtest-dev    # the unit tests
-  clang-14        # the second compiler
   clang-format-14 # the check of the layout
-  clang-tidy-14   # the check of the code
-  valgrind        # the check of memory in the program as users have it
   mandoc          # the check of the man page
   zsh             # the test of its completion
-  lintian         # the check of the Debian package
   genometools     # reads GFF3 of quarvo-convert; with its libraries 20 megabytes
   bedtools        # reads BED of quarvo-convert
   tabix           # the same, sorted and compressed
   jq              # reads JSON in an example of the documents
   samtools        # reads FASTA in such examples
   seqkit          # the same; one file of 16 megabytes
+)
+packages_to_test_clang=(
+  clang-14 # the second compiler, and what clang-tidy reads its settings from
+)
+packages_to_test_release=(
+  valgrind # the check of memory in the program as users have it
+  lintian  # the check of the Debian package
 )
 packages_to_test_browser=(
   nodejs   # bundles the page of quarvo-report and runs its tests
