@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "json-text.h"
+#include "sequence-names.h"
 #include "shortened-text.h"
 
 namespace {
@@ -19,6 +21,7 @@ void CReportFigures::add(const results_sequence& sequence) {
   } else {
     lengths_are_known = false;
   }
+  name_key = names.add(plain_name(sequence.name));
   waiting = sequence;
   is_waiting = true;
 }
@@ -38,7 +41,11 @@ void CReportFigures::add(const results_repeat& repeat) {
 void CReportFigures::begin_sequence() {
   is_waiting = false;
   sequence_figures figures;
+  figures.ordinal = waiting.ordinal;
   figures.name = shortened_text(waiting.name, waiting.ordinal);
+  figures.name_key = name_key;
+  figures.is_bed_name = is_bed_name(plain_name(waiting.name));
+  figures.is_exact = figures.name == waiting.name && is_utf8(waiting.name);
   if (waiting.full_name.has_value() && waiting.full_name->size() > waiting.name.size()) {
     figures.title = shortened_text(std::string_view(*waiting.full_name).substr(waiting.name.size() + 1));
   }
@@ -67,6 +74,13 @@ void CReportFigures::coarsen_tracks(std::size_t most_bins) {
     sequence.track.coarsen(most_bins);
     bins_of_all_tracks += sequence.track.bins().size();
   }
+}
+
+std::optional<std::string_view> CReportFigures::name_fault(const sequence_figures& sequence) const {
+  if (!sequence.is_bed_name) return "unsuited";
+  if (names.is_shared(sequence.name_key)) return "shared";
+  if (!sequence.is_exact) return "altered";
+  return std::nullopt;
 }
 
 std::optional<std::int64_t> CReportFigures::symbols() const {

@@ -5,11 +5,13 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
 #include "CCoverage.h"
 #include "CDistribution.h"
+#include "CSharedNames.h"
 #include "CTrack.h"
 #include "results-records.h"
 
@@ -32,8 +34,12 @@ class CReportFigures {
 
   // A sequence with repeats. Name and title, what stands behind it in the header, are shortened.
   struct sequence_figures {
+    std::int64_t ordinal = 0;  // among all sequences of the results, from 1
     std::string name;
     std::string title;
+    CSharedNames::key name_key = 0;
+    bool is_bed_name = true;
+    bool is_exact = true;  // the name is whole, and UTF-8
     std::optional<int> length;
     std::int64_t repeats = 0;
     std::int64_t covered = 0;
@@ -66,6 +72,10 @@ class CReportFigures {
   const CDistribution& perfections() const { return perfection_distribution; }
   const std::vector<sequence_figures>& sequences_with_repeats() const { return with_repeats; }
 
+  // Why the repeats of a sequence cannot be written as BED under its name, in one word; nothing when they can. Asked
+  // when all sequences have come.
+  std::optional<std::string_view> name_fault(const sequence_figures& sequence) const;
+
   // Merges bins of the tracks until none has more than that many.
   void coarsen_tracks(std::size_t most_bins);
 
@@ -76,6 +86,8 @@ class CReportFigures {
   std::int64_t shortened = 0;
   results_sequence waiting;  // the current sequence, until its first repeat comes
   bool is_waiting = false;
+  CSharedNames names;
+  CSharedNames::key name_key = 0;  // of the current sequence
 
   count_and_coverage all;
   std::map<int, count_and_coverage> by_unit_length;

@@ -105,8 +105,10 @@ std::size_t track_size(const CTrack& track) {
 // What a sequence takes besides its track.
 std::size_t name_size(const CReportFigures::sequence_figures& sequence) {
   constexpr std::size_t a_missing_track = 5;
-  return json_size(sequence.name) + json_size(sequence.title) + json_size(sequence.length.value_or(1000)) +
-         2 * json_size(sequence.repeats) + json_size(sequence.covered) + a_missing_track;
+  constexpr std::size_t a_name_fault = 11;  // the longest word
+  return a_name_fault + json_size(sequence.ordinal) + json_size(sequence.name) + json_size(sequence.title) +
+         json_size(sequence.length.value_or(1000)) + 2 * json_size(sequence.repeats) + json_size(sequence.covered) +
+         a_missing_track;
 }
 
 std::size_t size_of_tracks(const sequence_list& sequences) {
@@ -151,13 +153,16 @@ std::vector<CRepeatList::sequence_cost> sequence_costs(const sequence_list& sequ
   return costs;
 }
 
-void write_sequences(CJsonText& json, const sequence_list& sequences, const listed_sequences& listed) {
+void write_sequences(CJsonText& json, const CReportFigures& figures, const listed_sequences& listed) {
+  const sequence_list& sequences = figures.sequences_with_repeats();
   std::vector<std::size_t> shown;
   for (std::size_t i = 0; i < sequences.size(); ++i) {
     if (listed.is_listed(i)) shown.push_back(i);
   }
   json.key("sequences").begin_object();
+  json.array("ordinal", shown, [&](std::size_t i) { return sequences[i].ordinal; });
   json.array("name", shown, [&](std::size_t i) { return std::string_view(sequences[i].name); });
+  json.array("nameFault", shown, [&](std::size_t i) { return figures.name_fault(sequences[i]); });
   json.array("title", shown, [&](std::size_t i) { return std::string_view(sequences[i].title); });
   json.array("length", shown, [&](std::size_t i) { return sequences[i].length; });
   json.array("repeats", shown, [&](std::size_t i) { return sequences[i].repeats; });
@@ -290,7 +295,7 @@ std::string report_json(const results_header& header, const std::string& results
   list.finish(room > used ? room - used : 0, room_of_alignments, sequence_costs(sequences, listed));
   for (const auto& row : list.rows()) ++listed.rows[row.sequence];
 
-  write_sequences(json, sequences, listed);
+  write_sequences(json, figures, listed);
   write_repeats(json, header, list.rows());
   write_alignments(json, header, list);
   write_cut(json, figures, list, listed);
