@@ -73,6 +73,7 @@ file(GLOB quarvo_web_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/web/src/*)
 list(FILTER quarvo_web_sources EXCLUDE REGEX "/report-data\\.ts$")  # made by contract.mjs
 set(quarvo_web_tools build.mjs contract.mjs report-data.schema.json tsconfig.json)
 list(TRANSFORM quarvo_web_tools PREPEND ${PROJECT_SOURCE_DIR}/web/)
+list(APPEND quarvo_web_tools ${PROJECT_SOURCE_DIR}/LICENSE)
 set(quarvo_report_template ${quarvo_web_build}/report-template.html)
 add_custom_command(OUTPUT ${quarvo_report_template}
   COMMAND ${CMAKE_COMMAND} -E copy_if_different

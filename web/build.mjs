@@ -44,6 +44,12 @@ function licences(inputs) {
   return [...headings].map(([text, names]) => `${names.join(", ")}\n\n${text}\n`).join("\n\n");
 }
 
+// Of Quarvo itself, whose script and style are in the page. The build brings the file here; in the tree it stands above.
+function own_licence() {
+  const file = [join(here, "LICENSE"), join(here, "..", "LICENSE")].find(existsSync);
+  return `Quarvo\n\n${readFileSync(file, "utf8").trim()}\n`;
+}
+
 function escaped(text) {
   return text.replaceAll("&", "&amp;").replaceAll("<", "&lt;").replaceAll(">", "&gt;");
 }
@@ -61,7 +67,7 @@ must_not_hold(style.text, "</style");
 const parts = {
   "@SCRIPT_HASH@": "sha256-" + createHash("sha256").update(script.text).digest("base64"),
   "@STYLE@": style.text,
-  "@LICENCES@": escaped(licences(script.inputs)),
+  "@LICENCES@": escaped(`${own_licence()}\n\n${licences(script.inputs)}`),
   "@SCRIPT@": script.text,
 };
 const page = readFileSync(join(here, "src/page.html"), "utf8");

@@ -50,7 +50,7 @@ export async function with_page(file, options, act) {
 
 // What the marks of a plot show to a pointer that rests on them.
 export async function labels_in(page, selector) {
-  return page.$$eval(`${selector} svg[role=img] > g:not(.marks) title`, (titles) => titles.map((title) => title.textContent));
+  return page.$$eval(`${selector} svg[role=img] > g:not(.marks, [data-part$="tick label"]) title`, (titles) => titles.map((title) => title.textContent));
 }
 
 // Waits until what was typed has reached the table.
@@ -84,4 +84,36 @@ export async function offered(page, button) {
     URL.createObjectURL = createObjectURL;
     return offer.text();
   }, button);
+}
+
+// Chooses a sequence by its place among those offered. Returns what was offered.
+export async function choose_sequence(page, index) {
+  await page.locator("#track-sequence").blur();
+  await page.click("#track-sequence");
+  const option = page.locator("#track-sequence-list [role=option]").nth(index);
+  const text = await option.textContent();
+  await option.click();
+  return text;
+}
+
+function number_of(label) {
+  const [, digits, suffix] = /^([\d.,]+)([kMG]?)$/u.exec(label);
+  return Number(digits.replaceAll(",", "")) * { "": 1, k: 1e3, M: 1e6, G: 1e9 }[suffix];
+}
+
+// The ticks of an axis that are labelled: where they stand, in pixels, and their values.
+export async function ticks_of(page, selector, axis) {
+  const ticks = await page.$$eval(`${selector} svg[role=img] [data-part="${axis}-axis tick label"] text`, (texts, at) => texts
+    .map((text) => [Number(/translate\(([-\d.]+),([-\d.]+)\)/u.exec(text.getAttribute("transform"))[at]), text.textContent]), axis === "x" ? 1 : 2);
+  return ticks.filter(([, label]) => label !== "").map(([at, label]) => ({ at, value: number_of(label) }));
+}
+
+// What an axis says of a place in pixels, by its first and its last tick.
+export function reading(ticks, logarithmic) {
+  const [one, other] = [ticks[0], ticks.at(-1)];
+  const [from, to] = logarithmic ? [Math.log(one.value), Math.log(other.value)] : [one.value, other.value];
+  return (place) => {
+    const value = from + ((place - one.at) / (other.at - one.at)) * (to - from);
+    return logarithmic ? Math.exp(value) : value;
+  };
 }

@@ -1,7 +1,7 @@
 // The page in a browser: what its plots draw, how its table filters, sorts, pages and saves.
 import assert from "node:assert/strict";
 import { test } from "node:test";
-import { close_page, labels_in, offered, saved, settle, shared_page, with_page } from "./browser.mjs";
+import { choose_sequence, close_page, labels_in, offered, saved, settle, shared_page, with_page } from "./browser.mjs";
 import { covered, grouped_by, normal_form, read_results } from "./direct.mjs";
 import { examples, page_of, record, results_of, write } from "./files.mjs";
 
@@ -26,6 +26,14 @@ async function shown(page) {
 test("opens without a message, an error or a request", () => with_page(page_file, {}, async (page) => {
   await page.waitForTimeout(500);
   assert.equal(await page.title(), "Tandem repeats: example.txt");
+  assert.match(await page.textContent("#source"), /^Found in \S*example\.fa by Quarvo, version [\d.]+\. Results file: example\.txt\.$/u);
+}));
+
+test("licences, Quarvo's first", () => with_page(page_file, {}, async (page) => {
+  await page.click("#licences summary");
+  const text = await page.innerText("#licences pre");
+  assert.match(text, /^Quarvo\s+MIT License\s+Copyright \(c\) 2026 The Quarvo authors\s/u);
+  for (const name of ["@observablehq/plot", "@tanstack/table-core", "@github/combobox-nav"]) assert.ok(text.includes(name), name);
 }));
 
 test("totals", () => with_page(page_file, {}, async (page) => {
@@ -101,7 +109,7 @@ function bins_of(labels) {
 test("the track draws every repeat, whole and zoomed", () => with_page(page_file, {}, async (page) => {
   const last = sequences.length - 1;
   const mine = repeats.filter((repeat) => repeat.sequence === last);
-  await page.selectOption("#track-sequence", { index: last });
+  await choose_sequence(page, last);
   let bins = bins_of(await labels_in(page, "#track-plot"));
   assert.equal(bins.reduce((sum, bin) => sum + bin[2], 0), mine.length);
   assert.equal(bins.reduce((sum, bin) => sum + bin[3], 0), covered(mine));
@@ -124,7 +132,7 @@ test("the track draws every repeat, whole and zoomed", () => with_page(page_file
 
 test("the track zooms by buttons, keys and drags", () => with_page(page_file, {}, async (page) => {
   const view = async () => [number(await page.inputValue("#track-from")), number(await page.inputValue("#track-to"))];
-  await page.selectOption("#track-sequence", { index: sequences.length - 1 });
+  await choose_sequence(page, sequences.length - 1);
   assert.deepEqual(await view(), [1, 50000]);
   await page.click("#track-in");
   const [from, to] = await view();
@@ -186,14 +194,70 @@ for (const [name, fields, keeps] of filters) {
 
 test("no filter does harm", async () => close_page(await filtered()));
 
-test("what cannot be a filter is said", () => with_page(page_file, {}, async (page) => {
-  await page.fill("#filter-unit", "A1");
-  await page.fill("#filter-region", "nowhere:1-5");
+const faults = [
+  ["a unit with a digit", { "#filter-unit": "A1" }, "filter-unit", /letters/u],
+  ["a unit of letters that are no bases", { "#filter-unit": "AC, XYZ" }, "filter-unit", /^X, Z stand for no base\./u],
+  ["a sequence that is not there", { "#filter-region": "nowhere:1-5" }, "filter-region", /^No sequence of that name/u],
+  ["a region that ends before it begins", { "#filter-region": `${region.name}:400-100` }, "filter-region", /first position is behind the second/u],
+  ["a region behind the end", { "#filter-region": `${region.name}:50,001-50,002` }, "filter-region", /^The sequence ends at 50,000\.$/u],
+  ["a region from 0", { "#filter-region": `${region.name}:0-5` }, "filter-region", /count from 1/u],
+  ["half a region", { "#filter-region": `${region.name}:400-` }, "filter-region", /NAME:FROM-TO/u],
+  ["a range that ends before it begins", { "#filter-length-min": "400", "#filter-length-max": "100" }, "filter-length", /first number is above the second/u],
+  ["a perfection above 100", { "#filter-perfection-max": "140" }, "filter-perfection", /above 100/u],
+  ["a unit length of 0", { "#filter-unit-length-min": "0" }, "filter-unit-length", /below 1/u],
+  ["a score with a fraction", { "#filter-score-min": "7.5" }, "filter-score", /whole number/u],
+];
+
+const refusing = shared_page(page_file);
+
+for (const [name, fields, id, words] of faults) {
+  test(`refused at the field: ${name}`, async () => {
+    const page = await refusing();
+    for (const [field, value] of Object.entries(fields)) await page.fill(field, value);
+    await settle(page);
+    const field = Object.keys(fields)[0];
+    assert.match(await page.textContent(`#${id}-error`), words);
+    assert.ok(await page.isVisible(`#${id}-error`));
+    assert.equal(await page.getAttribute(field, "aria-invalid"), "true");
+    assert.ok((await page.getAttribute(field, "aria-describedby")).includes(`${id}-error`));
+    assert.match(await page.textContent("#row-state"), /^No repeats are shown: please correct the marked filter/u);
+    assert.equal(await page.locator("#repeat-rows tr").count(), 0);
+    await page.click("#clear-filters");
+    await settle(page);
+    assert.equal(await page.textContent(`#${id}-error`), "");
+    assert.equal(await page.getAttribute(field, "aria-invalid"), null);
+    assert.equal(await shown(page), repeats.length);
+  });
+}
+
+test("a number that is none is refused at the field", async () => {
+  const page = await refusing();
+  await page.locator("#filter-length-min").pressSequentially("1e");
   await settle(page);
-  assert.equal(await page.getAttribute("#filter-unit", "aria-invalid"), "true");
-  assert.match(await page.textContent("#filter-unit-error"), /letters/u);
-  assert.match(await page.textContent("#filter-region-error"), /No sequence/u);
-  assert.equal(await shown(page), 0);
+  assert.match(await page.textContent("#filter-length-error"), /give a number/u);
+  await page.click("#clear-filters");
+  await settle(page);
+});
+
+test("no refusal does harm", async () => close_page(await refusing()));
+
+test("an impossible range of the track is refused at the field", () => with_page(page_file, {}, async (page) => {
+  await choose_sequence(page, sequences.length - 1);
+  for (const [from, to, words] of [["400", "100", /first number is above the second/u], ["60000", "70000", /^The sequence ends at 50,000/u],
+    ["0", "5", /below 1/u], ["1.5", "5", /whole number/u]]) {
+    await page.fill("#track-from", from);
+    await page.fill("#track-to", to);
+    await page.click("#track-range button");
+    assert.match(await page.textContent("#track-range-error"), words);
+    assert.equal(await page.getAttribute("#track-from", "aria-invalid"), "true");
+    assert.match(await page.textContent("#track-state"), /^Positions 1 to 50,000 /u);
+  }
+  await page.fill("#track-from", "100");
+  await page.fill("#track-to", "400");
+  await page.click("#track-range button");
+  assert.equal(await page.textContent("#track-range-error"), "");
+  assert.equal(await page.getAttribute("#track-from", "aria-invalid"), null);
+  assert.match(await page.textContent("#track-state"), /^Positions 100 to 400 /u);
 }));
 
 const sort_keys = {
@@ -214,7 +278,8 @@ for (const [key, value] of Object.entries(sort_keys)) {
       return x === y ? a - b : x < y ? -sign : sign;
     }).map((i) => bed_line(repeats[i]));
     const header = page.locator(`th[data-key=${key}]`);
-    for (const [direction, expected] of [["ascending", order(1)], ["descending", order(-1)]]) {
+    const both = [["ascending", order(1)], ["descending", order(-1)]];
+    for (const [direction, expected] of ["start", "end", "unit"].includes(key) ? both : both.reverse()) {
       await header.locator("button").click();
       assert.equal(await header.getAttribute("aria-sort"), direction);
       assert.deepEqual((await offered(page, "#save-bed")).split("\n").slice(0, -1), expected);
@@ -284,9 +349,9 @@ test("the saved table", () => with_page(page_file, {}, async (page) => {
   const { name, text } = await saved(page, "#save-tsv");
   assert.equal(name, "example.tsv");
   const lines = text.split("\n").slice(0, -1).map((line) => line.split("\t"));
-  assert.deepEqual(lines[0], ["sequence", "start", "end", "length", "unit_length", "unit", "copies", "score", "perfection",
-    "mismatches", "insertions", "deletions", "ns"]);
-  assert.deepEqual(lines.slice(1), repeats.map((repeat) => [repeat.name, repeat.start, repeat.end, repeat.length,
+  assert.deepEqual(lines[0], ["sequence", "sequence_number", "start", "end", "length", "unit_length", "unit", "copies", "score",
+    "perfection", "mismatches", "insertions", "deletions", "ns"]);
+  assert.deepEqual(lines.slice(1), repeats.map((repeat) => [repeat.name, repeat.sequence + 1, repeat.start, repeat.end, repeat.length,
     repeat.unit.length, repeat.unit, (repeat.aligned / repeat.unit.length).toFixed(3), repeat.score,
     repeat.perfection.toFixed(3), repeat.mismatches, repeat.insertions, repeat.deletions, repeat.ns].map(String)));
 }));

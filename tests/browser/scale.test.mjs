@@ -28,12 +28,22 @@ test("a million repeats", async () => {
   await with_page(file, {}, async (page) => {
     const note = await page.textContent("#cut");
     assert.ok(note.includes(`${data.cut.repeats.toLocaleString("en-US")} repeats are not listed`), note);
-    assert.ok(note.includes(`score below ${data.cut.score}`), note);
+    assert.ok(note.includes(`score below ${data.cut.score}, and, of those with a score of exactly ${data.cut.score}, all but the first ` +
+      `${data.cut.listedOfScore.toLocaleString("en-US")} of the file.`), note);
     await page.fill("#filter-length-min", "60");
     await settle(page);
     await page.click("th[data-key=score] button");
     const expected = data.repeats.length.filter((length) => length >= 60).length;
     await page.waitForFunction((text) => document.getElementById("row-state").textContent.startsWith(text),
       `${expected.toLocaleString("en-US")} repeat`);
+
+    await page.click("#track-sequence");
+    assert.equal(await page.locator("#track-sequence-list [role=option]").count(), 50);
+    assert.match(await page.textContent("#track-sequence-note"), /^[\d,]+ sequences match; the first 50 are shown\./u);
+    const last = data.sequences.name.at(-1);
+    await page.keyboard.type(last);
+    assert.deepEqual(await page.$$eval("#track-sequence-list li > bdi", (names) => names.map((name) => name.textContent).slice(0, 1)), [last]);
+    await page.keyboard.press("Enter");
+    assert.ok((await page.textContent("#track-title")).startsWith(`${last} `));
   });
 });

@@ -2,7 +2,7 @@
 import assert from "node:assert/strict";
 import { execFileSync } from "node:child_process";
 import { test } from "node:test";
-import { labels_in, with_page } from "./browser.mjs";
+import { choose_sequence, labels_in, with_page } from "./browser.mjs";
 import { examples, hostile_fasta, page_of, quarvo_convert, results_of } from "./files.mjs";
 
 function number(text) {
@@ -26,9 +26,10 @@ function assert_bars(labels, form, expected) {
 
 async function assert_tracks(page, sequences) {
   const with_repeats = sequences.filter(({ repeats }) => repeats > 0);
-  assert.equal(await page.locator("#track-sequence option").count(), with_repeats.length);
+  await page.click("#track-sequence");
+  assert.equal(await page.locator("#track-sequence-list [role=option]").count(), with_repeats.length);
   for (const [index, { repeats, covered }] of with_repeats.entries()) {
-    await page.selectOption("#track-sequence", { index });
+    await choose_sequence(page, index);
     const bars = (await labels_in(page, "#track-plot")).map((label) => /: ([\d,]+) repeats? starts?, ([\d,]+) of/u.exec(label).slice(1).map(number));
     assert.equal(bars.reduce((sum, [starts]) => sum + starts, 0), repeats);
     assert.equal(bars.reduce((sum, [, bases]) => sum + bases, 0), covered);

@@ -32,14 +32,37 @@ export function number_table(caption: string, header: string[], rows: string[][]
   return table;
 }
 
+const followers: (() => void)[] = [];
+
 // Calls draw with the width in pixels now and whenever it changes.
 export function follow_width(element: HTMLElement, draw: (width: number) => void): void {
   let drawn = 0;
-  const observer = new ResizeObserver(() => {
+  const follow = () => {
     const width = Math.floor(element.clientWidth);
     if (width <= 0 || width === drawn) return;
     drawn = width;
     draw(width);
-  });
-  observer.observe(element);
+  };
+  new ResizeObserver(follow).observe(element);
+  followers.push(follow);
+}
+
+// Looks at all widths at once, without waiting for the browser to tell of them.
+export function follow_widths_now(): void {
+  for (const follow of followers) follow();
+}
+
+// Shows, while an area is wider than its place, that it scrolls sideways: by the words, and by shades at its sides.
+export function tell_of_scrolling(area: HTMLElement, words: HTMLElement): void {
+  const frame = area.parentElement as HTMLElement;
+  const look = () => {
+    const hidden = area.scrollWidth - area.clientWidth;
+    words.hidden = hidden <= 1;
+    frame.classList.toggle("more-left", area.scrollLeft > 1);
+    frame.classList.toggle("more-right", area.scrollLeft < hidden - 1);
+  };
+  area.addEventListener("scroll", look, { passive: true });
+  const observer = new ResizeObserver(look);
+  observer.observe(area);
+  for (const child of area.children) observer.observe(child);
 }

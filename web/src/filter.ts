@@ -1,7 +1,9 @@
 // Which repeats are shown, and in which order. Indices of repeats go in and out; nothing here touches the document.
 
 import type { Repeats } from "./data";
+import type { SequenceNames } from "./names";
 import type { ReportData } from "./report-data";
+import { counted, grouped, shortened, visible } from "./text";
 import { normal_form } from "./units";
 
 export interface Range {
@@ -27,12 +29,6 @@ export interface Filter {
 export type SortKey =
   | "sequence" | "start" | "end" | "unit" | "unitLength" | "copies" | "length" | "score" | "perfection"
   | "mismatches" | "insertions" | "deletions" | "ns";
-
-const unbounded: Range = { min: null, max: null };
-
-export function no_filter(): Filter {
-  return { units: [], unitLength: unbounded, length: unbounded, perfection: unbounded, score: unbounded, region: null };
-}
 
 // A value that is no number lies in no range that has a bound.
 function is_outside(range: Range, value: number): boolean {
@@ -111,24 +107,91 @@ export function sort(data: ReportData, repeats: Repeats, selected: Uint32Array, 
   });
 }
 
-// Units from what was typed: words of letters, brought into normal form.
-export function parse_units(text: string): string[] | null {
-  const words = text.toUpperCase().replace(/U/gu, "T").split(/[\s,;]+/u).filter((word) => word !== "");
-  if (words.some((word) => !/^[A-Z]+$/u.test(word))) return null;
-  return [...new Set(words.map(normal_form))];
+// What was typed, understood, or a sentence for whoever typed it.
+export type Parsed<T> = { value: T } | { fault: string };
+
+const bases = new Set("ACGTURYKMSWBDHVN");
+
+// Letters that stand for no base and are in no unit of the results either.
+function strange_letters(data: ReportData, words: string[]): string[] {
+  const letters = [...new Set(words.join(""))].filter((letter) => !bases.has(letter));
+  return letters.length === 0 ? [] : letters.filter((letter) => !data.repeats.unitTexts.some((unit) => unit.includes(letter)));
 }
 
-// A name, or NAME:FROM-TO. A name that holds a colon itself is tried whole first; of several sequences of one name the
-// first is meant. Null when there is no such sequence or no such range.
-export function parse_region(data: ReportData, text: string): Region | null {
-  const exact = data.sequences.name.indexOf(text);
-  const wanted = exact >= 0 ? text : text.trim();
-  const whole = exact >= 0 ? exact : data.sequences.name.indexOf(wanted);
-  if (whole >= 0) return { sequence: whole, from: 1, to: Infinity };
-  const parts = /^(.*):([\d,]+)-([\d,]+)$/su.exec(wanted);
-  if (!parts) return null;
-  const sequence = data.sequences.name.indexOf(parts[1]);
-  const from = Number(parts[2].replaceAll(",", ""));
-  const to = Number(parts[3].replaceAll(",", ""));
-  return sequence >= 0 && from >= 1 && from <= to ? { sequence, from, to } : null;
+// Units, brought into normal form; none for every unit.
+export function parse_units(data: ReportData, text: string): Parsed<string[]> {
+  const words = text.toUpperCase().split(/[\s,;]+/u).filter((word) => word !== "");
+  if (words.some((word) => !/^[A-Z]+$/u.test(word))) return { fault: "Please give units as letters, for example AC or AAT." };
+  const strange = strange_letters(data, words);
+  if (strange.length > 0) {
+    return { fault: `${strange.join(", ")} ${strange.length === 1 ? "stands" : "stand"} for no base. ` +
+      "Please give units such as AC or AAT." };
+  }
+  return { value: [...new Set(words.map((word) => normal_form(word.replaceAll("U", "T"))))] };
+}
+
+// A number as typed into a field; `text` is empty where the browser could not read it.
+export interface Typed {
+  text: string;
+  isNumber: boolean;
+}
+
+export interface Limits {
+  least: number | null;
+  most: number | null;
+  whole: boolean;
+}
+
+function parse_number({ text, isNumber }: Typed, { least, most, whole }: Limits): Parsed<number | null> {
+  if (isNumber && text.trim() === "") return { value: null };
+  const value = Number(text);
+  if (!isNumber || !Number.isFinite(value)) return { fault: "Please give a number." };
+  if (whole && !Number.isInteger(value)) return { fault: "Please give a whole number." };
+  if (least !== null && value < least) return { fault: `No number below ${least} is possible here.` };
+  if (most !== null && value > most) return { fault: `No number above ${most} is possible here.` };
+  return { value };
+}
+
+export function parse_range(from: Typed, to: Typed, limits: Limits): Parsed<Range> {
+  const min = parse_number(from, limits);
+  if ("fault" in min) return min;
+  const max = parse_number(to, limits);
+  if ("fault" in max) return max;
+  if (min.value !== null && max.value !== null && min.value > max.value) return { fault: "The first number is above the second." };
+  return { value: { min: min.value, max: max.value } };
+}
+
+// A stretch of a sequence whose last position is `end`; null where that is not known. It may reach beyond the end, but
+// not begin there.
+export function stretch_fault(from: number, to: number, end: number | null): string | null {
+  if (from < 1) return "Positions count from 1.";
+  if (from > to) return "The first position is behind the second.";
+  if (end !== null && from > end) return `The sequence ends at ${grouped(end)}.`;
+  return null;
+}
+
+function several_fault(names: SequenceNames, text: string, several: number[]): string {
+  const shown = several.slice(0, 3).map((index) => visible(names.labels[index]));
+  const more = several.length > shown.length ? ", and so on" : "";
+  return `${counted(several.length, "sequence has", "sequences have")} the name ${shortened(visible(text), 40)}. ` +
+    `Please give one of ${shown.join(", ")}${more}.`;
+}
+
+// A name or the label of a sequence, or one of these with ":FROM-TO". A name that holds a colon itself is tried whole
+// first. Null for no text at all: everything.
+export function parse_region(data: ReportData, names: SequenceNames, text: string): Parsed<Region | null> {
+  if (text.trim() === "") return { value: null };
+  const whole = names.find(text) ?? names.find(text.trim());
+  const parts = whole ? null : /^(.*):([\d,]+)-([\d,]+)$/su.exec(text.trim());
+  const found = whole ?? (parts ? names.find(parts[1]) : null);
+  if (!found) {
+    const isCutShort = names.find(text.trim().replace(/:[\d,]*-?$/u, "")) !== null;
+    return { fault: isCutShort ? "Please give a range as NAME:FROM-TO." : "No sequence of that name is listed." };
+  }
+  if ("several" in found) return { fault: several_fault(names, parts?.[1] ?? text.trim(), found.several) };
+  const { sequence } = found;
+  if (!parts) return { value: { sequence, from: 1, to: Infinity } };
+  const [from, to] = [parts[2], parts[3]].map((digits) => Number(digits.replaceAll(",", "")));
+  const fault = stretch_fault(from, to, data.sequences.length[sequence]);
+  return fault === null ? { value: { sequence, from, to } } : { fault };
 }

@@ -2,18 +2,22 @@
 
 import { alignment_of, columns_of, read_data, type Repeats } from "./data";
 import type { ReportData } from "./report-data";
-import { by_id, make } from "./dom";
-import { type Filter, no_filter, parse_region, parse_units, type Range, type Region, select } from "./filter";
+import { by_id, follow_widths_now, make, tell_of_scrolling } from "./dom";
+import { filter_in_form } from "./fields";
+import { type Region, select } from "./filter";
+import { SequenceNames } from "./names";
 import { show_distributions, show_unit_lengths, show_units } from "./plots";
-import { bed_text, offer_file, tsv_text } from "./save";
+import { connect_printing } from "./printing";
+import { bed_fault, bed_text, offer_file, tsv_text } from "./save";
 import { RepeatTable } from "./table";
 import { counted, decimal, grouped, shortened, visible } from "./text";
 import { TrackView } from "./track";
 
 function show_head(data: ReportData): void {
   const input = data.settings.find(([label]) => label.startsWith("Input file name"))?.[1] ?? "";
-  by_id("source").replaceChildren("Results file ", make("bdi", {}, visible(data.results.name)),
-    ...(input === "" ? [] : [", found in ", make("bdi", {}, visible(input))]), `, by ${visible(data.program)}.`);
+  by_id("source").replaceChildren(
+    ...(input === "" ? ["Found"] : ["Found in ", make("bdi", {}, visible(input))]), ` by ${visible(data.program)}. Results file: `,
+    make("bdi", {}, visible(data.results.name)), ".");
   document.title = `Tandem repeats: ${visible(data.results.name)}`;
 }
 
@@ -42,8 +46,9 @@ function cut_sentences(data: ReportData): string[] {
   const sentences: string[] = [];
   if (cut.repeats > 0) {
     sentences.push(`${counted(cut.repeats, "repeat is", "repeats are")} not listed, to keep this page small: ` +
-      `those with a score below ${grouped(cut.score ?? 0)}, and those with that score behind the first ` +
-      `${grouped(cut.listedOfScore)} of the file. Counts, distributions and tracks cover them all.`);
+      `those with a score below ${grouped(cut.score ?? 0)}, and, of those with a score of exactly ` +
+      `${grouped(cut.score ?? 0)}, all but the first ${grouped(cut.listedOfScore)} of the file. ` +
+      "Counts, distributions and tracks cover them all.");
   }
   if (cut.alignments > 0) {
     sentences.push(`${counted(cut.alignments, "alignment is", "alignments are")} left out, all of repeats with a ` +
@@ -66,52 +71,12 @@ function show_cuts(data: ReportData): void {
   by_id("cut").replaceChildren(...sentences.map((sentence) => make("p", {}, sentence)));
 }
 
-// A field's number; null when it is empty. A text that is no number is marked and counts as none.
-function number_in(id: string): number | null {
-  const field = by_id<HTMLInputElement>(id);
-  const text = field.value.trim();
-  const value = Number(text);
-  const wrong = !field.validity.valid || Number.isNaN(value);
-  field.toggleAttribute("aria-invalid", wrong);
-  if (wrong) field.setAttribute("aria-invalid", "true");
-  return text === "" || wrong ? null : value;
-}
-
-function range_in(name: string): Range {
-  return { min: number_in(`${name}-min`), max: number_in(`${name}-max`) };
-}
-
-function complain(id: string, message: string): void {
-  const field = by_id<HTMLInputElement>(id);
-  if (message === "") field.removeAttribute("aria-invalid");
-  else field.setAttribute("aria-invalid", "true");
-  by_id(`${id}-error`).textContent = message;
-}
-
-// What the track has asked for, and the text that stands for it: a name alone may be that of several sequences.
-let asked = { text: "", region: null as Region | null };
-
-function read_region(data: ReportData, text: string): Region | null {
-  return text === asked.text ? asked.region : parse_region(data, text);
-}
-
-function read_filter(data: ReportData): Filter | null {
-  const units = parse_units(by_id<HTMLInputElement>("filter-unit").value);
-  complain("filter-unit", units ? "" : "Please give units as letters, for example AC or AAT.");
-  const text = by_id<HTMLInputElement>("filter-region").value;
-  const region = read_region(data, text);
-  const is_unknown = text.trim() !== "" && !region;
-  complain("filter-region", is_unknown ? "No sequence of that name, or no such range." : "");
-  if (!units || is_unknown) return null;
-  return { ...no_filter(), units, region, unitLength: range_in("filter-unit-length"), length: range_in("filter-length"),
-    perfection: range_in("filter-perfection"), score: range_in("filter-score") };
-}
-
-function connect_filters(data: ReportData, repeats: Repeats, table: RepeatTable): () => void {
+function connect_filters(data: ReportData, names: SequenceNames, repeats: Repeats, table: RepeatTable): () => void {
   const form = by_id<HTMLFormElement>("filters");
   const apply = () => {
-    const filter = read_filter(data);
-    table.set_rows(filter ? select(data, repeats, filter) : new Uint32Array(0));
+    const filter = filter_in_form(data, names);
+    table.set_rows(filter ? select(data, repeats, filter) : null);
+    by_id("save-error").textContent = "";
   };
   let waiting = 0;
   form.addEventListener("input", () => {
@@ -128,8 +93,11 @@ function connect_filters(data: ReportData, repeats: Repeats, table: RepeatTable)
 
 function connect_saving(data: ReportData, repeats: Repeats, table: RepeatTable): void {
   const stem = data.results.name.replace(/(\.(txt|tsv|gz|results?))+$/u, "").replace(/[^\w.-]+/gu, "_") || "repeats";
-  by_id("save-bed").addEventListener("click", () =>
-    offer_file(`${stem}.bed`, "text/plain", bed_text(data, repeats, table.shown())));
+  by_id("save-bed").addEventListener("click", () => {
+    const fault = bed_fault(data, repeats, table.shown());
+    by_id("save-error").textContent = fault ?? "";
+    if (fault === null) offer_file(`${stem}.bed`, "text/plain", bed_text(data, repeats, table.shown()));
+  });
   by_id("save-tsv").addEventListener("click", () =>
     offer_file(`${stem}.tsv`, "text/tab-separated-values", tsv_text(data, repeats, table.shown())));
 }
@@ -140,8 +108,18 @@ const without_text = {
   none: "The results file holds no alignments. quarvo writes them with --outputFormat 0 or 1 and --printRepeatSeqMode 2.",
 };
 
-function show_details(data: ReportData, repeats: Repeats, i: number): void {
-  const name = visible(data.sequences.name[repeats.sequence[i]]);
+// The lines of an alignment, one below the other, in pieces that fit on paper.
+function in_pieces(lines: string[]): string {
+  const width = 90;
+  const pieces: string[] = [];
+  for (let at = 0; at < Math.max(...lines.map((line) => line.length)); at += width) {
+    pieces.push(lines.map((line) => line.slice(at, at + width)).join("\n"));
+  }
+  return pieces.join("\n\n");
+}
+
+function show_details(data: ReportData, names: SequenceNames, repeats: Repeats, i: number): void {
+  const name = visible(names.labels[repeats.sequence[i]]);
   const unit = visible(data.repeats.unitTexts[repeats.unit[i]]);
   by_id("details-heading").replaceChildren("Repeat at ", make("bdi", {}, shortened(name, 80)),
     `:${grouped(repeats.start[i])}\u2013${grouped(repeats.end[i])}`);
@@ -152,45 +130,47 @@ function show_details(data: ReportData, repeats: Repeats, i: number): void {
   const text = by_id("alignment");
   text.hidden = lines === null;
   text.textContent = lines ? lines.join("\n") : "";
+  by_id("alignment-on-paper").textContent = lines ? in_pieces(lines) : "";
   by_id("alignment-note").textContent = lines ? "" : without_text[data.alignments.kind];
   by_id("details").hidden = false;
 }
 
-function region_text(data: ReportData, region: Region): string {
-  return `${data.sequences.name[region.sequence]}:${region.from}-${region.to}`;
+function region_text(names: SequenceNames, region: Region): string {
+  return `${names.labels[region.sequence]}:${region.from}-${region.to}`;
 }
 
 function start(): void {
   const data = read_data();
   const repeats = columns_of(data);
+  const names = new SequenceNames(data);
   show_head(data);
   show_totals(data);
   show_settings(data);
   show_cuts(data);
   by_id("nothing").hidden = data.totals.repeats > 0;
   by_id("something").hidden = data.totals.repeats === 0;
+  connect_printing(follow_widths_now);
   if (data.totals.repeats === 0) return;
 
   show_unit_lengths(data);
   show_units(data);
   show_distributions(data);
   const pick = (repeat: number) => {
-    show_details(data, repeats, repeat);
+    show_details(data, names, repeats, repeat);
     table.mark(repeat);
     track.show_repeat(repeat);
     by_id("details").focus();
   };
-  const table = new RepeatTable(data, repeats, pick);
-  const apply = connect_filters(data, repeats, table);
+  const table = new RepeatTable(data, names, repeats, pick);
+  const apply = connect_filters(data, names, repeats, table);
   const limit = (region: Region) => {
-    const field = by_id<HTMLInputElement>("filter-region");
-    field.value = region_text(data, region);
-    asked = { text: field.value, region };
+    by_id<HTMLInputElement>("filter-region").value = region_text(names, region);
     apply();
     by_id("repeats").scrollIntoView();
   };
-  const track = new TrackView(data, repeats, { pick, limit });
+  const track = new TrackView(data, names, repeats, { pick, limit });
   connect_saving(data, repeats, table);
+  tell_of_scrolling(by_id("repeat-scroll"), by_id("repeat-scroll-words"));
   apply();
 }
 

@@ -2,6 +2,7 @@
 
 import { type ColumnDef, createTable, getCoreRowModel, type PaginationState, type SortingState, type TableState, type Updater } from "@tanstack/table-core";
 import type { Repeats } from "./data";
+import type { SequenceNames } from "./names";
 import type { ReportData } from "./report-data";
 import { sort, type SortKey } from "./filter";
 import { by_id, make } from "./dom";
@@ -13,9 +14,9 @@ interface Column {
   text: (repeat: number) => string;
 }
 
-function columns(data: ReportData, repeats: Repeats): Column[] {
+function columns(data: ReportData, names: SequenceNames, repeats: Repeats): Column[] {
   const all: Column[] = [
-    { key: "sequence", title: "Sequence", text: (i) => shortened(visible(data.sequences.name[repeats.sequence[i]]), 48) },
+    { key: "sequence", title: "Sequence", text: (i) => shortened(visible(names.labels[repeats.sequence[i]]), 48) },
     { key: "start", title: "Start", text: (i) => grouped(repeats.start[i]) },
     { key: "end", title: "End", text: (i) => grouped(repeats.end[i]) },
     { key: "length", title: "Length", text: (i) => grouped(repeats.length[i]) },
@@ -38,9 +39,13 @@ function updated<T>(updater: Updater<T>, old: T): T {
 
 const texts = new Set<SortKey>(["sequence", "unit"]);
 
+// Of places and texts the first is looked for first, of sizes the largest.
+const ascending_first = new Set<SortKey>(["sequence", "start", "end", "unit"]);
+
 export class RepeatTable {
   private rows = new Uint32Array(0); // all that pass the filter, sorted
   private chosen = -1;
+  private is_barred = false;
   private sorting: SortingState = [];
   private pagination: PaginationState = { pageIndex: 0, pageSize: 25 };
   private readonly columns: Column[];
@@ -48,12 +53,14 @@ export class RepeatTable {
 
   constructor(
     private readonly data: ReportData,
+    names: SequenceNames,
     private readonly repeats: Repeats,
     private readonly pick: (repeat: number) => void,
   ) {
-    this.columns = columns(data, repeats);
+    this.columns = columns(data, names, repeats);
     const definitions: ColumnDef<number>[] = this.columns.map((column) => ({
-      id: column.key, header: column.title, accessorFn: column.text, sortDescFirst: false,
+      id: column.key, header: column.title, accessorFn: column.text,
+      sortDescFirst: !ascending_first.has(column.key),
     }));
     this.table = createTable<number>({
       data: [], columns: definitions, state: {}, onStateChange: () => undefined, renderFallbackValue: null,
@@ -66,9 +73,11 @@ export class RepeatTable {
     this.listen();
   }
 
-  // The repeats to show, in the order of the file; they are sorted here as the user has chosen.
-  set_rows(rows: Uint32Array): void {
-    this.rows = rows.slice();
+  // The repeats to show, in the order of the file; they are sorted here as the user has chosen. Null when a filter cannot
+  // be applied: then none are shown.
+  set_rows(rows: Uint32Array | null): void {
+    this.is_barred = rows === null;
+    this.rows = rows?.slice() ?? new Uint32Array(0);
     this.sort_rows();
     this.set_page({ ...this.pagination, pageIndex: 0 });
   }
@@ -156,7 +165,8 @@ export class RepeatTable {
       if (column.key === "sequence") return make("td", { class: "text" }, make("bdi", {}, column.text(repeat)));
       if (column.key === "unit") return make("td", { class: "text unit" }, column.text(repeat));
       if (column.key !== "start") return make("td", {}, column.text(repeat));
-      const button = make("button", { type: "button", class: "link", title: "Show this repeat" }, column.text(repeat));
+      const button = make("button", { type: "button", class: "link", title: "Show this repeat",
+        "aria-label": `${column.text(repeat)}, show this repeat of ${this.columns[0].text(repeat)}` }, column.text(repeat));
       button.addEventListener("click", () => this.pick(repeat));
       return make("td", {}, button);
     });
@@ -168,8 +178,9 @@ export class RepeatTable {
   private draw_state(): void {
     const pages = Math.max(1, this.table.getPageCount());
     by_id("page-state").textContent = `Page ${grouped(this.pagination.pageIndex + 1)} of ${grouped(pages)}`;
-    by_id("row-state").textContent = `${counted(this.rows.length, "repeat", "repeats")} of ` +
-      `${grouped(this.repeats.count)} listed pass the filters.`;
+    by_id("row-state").textContent = this.is_barred ? "No repeats are shown: please correct the marked filter."
+      : `${counted(this.rows.length, "repeat", "repeats")} of ${grouped(this.repeats.count)} listed ` +
+        `${this.rows.length === 1 ? "passes" : "pass"} the filters.`;
     const back = this.table.getCanPreviousPage();
     const on = this.table.getCanNextPage();
     for (const id of ["page-first", "page-previous"]) by_id<HTMLButtonElement>(id).disabled = !back;

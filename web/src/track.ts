@@ -4,12 +4,16 @@
 // all repeats of the sequence are listed, and stops at the width of a bin where not.
 
 import * as Plot from "@observablehq/plot";
-import type { Region } from "./filter";
+import { type Region, stretch_fault } from "./filter";
 import type { Repeats } from "./data";
+import type { SequenceNames } from "./names";
 import type { ReportData, Track } from "./report-data";
 import { by_id, follow_width, make } from "./dom";
+import { complain, range_in } from "./fields";
 import { as_image, class_colours, class_of } from "./plots";
+import { SequenceField } from "./sequence-field";
 import { counted, grouped, short_number, shortened, visible } from "./text";
+import { whole_ticks } from "./ticks";
 
 export interface Bin {
   from: number; // both inclusive
@@ -20,7 +24,8 @@ export interface Bin {
 
 const most_marks = 400; // single repeats drawn below the bars
 const narrowest_view = 20;
-const right_margin = 34; // pixels: room for half a label
+const left_margin = 52; // pixels: room for the labels of the y axis
+const right_margin = 34; // room for half a label
 
 // Bins of the view out of those of the data: as many neighbours in one as keep them at most that many.
 export function merged_bins(track: Track, from: number, to: number, end: number, most: number): Bin[] {
@@ -61,37 +66,61 @@ export function exact_bins(repeats: Repeats, begin: number, stop: number, from: 
   return bins;
 }
 
+// What the bars tell of a bin, and the axis that suits the largest of them.
+interface Measure {
+  value: (bin: Bin) => number;
+  label: string;
+  top: number;
+}
+
+function share_covered(): Measure {
+  return { value: (bin) => (bin.covered / (bin.to - bin.from + 1)) * 100, label: "Covered (%)", top: 100 };
+}
+
+// Repeats per kb, or per Mb where they are fewer than one per kb everywhere.
+function repeats_per_length(bins: Bin[]): Measure {
+  const most = Math.max(...bins.map((bin) => bin.starts / (bin.to - bin.from + 1)), 0);
+  const [size, name] = most * 1e3 >= 1 || most === 0 ? [1e3, "kb"] : [1e6, "Mb"];
+  return { value: (bin) => (bin.starts / (bin.to - bin.from + 1)) * size, label: `Repeats per ${name}`, top: 1 };
+}
+
+// From 0 to the largest value; where there is none, to what an axis of that kind ends at.
+function value_domain(bins: Bin[], measure: Measure): [number, number] {
+  const most = Math.max(...bins.map(measure.value), 0);
+  return [0, most > 0 ? most : measure.top];
+}
+
 export class TrackView {
-  private sequence = 0;
+  private sequence = -1; // none yet
   private from = 1;
   private to = 1;
   private width = 0;
   private invert: (x: number) => number = () => 1;
   private readonly area = by_id("track-plot");
   private readonly overview = by_id("track-overview");
-  private readonly choice = by_id<HTMLSelectElement>("track-sequence");
+  private readonly choice: SequenceField;
   private readonly measure = by_id<HTMLSelectElement>("track-measure");
 
   constructor(
     private readonly data: ReportData,
+    private readonly names: SequenceNames,
     private readonly repeats: Repeats,
     private readonly actions: { pick: (repeat: number) => void; limit: (region: Region) => void },
   ) {
-    this.fill_choice();
-    this.choice.addEventListener("change", () => this.show_sequence(Number(this.choice.value)));
+    this.choice = new SequenceField(data, names, (sequence) => this.show_sequence(sequence));
     this.measure.addEventListener("change", () => this.draw());
     this.listen();
     follow_width(this.area, (width) => {
       this.width = width;
       this.draw();
     });
-    const richest = data.sequences.track.findIndex((track) => track !== null);
-    if (richest >= 0) this.show_sequence(richest);
+    const first = this.choice.first();
+    if (first !== null) this.show_sequence(first);
   }
 
   show_sequence(sequence: number): void {
     this.sequence = sequence;
-    this.choice.value = String(sequence);
+    this.choice.show(sequence);
     this.go(1, this.end());
   }
 
@@ -99,18 +128,9 @@ export class TrackView {
     const sequence = this.repeats.sequence[repeat];
     if (!this.data.sequences.track[sequence]) return;
     this.sequence = sequence;
-    this.choice.value = String(sequence);
+    this.choice.show(sequence);
     const margin = Math.max(50, this.repeats.length[repeat] * 2);
     this.go(this.repeats.start[repeat] - margin, this.repeats.end[repeat] + margin);
-  }
-
-  private fill_choice(): void {
-    const { name, repeats, track } = this.data.sequences;
-    track.forEach((bins, index) => {
-      if (!bins) return;
-      const text = `${shortened(visible(name[index]), 60)} (${counted(repeats[index], "repeat", "repeats")})`;
-      this.choice.append(make("option", { value: String(index) }, text));
-    });
   }
 
   private track(): Track {
@@ -145,13 +165,20 @@ export class TrackView {
       act();
     });
     this.listen_to_drags();
-    const form = by_id<HTMLFormElement>("track-range");
-    form.addEventListener("submit", (event) => {
+    by_id<HTMLFormElement>("track-range").addEventListener("submit", (event) => {
       event.preventDefault();
-      const from = Number(by_id<HTMLInputElement>("track-from").value);
-      const to = Number(by_id<HTMLInputElement>("track-to").value);
-      if (from >= 1 && to >= from) this.go(from, to);
+      this.go_to_typed();
     });
+  }
+
+  // An empty field stands for the end of the sequence on its side.
+  private go_to_typed(): void {
+    const range = range_in("track-range", "track-from", "track-to");
+    if (!range) return;
+    const [from, to] = [range.min ?? 1, range.max ?? this.end()];
+    const fault = stretch_fault(from, to, this.end());
+    if (fault === null) this.go(from, to);
+    else complain("track-range", [by_id<HTMLInputElement>("track-from"), by_id<HTMLInputElement>("track-to")], fault);
   }
 
   // A stretch drawn with the pointer becomes the view; a mere click does nothing.
@@ -217,24 +244,26 @@ export class TrackView {
   }
 
   private draw(): void {
-    if (this.width === 0 || this.choice.options.length === 0) return;
+    if (this.width === 0 || this.sequence < 0) return;
     const bins = this.bins(Math.max(40, Math.floor(this.width / 3)));
     const marks = this.marks_in_view();
     this.describe(bins, marks.length > 0);
     this.draw_view(bins, marks);
     this.draw_overview();
-    by_id<HTMLInputElement>("track-from").value = String(this.from);
-    by_id<HTMLInputElement>("track-to").value = String(this.to);
+    const fields = [by_id<HTMLInputElement>("track-from"), by_id<HTMLInputElement>("track-to")];
+    [fields[0].value, fields[1].value] = [String(this.from), String(this.to)];
+    complain("track-range", fields, null);
   }
 
   private describe(bins: Bin[], has_marks: boolean): void {
-    const { name, title, length } = this.data.sequences;
+    const { title, length } = this.data.sequences;
     const width = bins.length > 0 ? bins[0].to - bins[0].from + 1 : 1;
     const known = length[this.sequence] === null ? "of unknown length" : `of ${grouped(this.end())} bp`;
-    const heading = `${shortened(visible(name[this.sequence]), 80)} ${shortened(visible(title[this.sequence]), 160)}`.trim();
+    const heading = `${shortened(visible(this.names.labels[this.sequence]), 80)} ${shortened(visible(title[this.sequence]), 160)}`.trim();
     by_id("track-title").replaceChildren(make("bdi", {}, heading));
     by_id("track-state").textContent =
       `Positions ${grouped(this.from)} to ${grouped(this.to)} ${known}; a bar is ${grouped(width)} bp.` +
+      (bins.every((bin) => bin.starts === 0 && bin.covered === 0) ? " No repeat lies here." : "") +
       (has_marks ? " Below the bars stand single repeats, in the colours of their unit lengths." : "") +
       (this.all_listed() ? "" : " Single repeats of this sequence were cut, so bars get no narrower than " +
         `${grouped(this.track().width)} bp.`);
@@ -250,27 +279,27 @@ export class TrackView {
     return found.length <= most_marks ? found : [];
   }
 
-  private value(bin: Bin): number {
-    const size = bin.to - bin.from + 1;
-    return this.measure.value === "covered" ? (bin.covered / size) * 100 : (bin.starts / size) * 1000;
+  private measure_of(bins: Bin[]): Measure {
+    return this.measure.value === "covered" ? share_covered() : repeats_per_length(bins);
   }
 
   private draw_view(bins: Bin[], marks: number[]): void {
     const label = (bin: Bin) => `${grouped(bin.from)} to ${grouped(bin.to)}: ` +
       `${counted(bin.starts, "repeat starts", "repeats start")}, ${grouped(bin.covered)} of ${grouped(bin.to - bin.from + 1)} bp covered`;
-    const low = Math.min(this.from, bins[0]?.from ?? this.from) - 0.5;
-    const high = Math.max(this.to, bins.at(-1)?.to ?? this.to) + 0.5;
+    const measure = this.measure_of(bins);
+    const [low, high] = [this.from - 0.5, this.to + 0.5];
     const plot = Plot.plot({
-      width: this.width, height: 220, marginLeft: 52, marginRight: right_margin, marginTop: 22, marginBottom: 54,
+      width: this.width, height: 220, marginLeft: left_margin, marginRight: right_margin, marginTop: 22, marginBottom: 54,
       ariaLabel: "Density of repeats along the sequence", style: { background: "transparent" },
       x: { domain: [low, high], axis: null },
-      y: { label: this.measure.value === "covered" ? "Covered (%)" : "Repeats per kb", grid: true, ticks: 5, nice: true },
+      y: { label: measure.label, domain: value_domain(bins, measure), grid: true, ticks: 5, tickFormat: short_number, nice: true },
       marks: [
         Plot.rectY(bins.filter((bin) => bin.starts > 0 || bin.covered > 0), { x1: (bin: Bin) => bin.from - 0.5,
-          x2: (bin: Bin) => bin.to + 0.5, y: (bin: Bin) => this.value(bin), fill: "var(--bar)", title: label, shapeRendering: "crispEdges" }),
+          x2: (bin: Bin) => bin.to + 0.5, y: measure.value, fill: "var(--bar)", title: label, shapeRendering: "crispEdges", clip: true }),
         Plot.ruleY([0]),
         Plot.axisX({ anchor: "bottom", label: "Position (bp)", dy: 14, labelOffset: 46, tickSize: 0,
-          ticks: Math.max(2, Math.floor(this.width / 90)), tickFormat: high - low < 100000 ? grouped : short_number }),
+          ticks: whole_ticks(low, high, Math.max(2, Math.floor(this.width / 90))),
+          tickFormat: high - low < 100000 ? grouped : short_number }),
       ],
     });
     const scale = plot.scale("x");
@@ -286,7 +315,7 @@ export class TrackView {
     group.setAttribute("class", "marks");
     for (const i of marks) {
       const rect = document.createElementNS(svg.namespaceURI, "rect") as SVGRectElement;
-      const left = Math.max(52, x(this.repeats.start[i] - 0.5));
+      const left = Math.max(left_margin, x(this.repeats.start[i] - 0.5));
       const right = Math.min(this.width - right_margin, x(this.repeats.end[i] + 0.5));
       const place = { x: left, y: 170, width: Math.max(2, right - left), height: 10 };
       for (const [name, value] of Object.entries(place)) rect.setAttribute(name, String(value));
@@ -304,11 +333,12 @@ export class TrackView {
   private draw_overview(): void {
     const end = this.end();
     const bins = merged_bins(this.track(), 1, end, end, Math.max(40, Math.floor(this.width / 3)));
-    const most = Math.max(...bins.map((bin) => this.value(bin)), 1e-9);
+    const measure = this.measure_of(bins);
+    const most = value_domain(bins, measure)[1];
     const height = 34;
     const svg = document.createElementNS("http://www.w3.org/2000/svg", "svg");
-    const left = 52;
-    const x = (position: number) => left + ((position - 0.5) / end) * (this.width - left - right_margin);
+    // Where a base begins: the strip reaches from the beginning of the first base to the end of the last, as the track does.
+    const x = (position: number) => left_margin + ((position - 1) / end) * (this.width - left_margin - right_margin);
     svg.setAttribute("width", String(this.width));
     svg.setAttribute("height", String(height));
     svg.setAttribute("aria-hidden", "true");
@@ -318,7 +348,7 @@ export class TrackView {
       svg.append(shape);
     };
     const path = bins.filter((bin) => bin.starts > 0 || bin.covered > 0).map((bin) => {
-      const top = height - (this.value(bin) / most) * (height - 2);
+      const top = height - (measure.value(bin) / most) * (height - 2);
       return `M${x(bin.from).toFixed(1)},${height}V${top.toFixed(1)}H${x(bin.to + 1).toFixed(1)}V${height}Z`;
     });
     add("path", { d: `M${x(1)},${height - 0.5}H${x(end + 1)}`, class: "overview-line" });
