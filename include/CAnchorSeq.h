@@ -6,7 +6,7 @@
 
 #include "CSequence_Mol.h"
 #include "Csat.h"
-#include "fast/huge-pages.h"
+#include "huge-pages.h"
 
 // The anchor mask over one sequence: "a" where a position may anchor a new repeat unit, a blank where it lies inside an
 // accepted repeat. One guard byte on each side is always "a", so positions -1 and `length` read as free.

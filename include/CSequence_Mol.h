@@ -7,8 +7,8 @@
 #include <cstring>
 
 #include "CFile.h"
-#include "fast/symbol-copy.h"
 #include "faststring.h"
+#include "symbol-copy.h"
 
 // What a byte of a sequence line means: a symbol to store, or one of these.
 class CSymbolTable {

@@ -6,8 +6,8 @@
 #include <limits>
 #include <new>
 
-#include "fast/huge-pages.h"
-#include "io/out-of-memory.h"
+#include "huge-pages.h"
+#include "out-of-memory.h"
 
 // A growable byte string without bookkeeping beyond its three fields.
 //

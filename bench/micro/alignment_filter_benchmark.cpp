@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "fast/alignment-filter.h"
-#include "fast/alignment-program.h"
-#include "fast/bit-planes.h"
+#include "alignment-filter.h"
+#include "alignment-program.h"
+#include "bit-planes.h"
 #include "support.h"
 
 namespace {

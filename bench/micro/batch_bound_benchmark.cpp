@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "fast/batch-bound.h"
+#include "batch-bound.h"
 #include "support.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "fast/potential-filter.h"
+#include "potential-filter.h"
 #include "support.h"
 
 namespace {

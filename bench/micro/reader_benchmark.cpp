@@ -10,8 +10,8 @@
 
 #include "CFile.h"
 #include "CSequence_Mol.h"
-#include "fast/symbol-copy.h"
 #include "support.h"
+#include "symbol-copy.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "fast/run-filter.h"
+#include "run-filter.h"
 #include "support.h"
 
 namespace {

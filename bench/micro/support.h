@@ -5,7 +5,7 @@
 #include <string>
 
 #include "CSequence_Mol.h"
-#include "fast/alignment-program.h"
+#include "alignment-program.h"
 
 // Inputs of the micro-benchmarks. All are the same in every run and on every machine.
 

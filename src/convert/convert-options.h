@@ -3,8 +3,9 @@
 
 #include <span>
 #include <string>
-#include <variant>
 #include <vector>
+
+#include "option-row.h"
 
 // The one table of quarvo-convert's options: the parser is built from it, and so is all that documents the options.
 
@@ -16,19 +17,6 @@ struct convert_option_values {
   std::vector<std::string> results;
 };
 extern convert_option_values convert_options;
-
-// What an option's value is, and where it goes. The list takes the plain words of the command line.
-using convert_destination = std::variant<std::string*, std::vector<std::string>*>;
-
-struct convert_option_row {
-  const char* short_name;  // one letter, or empty
-  const char* long_name;
-  convert_destination destination;
-  const char* value_label;             // what the usage text calls the value
-  std::span<const char* const> words;  // the values allowed; empty when the value is free
-  bool is_required;
-  const char* help;
-};
 
 // All options in the order of the usage text. The plain words come last.
 std::span<const convert_option_row> convert_option_table();

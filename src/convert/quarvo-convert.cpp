@@ -3,7 +3,7 @@
 #include <new>
 
 #include "convert-run.h"
-#include "io/out-of-memory.h"
+#include "out-of-memory.h"
 #include "standard-streams.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "io/out-of-memory.h"
+#include "out-of-memory.h"
 
 #include <unistd.h>
 

@@ -2,7 +2,7 @@
 
 #include <new>
 
-#include "io/out-of-memory.h"
+#include "out-of-memory.h"
 #include "report-run.h"
 #include "standard-streams.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "convert-options.h"
+#include "option-row.h"
 
 // The one table of quarvo-report's options: the parser is built from it, and so is all that documents the options.
 

@@ -14,7 +14,7 @@
 
 #include "CSearchController.h"
 #include "argument-vector.h"
-#include "fast/candidate-filter.h"
+#include "candidate-filter.h"
 #include "global-types-and-parameters.h"
 #include "option-bytes.h"
 #include "reference-cost.h"

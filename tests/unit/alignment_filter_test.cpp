@@ -6,9 +6,9 @@
 #include <set>
 #include <string>
 
-#include "fast/alignment-filter.h"
-#include "fast/alignment-program.h"
-#include "fast/bit-planes.h"
+#include "alignment-filter.h"
+#include "alignment-program.h"
+#include "bit-planes.h"
 #include "support/candidate-sequences.h"
 #include "support/default-parameters.h"
 #include "support/filter-check.h"

@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <string>
 
-#include "fast/alignment-filter.h"
-#include "fast/alignment-kernels.h"
+#include "alignment-filter.h"
+#include "alignment-kernels.h"
 #include "support/candidate-sequences.h"
 #include "support/default-parameters.h"
 #include "support/each-target.h"

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "fast/batch-bound.h"
+#include "batch-bound.h"
 #include "support/candidate-sequences.h"
 #include "support/default-parameters.h"
 #include "support/filter-check.h"

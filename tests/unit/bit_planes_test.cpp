@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "fast/bit-planes.h"
+#include "bit-planes.h"
 #include "support/each-target.h"
 #include "support/random-dna.h"
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "fast/candidate-filter.h"
+#include "candidate-filter.h"
 #include "support/candidate-sequences.h"
 #include "support/default-parameters.h"
 #include "support/filter-check.h"

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "CSearchController.h"
-#include "fast/growth-bound.h"
+#include "growth-bound.h"
 #include "support/default-parameters.h"
 #include "support/random-parameters.h"
 #include "support/repeats.h"

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "fast/candidate-filter.h"
+#include "candidate-filter.h"
 #include "support/candidate-sequences.h"
 #include "support/candidate-settings.h"
 #include "support/each-target.h"

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "fast/match-window.h"
+#include "match-window.h"
 #include "support/each-target.h"
 #include "support/random-dna.h"
 #include "support/test-record.h"

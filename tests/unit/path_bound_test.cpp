@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "fast/path-bound.h"
+#include "path-bound.h"
 #include "support/candidate-sequences.h"
 #include "support/default-parameters.h"
 #include "support/filter-check.h"

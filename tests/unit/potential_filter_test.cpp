@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "fast/potential-filter.h"
+#include "potential-filter.h"
 #include "support/candidate-sequences.h"
 #include "support/default-parameters.h"
 #include "support/filter-check.h"

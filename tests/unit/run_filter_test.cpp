@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "fast/run-filter.h"
+#include "run-filter.h"
 #include "support/each-target.h"
 #include "support/random-dna.h"
 

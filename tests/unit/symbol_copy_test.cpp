@@ -4,10 +4,10 @@
 #include <vector>
 
 #include "CSequence_Mol.h"
-#include "fast/symbol-copy.h"
 #include "support/each-target.h"
 #include "support/random-dna.h"
 #include "support/temporary-directory.h"
+#include "symbol-copy.h"
 
 namespace {
 

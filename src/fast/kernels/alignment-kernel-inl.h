@@ -4,8 +4,8 @@
 
 #include <cstring>
 
-#include "../bit-planes.h"
-#include "../place-kept.h"
+#include "bit-planes.h"
+#include "place-kept.h"
 
 #if defined(QUARVO_FAST_ALIGNMENT_KERNEL_INL_H) == defined(HWY_TARGET_TOGGLE)
 #ifdef QUARVO_FAST_ALIGNMENT_KERNEL_INL_H

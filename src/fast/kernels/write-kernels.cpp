@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-#include "../alignment-program.h"
+#include "alignment-program.h"
 
 namespace {
 
@@ -107,13 +107,13 @@ class CBodyWriter {
 constexpr const char* kernel_head =
     R"(// The alignment program of unit length @ for the default scoring; written by write-kernels.
 
-#include "fast/kernels/vector-targets.h"
+#include "vector-targets.h"
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "alignment-kernel-@.cpp"
 #include <hwy/foreach_target.h>
 
-#include "fast/kernels/alignment-kernel-inl.h"
+#include "alignment-kernel-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace quarvo_alignment_kernel_@ {
@@ -145,7 +145,7 @@ void run_alignment_kernel_@(const CBitPlanes& planes, std::uint64_t* kept) {
 )";
 constexpr const char* table_head = R"(// All kernels; written by write-kernels.
 
-#include "fast/alignment-kernels.h"
+#include "alignment-kernels.h"
 
 #include <array>
 

@@ -1,6 +1,6 @@
 // The program with every candidate of imperfect mode tried.
 
-#include "fast/candidate-filter.h"
+#include "candidate-filter.h"
 #include "quarvo-run.h"
 
 int main(int argc, char** argv) {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "fast/candidate-filter.h"
+#include "candidate-filter.h"
 #include "random-dna.h"
 #include "test-data.h"
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "CSearchController.h"
-#include "fast/alignment-program.h"
+#include "alignment-program.h"
 #include "global-types-and-parameters.h"
 #include "random-dna.h"
 #include "test-record.h"

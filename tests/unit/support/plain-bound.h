@@ -10,7 +10,7 @@
 #include <limits>
 #include <vector>
 
-#include "fast/alignment-program.h"
+#include "alignment-program.h"
 #include "plain-look-ahead.h"
 
 class CPlainBound {

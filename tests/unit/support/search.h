@@ -20,7 +20,8 @@ class CSearched {
   CSearchController controller;
   std::string progress;  // what the search wrote to standard error
 
-  CSearched(int mode, const std::string& symbols) : record(symbols), controller(with_new_thresholds(), record) {
+  CSearched(int mode, const std::string& symbols)
+      : record(symbols), controller(with_new_thresholds(), record, progress_lines(7, record.short_name.c_str())) {
     ::testing::internal::CaptureStderr();
     if (mode == search_mode_exact) controller.exact_search_2();
     if (mode == search_mode_extend_exact) controller.search_exact_and_extend_to_imperfect_repeats();

@@ -1,0 +1,96 @@
+// The operations of a repeat record.
+
+#include "Csat.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <new>
+
+#include "CsatContainer.h"
+#include "global-types-and-parameters.h"
+#include "unit-tables.h"
+
+// Made without allocating, since nothing could tell of a failure before main, and never destroyed.
+alignas(Csat_garbagecollector) static std::array<std::byte, sizeof(Csat_garbagecollector)> sat_alloc_memory;
+Csat_garbagecollector& sat_alloc = *new (sat_alloc_memory.data()) Csat_garbagecollector;
+
+void Csat::reset(const char* begin, const char* end) {
+  pos_left = fwd_unit_cursor = unit_begin = begin;
+  pos_right = unit_end = end;
+  bwd_unit_cursor = end - 1;
+  score = mismatches = insertions = deletions = number_of_Ns = 0;
+  delete ext_ptr;
+  ext_ptr = nullptr;
+  recursion_depth = 0;
+  missense_count = 0;
+}
+
+void Csat::add_missense(const char* position, char symbol) {
+  if (missense_count == missense_capacity) {
+    const unsigned capacity = missense == nullptr ? 4 : 2 * missense_capacity;
+    void* const grown = std::realloc(missense, capacity * sizeof(missense_entry));
+    if (grown == nullptr) {
+      std::puts("Program aborded due to failed realloc!");
+      std::fflush(stdout);
+      std::exit(0);
+    }
+    missense = static_cast<missense_entry*>(grown);
+    missense_capacity = capacity;
+  }
+  missense[missense_count++] = {position, symbol};
+}
+
+void Csat::sort_missense() { std::sort(missense, missense + missense_count, lessThan_missense); }
+
+void Csat::trim_Ns() {
+  while (pos_right[-1] == 'N') {
+    --pos_right;
+    fwd_unit_cursor = unit_predecessor(fwd_unit_cursor);
+    --number_of_Ns;
+  }
+  while (*pos_left == 'N') {
+    ++pos_left;
+    bwd_unit_cursor = unit_successor(bwd_unit_cursor);
+    --number_of_Ns;
+  }
+}
+
+float Csat::perfection() const {
+  const int edits = mismatches + insertions + deletions;
+  const int aligned = length();
+  const auto percent = [](int matches, int divisor) {
+    return static_cast<float>(matches) / static_cast<float>(divisor) * 100.0F;
+  };
+  switch (global_N_and_perfection_mode) {
+    case Ns_as_mismatch:
+      return percent(aligned - edits - number_of_Ns, aligned);
+    case Ns_as_neutral:
+      return percent(aligned - edits - number_of_Ns, aligned - number_of_Ns);
+    case Ns_as_match:
+      return percent(aligned - edits, aligned);
+    default:
+      std::exit(2);
+  }
+}
+
+bool Csat::is_reported_perfection(float perfection) {
+  return !(global_min_perfection > perfection) && !(perfection > global_max_perfection);
+}
+
+const char* Csat::get_repeat_name() const {
+  static char name[30];
+  const int L = unit_length();
+  if (L <= 6) return REPEAT_NAMES[static_cast<std::size_t>(L)];
+  std::snprintf(name, sizeof name, "%d-nucleotide", L);
+  return name;
+}
+
+void Csat::print_repeat_name(std::FILE* out) const {
+  const int L = unit_length();
+  if (L < 7) {
+    std::fprintf(out, "%16s", REPEAT_NAMES[static_cast<std::size_t>(L)]);
+  } else {
+    std::fprintf(out, "%5d-nucleotide", L);
+  }
+}

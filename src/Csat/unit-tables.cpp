@@ -1,0 +1,27 @@
+#include "unit-tables.h"
+
+#include <cstddef>
+
+const std::array<const char*, 7> REPEAT_NAMES{"***  ERROR  ***", "mononucleotide",  "dinucleotide",  "trinucleotide",
+                                              "tetranucleotide", "pentanucleotide", "hexanucleotide"};
+
+namespace {
+
+using prime_table = std::array<std::array<int, primeFactors_columns>, primeFactors_rows>;
+
+// A sieve: each prime p is appended to the rows of its multiples above p.
+prime_table make_prime_factors() {
+  prime_table table{};
+  std::array<int, primeFactors_rows> entries{};
+  for (int p = 2; p < primeFactors_rows; ++p) {
+    if (entries[static_cast<std::size_t>(p)] != 0) continue;
+    for (auto n = static_cast<std::size_t>(2 * p); n < primeFactors_rows; n += static_cast<std::size_t>(p)) {
+      table[n][static_cast<std::size_t>(entries[n]++)] = p;
+    }
+  }
+  return table;
+}
+
+}  // namespace
+
+const prime_table primeFactors = make_prime_factors();

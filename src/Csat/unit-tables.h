@@ -1,0 +1,14 @@
+#ifndef QUARVO_UNIT_TABLES_H
+#define QUARVO_UNIT_TABLES_H
+
+#include <array>
+
+// The distinct proper prime factors of 0 .. 10000, ascending; each row ends in zeros. A prime is not in its own row.
+inline constexpr int primeFactors_rows = 10001;
+inline constexpr int primeFactors_columns = 6;
+extern const std::array<std::array<int, primeFactors_columns>, primeFactors_rows> primeFactors;
+
+// The names of repeats by unit length, 1 to 6.
+extern const std::array<const char*, 7> REPEAT_NAMES;
+
+#endif

@@ -1,0 +1,174 @@
+#include "candidate-filter.h"
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <tuple>
+
+#include "alignment-filter.h"
+#include "alignment-kernels.h"
+#include "alignment-program.h"
+#include "global-types-and-parameters.h"
+#include "run-filter.h"
+
+namespace {
+
+// Programs are the same for all records of a run.
+const alignment_program& program_for(const alignment_bound& bound) {
+  using key = std::tuple<unsigned, int, int, int, int>;
+  static std::map<key, alignment_program> made;
+  const key k{bound.L, bound.mismatch_penalty, bound.indel_penalty, bound.b, bound.T};
+  auto it = made.find(k);
+  if (it == made.end()) it = made.emplace(k, make_alignment_program(bound)).first;
+  return it->second;
+}
+
+constexpr unsigned shortest_for_potential = 21;
+constexpr unsigned shortest_for_clusters = 130;
+
+// Penalties beyond what any score can reach behave alike.
+int penalty_of(int score) { return -std::max(score, -1000000); }
+
+}  // namespace
+
+CCandidateFilter::CCandidateFilter(const char* its_sequence, std::size_t its_length, const int* its_min_scores)
+    : sequence(its_sequence), length(its_length), min_scores(its_min_scores) {}
+
+const std::vector<std::uint64_t>& CCandidateFilter::candidates(unsigned L) {
+  bound = {L, penalty_of(global_mismatch_score), penalty_of(global_indel_score),
+           static_cast<int>(L) + global_prefer_longer_repeat - 1, min_scores[L]};
+  kept.assign((length + 63) / 64, 0);
+  if (!tests_enabled) {
+    keep_all();
+  } else if (is_short()) {
+    test_short_record();
+  } else if (is_for_potential(L)) {
+    test_potential(L);
+  } else if (!test_alignment()) {
+    keep_all();
+    test_clusters();
+  }
+  return kept;
+}
+
+// The potential costs the same for every unit length and keeps less the longer the unit is, while the bit planes cost
+// more with the square of it.
+bool CCandidateFilter::is_for_potential(unsigned L) const {
+  return L >= shortest_for_potential && (potential.has(L) || CPotentialFilter::applies(potential_settings(L)));
+}
+
+CPotentialFilter::settings CCandidateFilter::potential_settings(unsigned shortest) const {
+  const unsigned alike = shortest + shortest / 3;
+  const auto longest = static_cast<unsigned>(std::min<std::size_t>({alike, global_max_unit_length, length}));
+  return {penalty_of(global_mismatch_score),
+          penalty_of(global_indel_score),
+          global_prefer_longer_repeat,
+          Ns_are_neutral(),
+          shortest,
+          longest,
+          [this](unsigned L) { return min_scores[L]; }};
+}
+
+void CCandidateFilter::test_potential(unsigned L) {
+  if (!potential.has(L)) potential.run(sequence, length, potential_settings(L));
+  potential.place(L, kept.data());
+  test_clusters();
+}
+
+// What the potential keeps of long units lies close together, beside copies of interspersed repeats.
+void CCandidateFilter::test_clusters() {
+  if (bound.L < shortest_for_clusters || !CBatchBound::applies(bound)) return;
+  std::array<std::size_t, CBatchBound::most_candidates> words{};
+  std::array<const char*, CBatchBound::most_candidates> positions{};
+  std::size_t count = 0;
+  const auto test = [&] {
+    if (count == 0) return;
+    const std::uint64_t bits =
+        batch.clusters_may_reach(bound, {sequence, sequence + length}, positions.data(), count, Ns_are_neutral());
+    for (std::size_t i = 0; i < count; ++i) {
+      if ((bits >> i & 1) == 0) kept[words[i]] = 0;
+    }
+    count = 0;
+  };
+  for (std::size_t word = 0; word < kept.size(); ++word) {
+    if (kept[word] == 0) continue;
+    words[count] = word;
+    positions[count++] = sequence + 64 * word;
+    if (count == words.size()) test();
+  }
+  test();
+}
+
+bool CCandidateFilter::is_short() const {
+  return length <= longest_short_record && CBatchBound::is_narrow(bound) && bound.T > 0;
+}
+
+// Kernels of short units cost less than anything else, even if few of the lanes are in use.
+//
+// Otherwise: a path may make no edit before its score reaches the smaller penalty less b, so a candidate without a
+// perfect run of that many matches through its unit stays below T. On random sequence this leaves little to do for the
+// shortest units.
+void CCandidateFilter::test_short_record() {
+  constexpr unsigned longest_for_kernel = 12;
+  if (bound.L <= longest_for_kernel && run_kernel()) return;
+  constexpr unsigned longest = 120;
+  constexpr std::size_t room = CBatchBound::reach(longest) + longest + CBatchBound::most_candidates;
+  if (padded.empty()) {
+    padded.resize(length + 2 * room);
+    std::copy_n(sequence, length, padded.data() + room);
+  }
+  if (length <= bound.L) return;
+  const char* const begin = padded.data() + room;
+  const int matches = std::min(std::min(bound.mismatch_penalty, bound.indel_penalty) - bound.b, bound.T);
+  const char* const end = begin + length - bound.L;
+  CRunFilter runs(begin, begin + length, bound.L, matches, Ns_are_neutral());
+  for (const char* p = runs.first_kept(begin); p < end; p = runs.first_kept(p + CBatchBound::most_candidates)) {
+    const auto count = std::min<std::size_t>(CBatchBound::most_candidates, static_cast<std::size_t>(end - p));
+    keep(static_cast<std::size_t>(p - begin), batch.may_reach_next(bound, p, count, Ns_are_neutral()));
+  }
+}
+
+// Sets the bits of the 64 positions from `first` on.
+void CCandidateFilter::keep(std::size_t first, std::uint64_t bits) {
+  const std::size_t shift = first % 64;
+  kept[first / 64] |= bits << shift;
+  if (shift != 0 && bits >> (64 - shift) != 0) kept[first / 64 + 1] |= bits >> (64 - shift);
+}
+
+// Returns false, and does nothing, where there is none. N's that are no gaps are left to the interpreter.
+bool CCandidateFilter::run_kernel() {
+  const alignment_kernel* const kernel = find_alignment_kernel(bound);
+  if (kernel == nullptr) return false;
+  build_planes(kernel->reach);
+  if (planes.has_Ns() && !Ns_are_neutral()) return false;
+  kernel->run(planes, kept.data());
+  return true;
+}
+
+// Returns false, and does nothing, where no program is of use.
+bool CCandidateFilter::test_alignment() {
+  if (run_kernel()) return true;
+  const alignment_program& program = program_for(bound);
+  if (program.is_empty()) return false;
+  build_planes(program.reach);
+  run_alignment_program(program, planes, Ns_are_neutral(), kept.data());
+  return true;
+}
+
+void CCandidateFilter::build_planes(int reach) {
+  const auto margin = static_cast<std::size_t>(reach);
+  if (planes.length() == 0 || planes.margin() < margin) planes.build(sequence, length, margin);
+}
+
+void CCandidateFilter::keep_all() {
+  std::fill(kept.begin(), kept.end(), ~std::uint64_t{0});
+  if (length % 64 != 0) kept.back() >>= 64 - length % 64;
+}
+
+std::uint64_t CCandidateFilter::still_candidates(const char* const* positions, std::size_t count) {
+  if (count == 0) return 0;
+  if (!tests_enabled || is_short() || !CBatchBound::applies(bound)) {
+    return ~std::uint64_t{0} >> (CBatchBound::most_candidates - count);
+  }
+  return batch.may_reach(bound, {sequence, sequence + length}, positions, count, Ns_are_neutral());
+}

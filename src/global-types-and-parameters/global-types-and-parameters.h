@@ -1,0 +1,75 @@
+#ifndef QUARVO_GLOBAL_TYPES_AND_PARAMETERS_H
+#define QUARVO_GLOBAL_TYPES_AND_PARAMETERS_H
+
+#include <cstdio>
+#include <string>
+
+#include "print-message.h"
+#include "quarvo-version.h"
+
+// The settings of a run, process-wide. init_param and read_and_init_parameters write them; all else only reads them.
+
+// The longest unit that the periodicity table covers.
+inline constexpr unsigned largest_unit_length = 10000;
+
+// A maximum score reduction that never stops an extension.
+inline constexpr int unlimited_scorereduction = 2147483647;
+
+enum search_mode_type : int { search_mode_exact = 0, search_mode_extend_exact = 1, search_mode_imperfect = 2 };
+enum N_and_perfection_mode_type : int { Ns_as_mismatch = 0, Ns_as_neutral = 1, Ns_as_match = 2 };
+enum report_unit_mode_type : int { unit_as_is = 0, unit_normal_form = 1, unit_normal_form_with_complement = 2 };
+enum print_sat_seq_mode_type : int { print_no_sequence = 0, print_sequence = 1, print_alignment = 2 };
+enum print_sat_mode_type : int {
+  quarvo_format = 0,
+  extended_quarvo_format = 1,
+  gff_format = 2,
+  one_per_line_format = 3,
+  fasta_format = 4,
+  compact_format = 5  // for diagnosis; the command line does not accept it
+};
+
+extern std::string global_input_filename;
+extern std::string global_output_filename;  // empty: standard output
+extern int global_sequence_from;            // ordinal from 1; both ends are compared as unsigned numbers
+extern int global_sequence_to;              // -1: the last sequence
+extern int global_search_mode;
+extern int global_N_and_perfection_mode;
+extern int global_report_unit_mode;
+extern int global_print_sat_seq_mode;
+extern int global_print_sat_mode;
+extern bool global_sequenceInfoAsComment;
+extern int global_flanking;  // symbols printed on each side of a repeat
+extern int global_maximum_recursion_depth;
+extern int global_maximum_scorereduction;
+extern unsigned global_min_unit_length;
+extern unsigned global_max_unit_length;
+extern bool global_treat_Ns_as_missense;
+extern int global_Ns_allowed_in_a_row;
+extern int global_min_score;  // minimum score: maximum(min_score, min_score_a + min_score_bx * unit length)
+extern int global_min_score_a;
+extern float global_min_score_bx;
+extern int global_min_length;  // minimum length: the same rule
+extern int global_min_length_a;
+extern float global_min_length_bx;
+extern float global_min_perfection;      // percent, inclusive
+extern float global_max_perfection;      // percent, inclusive
+extern int global_mismatch_score;        // -2 or less; a match scores +1
+extern int global_indel_score;           // -2 or less
+extern int global_prefer_longer_repeat;  // 0 or 1: of two ends with equal score, the farther one
+extern bool global_remove_mostly_hidden;
+extern bool global_mask_repeats;
+
+// Gives every parameter but the file names its default.
+void init_param();
+
+// Sets all parameters from the command line and checks them. Returns 0, or -1 or -2 after a message on standard error.
+// Help, version and syntax errors end the process inside the parser (status 0, 0 and 1).
+int read_and_init_parameters(int argc, char** argv);
+
+// True when N's may be passed over for no score at all.
+inline bool Ns_are_neutral() { return global_Ns_allowed_in_a_row > 0 && !global_treat_Ns_as_missense; }
+
+// Writes the settings of the run, one a line, each behind the prefix.
+void print_search_parameters(std::FILE* out, const char* prefix);
+
+#endif

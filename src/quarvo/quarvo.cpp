@@ -1,0 +1,32 @@
+// The program entry.
+
+#include <new>
+
+#include "out-of-memory.h"
+#include "quarvo-interruption.h"
+#include "quarvo-run.h"
+#include "standard-streams.h"
+
+namespace {
+
+[[gnu::no_sanitize("address"), gnu::no_sanitize("undefined")]] void prepare_for_missing_memory() {
+  end_when_memory_runs_out(
+      "\nSorry! There is not enough memory for this run.\n"
+      "Please give it more memory, or split the longest sequences.\n"
+      "\nAnalysis has been aborted due to errors. Error number: -106\n\n",
+      status_out_of_memory);
+}
+[[gnu::section(".preinit_array"), gnu::used]] void (*const run_before_the_libraries)() = prepare_for_missing_memory;
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  occupy_standard_streams();
+  take_signals_of_writing_as_errors();
+  stop_on_signals();
+  try {
+    return run_quarvo(argc, argv);
+  } catch (const std::bad_alloc&) {
+    raise_out_of_memory();
+  }
+}
