@@ -67,14 +67,23 @@ for (const width of [800, 1000, 1100, 1200, 1400]) {
 // The widths between margins of 14 mm, in pixels.
 const papers = [["A4", Math.floor(((210 - 28) / 25.4) * 96)], ["Letter", Math.floor((8.5 - 28 / 25.4) * 96)]];
 
+test("on a phone the sequences are offered within the window", () => with_page(example, { ...phone, width: 360 }, async (page) => {
+  await page.click("#track-sequence");
+  const [popup] = await visible_boxes(page, "#track-sequence-popup");
+  assert.ok(popup.left >= 0 && popup.right <= 360 && popup.width > 280, `${popup.left} to ${popup.right}`);
+  assert.deepEqual((await visible_boxes(page, "#track-sequence-list li")).filter(({ height }) => height < 43.9), []);
+  assert.ok(await page.evaluate(() => document.documentElement.scrollWidth <= innerWidth));
+}));
+
 for (const [name, width] of papers) {
   test(`on ${name} everything is there and nothing is cut`, () => with_page(example, { width: 1400, colorScheme: "dark" }, async (page) => {
     await page.locator("#repeat-rows button").first().click();
     await page.$$eval("details", (all) => all.forEach((one) => (one.open = true)));
+    await page.$$eval("#repeat-rows tr:nth-child(3) td:nth-child(n + 2):nth-child(-n + 3)", (cells) => cells.forEach((cell) => (cell.textContent = "248,956,422")));
     await page.evaluate(() => window.dispatchEvent(new Event("beforeprint")));
     await page.setViewportSize({ width, height: 1000 });
     await page.emulateMedia({ media: "print", colorScheme: "dark" });
-    for (const selector of ["#unit-length-legend li", "#repeat-head th", "#repeat-rows tr:first-child td", "#settings-list dd", ".swatch", "#row-state"]) {
+    for (const selector of ["#unit-length-legend li", "#repeat-head th", "#repeat-rows tr:nth-child(3) td", "#settings-list dd", ".swatch", "#row-state"]) {
       const boxes = await visible_boxes(page, selector);
       assert.equal(boxes.length, await page.locator(selector).count(), selector);
       for (const box of boxes) assert.ok(box.left >= -0.5 && box.right <= width + 0.5, `${selector} ${box.name}: ${box.left} to ${box.right}`);
@@ -91,6 +100,9 @@ for (const [name, width] of papers) {
     assert.equal(ground, "rgb(255, 255, 255)");
     assert.equal(text, "rgb(27, 31, 36)");
     assert.ok((await page.$eval("#repeat-table", (table) => parseFloat(getComputedStyle(table).fontSize))) >= 9.5, "seven points");
+    assert.deepEqual(await page.$$eval("thead button", (buttons) => buttons.filter((button) => button.checkVisibility()).length), 0);
+    assert.deepEqual(await page.$$eval("#repeat-head .on-paper", (heads) => heads.filter((head) => head.checkVisibility()).length),
+      await page.locator("#repeat-head th").count());
     assert.equal(await page.$eval(".swatch", (swatch) => getComputedStyle(swatch).printColorAdjust), "exact");
   }));
 }

@@ -26,7 +26,7 @@ async function shown(page) {
 test("opens without a message, an error or a request", () => with_page(page_file, {}, async (page) => {
   await page.waitForTimeout(500);
   assert.equal(await page.title(), "Tandem repeats: example.txt");
-  assert.match(await page.textContent("#source"), /^Found in \S*example\.fa by Quarvo, version [\d.]+\. Results file: example\.txt\.$/u);
+  assert.match(await page.textContent("#source"), /^Search of \S*example\.fa by Quarvo, version [\d.]+\. Results file: example\.txt\.$/u);
 }));
 
 test("licences, Quarvo's first", () => with_page(page_file, {}, async (page) => {
@@ -373,6 +373,7 @@ test("results without repeats", () => {
   return with_page(file, {}, async (page) => {
     assert.ok(await page.isVisible("#nothing"));
     assert.ok(await page.isHidden("#something"));
+    assert.ok(await page.isVisible("#settings-list"));
   });
 });
 

@@ -16,7 +16,7 @@ import { TrackView } from "./track";
 function show_head(data: ReportData): void {
   const input = data.settings.find(([label]) => label.startsWith("Input file name"))?.[1] ?? "";
   by_id("source").replaceChildren(
-    ...(input === "" ? ["Found"] : ["Found in ", make("bdi", {}, visible(input))]), ` by ${visible(data.program)}. Results file: `,
+    ...(input === "" ? ["Search"] : ["Search of ", make("bdi", {}, visible(input))]), ` by ${visible(data.program)}. Results file: `,
     make("bdi", {}, visible(data.results.name)), ".");
   document.title = `Tandem repeats: ${visible(data.results.name)}`;
 }
@@ -149,6 +149,7 @@ function start(): void {
   show_cuts(data);
   by_id("nothing").hidden = data.totals.repeats > 0;
   by_id("something").hidden = data.totals.repeats === 0;
+  by_id<HTMLDetailsElement>("settings").open = data.totals.repeats === 0;
   connect_printing(follow_widths_now);
   if (data.totals.repeats === 0) return;
 

@@ -99,7 +99,7 @@ export class SequenceField {
     if (this.popup.hidden) return this.open();
     const { found, count } = matches(this.texts, typed, most_shown);
     this.list.replaceChildren(...found.map((index) => this.option(this.sequences[index])));
-    this.note.textContent = count === 0 ? "No sequence matches."
+    this.note.textContent = count === 0 ? `No sequence matches.${this.data.cut.tracks > 0 ? " Those without a track are not among them." : ""}`
       : count > found.length ? `${grouped(count)} sequences match; the first ${found.length} are shown. Type more of a name.` : "";
     this.combobox.resetSelection();
   }

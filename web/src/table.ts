@@ -33,6 +33,11 @@ function columns(data: ReportData, names: SequenceNames, repeats: Repeats): Colu
   return all;
 }
 
+// The title with soft hyphens, for narrow columns.
+function hyphenated(title: string): string {
+  return title.replace(/(?<=^Mis|^Inser|^Dele|^Perfec)/u, "\u00ad");
+}
+
 function updated<T>(updater: Updater<T>, old: T): T {
   return typeof updater === "function" ? (updater as (old: T) => T)(old) : updater;
 }
@@ -127,7 +132,9 @@ export class RepeatTable {
       const button = make("button", { type: "button" }, String(column.columnDef.header));
       button.addEventListener("click", () => column.toggleSorting());
       const kind = texts.has(column.id as SortKey) ? "text" : "number";
-      row.append(make("th", { scope: "col", class: kind, "data-key": column.id }, button));
+      // Browsers repeat the head of a table on every page of paper, but not the buttons in it.
+      const on_paper = make("span", { class: "on-paper" }, hyphenated(String(column.columnDef.header)));
+      row.append(make("th", { scope: "col", class: kind, "data-key": column.id }, button, on_paper));
     }
     by_id("repeat-head").replaceChildren(row);
   }
