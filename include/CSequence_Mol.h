@@ -58,16 +58,23 @@ class CSequence_Mol {
 
   CSequence_Mol(int molecule_type, char replacement) : type(molecule_type), replacement_symbol(replacement) {}
 
+  // The longest header that is read. Shorter limits exist for tests.
+  unsigned max_header_length = max_length;
+
   // True after a read that met more than max_length symbols; the file is then in its fail state.
   bool is_too_long() const { return symbols.length > max_length; }
+  // True after a read that met a header of more than max_header_length bytes; the file is then in its fail state.
+  bool has_too_long_header() const { return is_header_cut; }
 
   // Reads the next record and stops in front of the '>' of the one behind it.
   //
   // The outcome is in file.status: good; end of file (record complete, nothing behind it); fail without end of file
-  // (format error on line file.line, or a record that is_too_long(); the record must not be used).
+  // (format error on line file.line, or a record that is_too_long() or has_too_long_header(); the record must not be
+  // used).
   void readFastaSequence(CFile& file) {
     full_name.assign("");
     symbols.length = 0;
+    is_header_cut = false;
     if (!find_header(file)) return;
     if (!read_header_line(file)) return;
     split_header();
@@ -75,6 +82,8 @@ class CSequence_Mol {
   }
 
  private:
+  bool is_header_cut = false;
+
   static bool is_space(int c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
   static int skip_white_space(CFile& file, int c) {
@@ -95,13 +104,18 @@ class CSequence_Mol {
     return false;
   }
 
-  // Returns false when the file ends directly behind the '>'.
+  // Returns false when the file ends directly behind the '>' or when the header is too long.
   bool read_header_line(CFile& file) {
     for (;;) {
       append_plain_header_bytes(file);
       const int c = file.getchar();
       if (c == '\n') return true;
       if (file.has_failed()) break;
+      if (full_name.length == max_header_length) {
+        is_header_cut = true;
+        file.status = CFile::fail_state;
+        return false;
+      }
       full_name.push_back(static_cast<char>(c));
     }
     if (full_name.length == 0) return false;
@@ -109,10 +123,11 @@ class CSequence_Mol {
     return true;
   }
 
-  // Takes what the buffer holds of the header up to the first byte that could be a line end.
+  // Takes what the buffer holds of the header up to the first byte that could be a line end, as far as it may be long.
   void append_plain_header_bytes(CFile& file) {
     const char* const from = file.buffer_pos;
-    const auto count = static_cast<unsigned>(find_line_end(from, file.buffer_end) - from);
+    const auto available = static_cast<unsigned>(find_line_end(from, file.buffer_end) - from);
+    const unsigned count = std::min(available, max_header_length - full_name.length);
     full_name.reserve_behind(count);
     if (count != 0) std::memcpy(full_name.buffer + full_name.length, from, count);
     full_name.length += count;

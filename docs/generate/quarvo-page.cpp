@@ -13,18 +13,22 @@ std::vector<explained_term> exit_statuses() {
   return {
       {"0", "All records were searched and all results were written; also after --help and --version."},
       {"1", "The command line could not be parsed."},
-      {"130, 143", "The user stopped the run (SIGINT, SIGTERM). The results end behind the last completed record."},
+      {"129, 130, 143",
+       "The user stopped the run (SIGHUP, SIGINT, SIGTERM; SIGHUP is left alone under nohup). The results end behind "
+       "the last completed record."},
       {"141", "Standard output is a pipe that was closed."},
       {shell_status(status_read_failed),
        "The input could not be read to its end, or is compressed and cut off or corrupt. The records before the fault "
        "are in the results."},
       {shell_status(status_out_of_memory), "Memory ran out."},
-      {shell_status(status_record_too_long), "A record is too long."},
-      {shell_status(status_write_failed), "Writing the results or the masked sequences failed."},
+      {shell_status(status_record_too_long), "A record or its header is too long."},
+      {shell_status(status_write_failed), "Writing the results, the masked sequences or the help failed."},
       {shell_status(status_masked_not_opened),
        "The file for the masked sequences could not be opened, or is the input or the results file, or the input is "
        "a pipe or device."},
-      {shell_status(status_output_not_opened), "The results file could not be opened, or is the input file."},
+      {shell_status(status_output_not_opened),
+       "The results file could not be opened, or is the input file; or standard output or standard error is the input "
+       "file (without a message if it is standard error)."},
       {shell_status(status_input_not_opened), "The input file could not be opened."},
       {shell_status(status_malformed_input),
        "The input is empty or no FASTA; the message names the line. The records before it are in the results."},
@@ -66,6 +70,8 @@ command_page quarvo_page() {
       "perfectly or with mismatches, inserted and deleted symbols and short runs of N. It writes every repeat that "
       "passes the thresholds for score, length and perfection, in one of five text formats. Positions in the results "
       "count from 1, and both ends belong to the repeat. Settings and progress go to standard error.",
+      "The results file is overwritten without a question, and emptied before the input is read: with two names that "
+      "a shell finds for *.fa the second file is lost.",
       "The input may be compressed by gzip or bgzip, whatever its name, and may be a pipe or /dev/stdin (but not with "
       "--maskX).",
       "An option and its value are two words. An option may be given once. File names that begin with \"-\" must "

@@ -15,6 +15,10 @@ bool CSequenceLengths::read(const std::string& file_name) {
   CLineReader::outcome outcome = lines.next();
   for (; outcome == CLineReader::outcome::line; outcome = lines.next()) {
     if (add(lines.text())) continue;
+    if (lines.foreign_kind() != nullptr) {
+      problem = head + lines.foreign_kind() + "\n";
+      return false;
+    }
     problem = head + "At line " + std::to_string(lines.number()) +
               ", a new name, a tab and a length were expected, as samtools faidx writes them to a .fai file.\n";
     return false;

@@ -9,6 +9,7 @@
 #include <type_traits>
 #include <vector>
 
+#include "CCommandLineOutput.h"
 #include "CFileNamesArg.h"
 #include "global-types-and-parameters-options.h"
 #include "global-types-and-parameters.h"
@@ -18,6 +19,13 @@ namespace {
 
 constexpr int rejected = -1;
 constexpr int unknown_mode = -2;
+
+class CNoOutput : public TCLAP::CmdLineOutput {
+ public:
+  void usage(TCLAP::CmdLineInterface& /*command_line*/) override {}
+  void version(TCLAP::CmdLineInterface& /*command_line*/) override {}
+  void failure(TCLAP::CmdLineInterface& /*command_line*/, TCLAP::ArgException& /*why*/) override {}
+};
 
 // The library's arguments for the option table, and the copying of their values to the table's destinations.
 class COptionParser {
@@ -33,11 +41,22 @@ class COptionParser {
 
   // Errors, help and version end the process inside the library.
   void parse(int argc, char** argv) {
+    command_line.setOutput(&output);
+    command_line.parse(argc, argv);
+    for (const auto& store : stores) store();
+  }
+
+  // Errors, help and version raise the library's exceptions.
+  void parse_silently(int argc, char** argv) {
+    command_line.setExceptionHandling(false);
+    command_line.setOutput(&no_output);
     command_line.parse(argc, argv);
     for (const auto& store : stores) store();
   }
 
  private:
+  CCommandLineOutput output;
+  CNoOutput no_output;
   TCLAP::CmdLine command_line{"This program searches for tandemly repeated patterns in DNA sequences.", ' ',
                               quarvo_version};
   std::vector<std::string> mode_words;
@@ -192,4 +211,19 @@ int read_and_init_parameters(int argc, char** argv) {
   global_search_mode = search_mode_of(parsed_options.search_mode);
   if (const int status = store_modes(); status != 0) return status;
   return check_parameters();
+}
+
+std::vector<std::string> files_named(int argc, char** argv) {
+  init_param();
+  init_parsed_options();
+  try {
+    COptionParser parser;
+    parser.declare_options();
+    parser.parse_silently(argc, argv);
+  } catch (const TCLAP::ArgException&) {
+    return {};
+  } catch (const TCLAP::ExitException&) {
+    return {};
+  }
+  return parsed_options.iofiles;
 }

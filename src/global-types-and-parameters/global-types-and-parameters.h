@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <string>
+#include <vector>
 
 #include "print-message.h"
 #include "quarvo-version.h"
@@ -63,8 +64,13 @@ extern bool global_mask_repeats;
 void init_param();
 
 // Sets all parameters from the command line and checks them. Returns 0, or -1 or -2 after a message on standard error.
-// Help, version and syntax errors end the process inside the parser (status 0, 0 and 1).
+// Help, version and syntax errors end the process inside the parser (status 0, 0 and 1); help and version that cannot
+// be written raise unwritten_help.
 int read_and_init_parameters(int argc, char** argv);
+
+// The plain words of a command line that the parser accepts, else none. Prints nothing. Changes the parameters, so it
+// is for calls before read_and_init_parameters.
+std::vector<std::string> files_named(int argc, char** argv);
 
 // True when N's may be passed over for no score at all.
 inline bool Ns_are_neutral() { return global_Ns_allowed_in_a_row > 0 && !global_treat_Ns_as_missense; }

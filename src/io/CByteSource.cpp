@@ -4,12 +4,15 @@
 #include <cerrno>
 #include <cstring>
 
+#include "foreign-format.h"
+
 void CByteSource::open(const char* name) {
   std::ifstream::open(name);
   trouble = nullptr;
   bytes_read = 0;
   bytes_expected = size_when_opened();
   is_at_start = true;
+  its_foreign_kind = nullptr;
   decoder.reset();
 }
 
@@ -20,13 +23,19 @@ std::streamoff CByteSource::size_when_opened() {
 }
 
 std::streamsize CByteSource::read(char* to, std::streamsize size) {
-  if (decoder != nullptr) return decode(to, size);
-  const std::streamsize count = read_raw(to, size);
-  const bool is_first = is_at_start;
+  if (is_at_start) return read_first(to, size);
+  return decoder != nullptr ? decode(to, size) : read_raw(to, size);
+}
+
+std::streamsize CByteSource::read_first(char* to, std::streamsize size) {
   is_at_start = false;
-  if (!is_first || !CGzipDecoder::is_beginning(to, static_cast<std::size_t>(count))) return count;
-  start_decoder(to, count, size);
-  return decode(to, size);
+  std::streamsize count = read_raw(to, size);
+  if (CGzipDecoder::is_beginning(to, static_cast<std::size_t>(count))) {
+    start_decoder(to, count, size);
+    count = decode(to, size);
+  }
+  its_foreign_kind = foreign_format({to, static_cast<std::size_t>(count)});
+  return count;
 }
 
 void CByteSource::start_decoder(const char* first_bytes, std::streamsize count, std::streamsize size) {

@@ -32,10 +32,15 @@ class CByteSource : public std::ifstream {
   // Known from the first read on.
   bool is_compressed() const { return decoder != nullptr; }
 
+  // Known from the first read on: what the text is, where its first bytes tell that it is neither FASTA nor results,
+  // and what to do with it; or null. The first read must ask for foreign_format_bytes.
+  const char* foreign_kind() const { return its_foreign_kind; }
+
  private:
   std::streamoff bytes_read = 0;
   std::streamoff bytes_expected = 0;  // the size of the file when it was opened; 0 where there is none, as of a pipe
   bool is_at_start = true;
+  const char* its_foreign_kind = nullptr;
   std::unique_ptr<CGzipDecoder> decoder;  // of a compressed file
   std::vector<char> compressed;           // what the decoder works on
 
@@ -43,6 +48,7 @@ class CByteSource : public std::ifstream {
   std::streamoff size_when_opened();
   std::streamsize read_raw(char* to, std::streamsize size);
   std::streamsize count_read(std::streamsize size);
+  std::streamsize read_first(char* to, std::streamsize size);
   void start_decoder(const char* first_bytes, std::streamsize count, std::streamsize size);
   std::streamsize decode(char* to, std::streamsize size);
 };

@@ -76,9 +76,7 @@ void COutputFile::abandon() {
 }
 
 bool COutputFile::is_same_file_as(const std::string& other_name) const {
-  struct stat mine {};
-  struct stat other {};
-  return fstat(descriptor, &mine) == 0 && stat(other_name.c_str(), &other) == 0 && is_same(mine, other);
+  return is_same_regular_file(descriptor, other_name);
 }
 
 bool COutputFile::is_intact() const { return std::fflush(out) == 0 && std::ferror(out) == 0; }
@@ -90,8 +88,9 @@ bool COutputFile::close() {
   return (closing == stdout ? close_copy_of(STDOUT_FILENO) : std::fclose(closing) == 0) && written;
 }
 
-void COutputFile::report_open_failure(const std::string& file_name) const {
+void COutputFile::report_open_failure(const std::string& file_name, const std::string& reason) const {
   PrintMessage(stderr, "Sorry! Failed to open file\n   \"", file_name.c_str(), "\"\n", role, "\n");
+  if (!reason.empty()) std::fprintf(stderr, "%s\n", reason.c_str());
 }
 
 void COutputFile::report_write_failure() const {
@@ -106,4 +105,10 @@ bool is_same_regular_file(const std::string& name, const std::string& other_name
   struct stat one {};
   struct stat other {};
   return stat(name.c_str(), &one) == 0 && stat(other_name.c_str(), &other) == 0 && is_same(one, other);
+}
+
+bool is_same_regular_file(int descriptor, const std::string& name) {
+  struct stat one {};
+  struct stat other {};
+  return fstat(descriptor, &one) == 0 && stat(name.c_str(), &other) == 0 && is_same(one, other);
 }

@@ -41,9 +41,9 @@ class COutputFile {
 
   std::FILE* stream() const { return out; }
 
-  // The messages for a file that cannot be opened or written, on standard error. A closed pipe on standard output ends
-  // the process here as it ends other filters.
-  void report_open_failure(const std::string& file_name) const;
+  // The messages for a file that cannot be opened or written, on standard error. The reason, if there is one, is a line
+  // behind the rest. A closed pipe on standard output ends the process here as it ends other filters.
+  void report_open_failure(const std::string& file_name, const std::string& reason = "") const;
   void report_write_failure() const;
 
  private:
@@ -55,7 +55,8 @@ class COutputFile {
   std::unique_ptr<stream_buffer> buffer;  // of a named file's stream, until that is closed
 };
 
-// True when both names are one regular file.
+// True when both names are one regular file, or when the open file and the name are.
 bool is_same_regular_file(const std::string& name, const std::string& other_name);
+bool is_same_regular_file(int descriptor, const std::string& name);
 
 #endif

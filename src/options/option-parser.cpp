@@ -2,11 +2,13 @@
 
 #include <tclap/CmdLine.h>
 
+#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "CCommandLineOutput.h"
 #include "CFileNamesArg.h"
 #include "quarvo-version.h"
 
@@ -22,11 +24,13 @@ class COptionParser {
     for (const convert_option_row& option : table) {
       std::visit([&](auto* destination) { declare(option, destination); }, option.destination);
     }
+    command_line.setOutput(&output);
     command_line.parse(argc, argv);
     for (const auto& store : stores) store();
   }
 
  private:
+  CCommandLineOutput output;
   TCLAP::CmdLine command_line;
   std::vector<std::unique_ptr<TCLAP::ValuesConstraint<std::string>>> constraints;
   std::vector<std::unique_ptr<TCLAP::Arg>> arguments;
@@ -64,6 +68,11 @@ class COptionParser {
 
 }  // namespace
 
-void parse_options(std::span<const convert_option_row> table, const char* description, int argc, char** argv) {
-  COptionParser(description).parse(table, argc, argv);
+void parse_options(std::span<const convert_option_row> table, const char* description, int status_if_not_written,
+                   int argc, char** argv) {
+  try {
+    COptionParser(description).parse(table, argc, argv);
+  } catch (const unwritten_help&) {
+    std::exit(status_if_not_written);
+  }
 }

@@ -3,11 +3,14 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include <array>
 #include <csignal>
 
 #include "quarvo-messages.h"
 
 namespace {
+
+constexpr std::array stopping_signals{SIGINT, SIGTERM, SIGHUP};
 
 constexpr int status_of_signal_0 = 128;
 constexpr int milliseconds_for_the_text = 1000;
@@ -24,6 +27,11 @@ volatile std::sig_atomic_t noted_signal = 0;
   _exit(status_of_signal_0 + signal);
 }
 
+bool is_ignored(int signal) {
+  struct sigaction action {};
+  return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
 void take_signal(int signal) {
   if (is_held == 0) stop(signal);
   noted_signal = signal;
@@ -38,8 +46,10 @@ void stop_on_signals() {
   struct sigaction action {};
   action.sa_handler = take_signal;
   action.sa_flags = SA_RESTART;
-  for (const int signal : {SIGINT, SIGTERM}) sigaddset(&action.sa_mask, signal);
-  for (const int signal : {SIGINT, SIGTERM}) sigaction(signal, &action, nullptr);
+  for (const int signal : stopping_signals) sigaddset(&action.sa_mask, signal);
+  for (const int signal : stopping_signals) {
+    if (signal != SIGHUP || !is_ignored(signal)) sigaction(signal, &action, nullptr);
+  }
 }
 
 void hold_signals() { is_held = 1; }

@@ -2,10 +2,16 @@
 
 #include "quarvo-run.h"
 
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <list>
 #include <memory>
 
+#include "CCommandLineOutput.h"
 #include "CFile.h"
 #include "COutputFile.h"
 #include "CSearchController.h"
@@ -22,13 +28,15 @@ namespace {
 // Records up to this many symbols are read without moving them in memory.
 constexpr unsigned expected_symbols = 10000000;
 
+constexpr const char* is_input = "It is the input file.";
+
 int end_on_error(int status) {
   good_bye_on_error(status);
   return status;
 }
 
-int refuse_to_open(const COutputFile& file, const std::string& name, int status) {
-  file.report_open_failure(name);
+int refuse_to_open(const COutputFile& file, const std::string& name, int status, const std::string& reason = "") {
+  file.report_open_failure(name, reason);
   return end_on_error(status);
 }
 
@@ -75,13 +83,16 @@ int CRun::open_input() {
 
 // No file is emptied before it is sure that no two of the run's files are one.
 int CRun::open_results() {
+  if (is_same_regular_file(STDOUT_FILENO, global_input_filename)) {
+    return refuse_to_open(results, "standard output", status_output_not_opened, is_input);
+  }
   if (global_output_filename.empty()) {
     results.claim_standard_output();
   } else if (!results.claim(global_output_filename)) {
     return refuse_to_open(results, global_output_filename, status_output_not_opened);
   }
-  if (!global_output_filename.empty() && results.is_same_file_as(global_input_filename)) {
-    return refuse_to_open(results, global_output_filename, status_output_not_opened);
+  if (results.is_same_file_as(global_input_filename)) {
+    return refuse_to_open(results, global_output_filename, status_output_not_opened, is_input);
   }
   if (const int status = check_masked_name(); status != 0) {
     results.abandon();
@@ -93,15 +104,16 @@ int CRun::open_results() {
 
 int CRun::check_masked_name() const {
   if (!global_mask_repeats) return 0;
-  if (is_same_regular_file(masked_name(), global_input_filename) || results.is_same_file_as(masked_name())) {
-    return refuse_to_open(masked, masked_name(), status_masked_not_opened);
+  if (is_same_regular_file(masked_name(), global_input_filename)) {
+    return refuse_to_open(masked, masked_name(), status_masked_not_opened, is_input);
+  }
+  if (results.is_same_file_as(masked_name())) {
+    return refuse_to_open(masked, masked_name(), status_masked_not_opened, "It is the file for the results.");
   }
   if (can_have_masked_file(global_input_filename)) return 0;
-  masked.report_open_failure(masked_name());
-  PrintMessage(stderr,
-               "The input is a pipe or a device, and no file can stand beside it. Please store the input in a file "
-               "first, or run without --maskX.\n");
-  return end_on_error(status_masked_not_opened);
+  return refuse_to_open(masked, masked_name(), status_masked_not_opened,
+                        "The input is a pipe or a device, and no file can stand beside it. Please store the input in a "
+                        "file first, or run without --maskX.");
 }
 
 void CRun::print_head() {
@@ -123,7 +135,8 @@ void CRun::print_head() {
 int CRun::open_masked() {
   if (!global_mask_repeats) return 0;
   if (masked.claim(masked_name()) && masked.start()) return 0;
-  return refuse_to_open(masked, masked_name(), status_masked_not_opened);
+  return refuse_to_open(masked, masked_name(), status_masked_not_opened,
+                        std::string("It cannot be written: ") + std::strerror(errno) + ".");
 }
 
 int CRun::process_records() {
@@ -181,11 +194,17 @@ int CRun::end_on_read_error() {
                  record.full_name.c_str(), CSequence_Mol::max_length);
     return end_on_error(status_record_too_long);
   }
+  if (record.has_too_long_header()) {
+    std::fprintf(stderr, "Sorry! The header in line %s\nhas more than %u bytes. Please shorten it.\n",
+                 number2str(input->line), record.max_header_length);
+    return end_on_error(status_record_too_long);
+  }
   input->look_for_trouble();
   if (input->trouble != nullptr) return end_on_read_failure();
   std::fputs("\n\n", stderr);
   std::fputs("An error occurred while reading the input file. It might not be a valid fasta file.\n", stderr);
   std::fprintf(stderr, "File position: line %s\n", number2str(input->line));
+  if (input->foreign_kind() != nullptr) std::fprintf(stderr, "%s\n", input->foreign_kind());
   std::fflush(stderr);
   return status_malformed_input;
 }
@@ -208,13 +227,32 @@ int CRun::finish() {
   return 0;
 }
 
+// Nothing must be written to it, not even the greeting. Where the command line is refused, nobody can tell which of its
+// words is the input.
+bool is_standard_error_input(int argc, char** argv) {
+  const auto is_standard_error = [](const std::string& word) { return is_same_regular_file(STDERR_FILENO, word); };
+  if (argc < 2 || std::none_of(argv + 1, argv + argc, is_standard_error)) return false;
+  const std::vector<std::string> names = files_named(argc, argv);
+  const bool is_known = names.size() == 1 || names.size() == 2;
+  return !is_known || is_standard_error(names[0]);
+}
+
+int read_parameters(int argc, char** argv) {
+  try {
+    return read_and_init_parameters(argc, argv);
+  } catch (const unwritten_help&) {
+    return status_write_failed;
+  }
+}
+
 }  // namespace
 
 int run_quarvo(int argc, char** argv) {
+  if (is_standard_error_input(argc, argv)) return status_output_not_opened;
   time_analysis_started = std::time(nullptr);
   quarvo_welcome(stderr);
   std::fflush(stderr);
-  if (const int status = read_and_init_parameters(argc, argv); status != 0) return end_on_error(status);
+  if (const int status = read_parameters(argc, argv); status != 0) return end_on_error(status);
 
   CRun run;
   if (const int status = run.open_input(); status != 0) return status;

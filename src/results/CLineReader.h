@@ -31,6 +31,8 @@ class CLineReader {
   std::int64_t number() const { return line_number; }
   // Why the file could not be opened, or not be read to its end.
   const std::string& trouble() const { return reason; }
+  // See CByteSource; known when a line has been taken.
+  const char* foreign_kind() const { return source.foreign_kind(); }
 
  private:
   CByteSource source;

@@ -119,6 +119,9 @@ class CHeaderReader {
 
   bool fail_as_no_results() {
     const std::string_view text = lines.text();
+    if (lines.foreign_kind() != nullptr) {
+      return fail({kind_type::not_results, std::string(lines.foreign_kind()) + "\n"});
+    }
     if (text.starts_with('>')) {
       return fail({kind_type::not_results,
                    "It looks like a FASTA file. What is wanted is what Quarvo writes when it searches such a file.\n"});

@@ -22,6 +22,8 @@
 153 masked-is-input        ln units.fa units.fa.masked && quarvo -M exact --maskX units.fa results
 153 masked-is-output       quarvo -M exact --maskX units.fa units.fa.masked; s=$?; echo *.masked; exit $s
 152 output-disk-full       quarvo -M exact units.fa /dev/full
+154 stdout-is-input        quarvo -M exact units.fa >>units.fa; s=$?; cat units.fa; exit $s
+154 stderr-is-input        quarvo -M exact units.fa 2>>units.fa; s=$?; cat units.fa; exit $s
 152 stdout-disk-full       quarvo -M exact units.fa >/dev/full
 152 masked-disk-full       ln -s /dev/full units.fa.masked && quarvo -M exact --maskX units.fa results
 152 stdout-closed          quarvo -M exact units.fa >&-
@@ -40,6 +42,8 @@
 1   option-twice           quarvo -s 6 -s 7 units.fa
 1   unknown-search-mode    quarvo -M quick units.fa
 0   help                   quarvo --help
+152 help-disk-full         quarvo --help >/dev/full
+152 version-disk-full      quarvo --version >/dev/full
 0   version                quarvo --version
 
 # --- command line: the program's own checks, in their order
@@ -143,6 +147,11 @@
 0   gzip-two-members       cat units.fa.gz blocks.fa.gz >in.fa && quarvo -M exact --outputFormat 0 in.fa results
 0   gzip-zeros-behind      truncate -s 8192 units.fa.gz && quarvo -M exact --outputFormat 0 units.fa.gz results
 0   block-gzip-masked      quarvo -M exact --maskX blocks.fa.gz results
+231 xz                     printf '\xfd7zXZ\0\0\4' >in.fa && quarvo in.fa results
+231 gzip-of-an-archive     printf 'PK\3\4' | gzip -n >in.fa && quarvo in.fa results
+231 byte-order-mark        printf '\xef\xbb\xbf>a\nACAC\n' >in.fa && quarvo in.fa results
+231 utf-16                 printf '\xff\xfe>\0a\0\n\0' >in.fa && quarvo in.fa results
+231 fastq                  printf '@a\nACAC\n+\nIIII\n' >in.fa && quarvo in.fa results
 231 gzip-empty             gzip -n empty.fa && quarvo -M exact empty.fa.gz results
 231 gzip-bad-symbol        gzip -n bad-symbol.fa && quarvo -M exact bad-symbol.fa.gz results
 149 gzip-cut-off           truncate -s -1 units.fa.gz && quarvo -M exact units.fa.gz results

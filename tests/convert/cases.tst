@@ -51,6 +51,8 @@
 4 unfinished     quarvo three.fa r 2>err && head -n -1 r >cut && quarvo-convert -t bed -o converted cut
 4 unfinished-stdout quarvo three.fa r 2>err && head -n -3 r >cut && quarvo-convert -t bed cut
 2 cut-gzip       quarvo three.fa r 2>err && gzip -c r | head -c 300 >cut && quarvo-convert -t json cut
+3 xz             printf '\xfd7zXZ\0\0\4' >r.xz && quarvo-convert -t bed r.xz
+5 lengths-utf-16 quarvo three.fa r 2>err && iconv -t UTF-16 three.fa.fai >fai && quarvo-convert -t tsv --lengths fai r
 2 missing        quarvo-convert -t bed nosuch
 2 directory      quarvo-convert -t bed .
 
@@ -80,3 +82,5 @@
 1 option-behind-the-file quarvo-convert -t bed r --nosuch
 0 help           quarvo-convert --help
 0 version        quarvo-convert --version
+6 help-disk-full quarvo-convert --help >/dev/full
+6 version-disk-full quarvo-convert --version >/dev/full

@@ -98,6 +98,52 @@ TEST_F(Input, ThatMayNotBeReadIsNotOpened) {
   EXPECT_FALSE(directory.has("results"));
 }
 
+TEST_F(Input, WithAHeaderBeyondTheLimitIsNotTakenForWantOfMemory) {
+  constexpr std::uintmax_t limit = 2147483647;
+  if (QUARVO_IS_SANITIZED) GTEST_SKIP() << "takes too much memory under sanitizers";
+  if (sysconf(_SC_AVPHYS_PAGES) < 6 * (static_cast<long>(limit) / sysconf(_SC_PAGESIZE))) {
+    GTEST_SKIP() << "not enough memory";
+  }
+  directory.write("in.fas", ">");
+  std::filesystem::resize_file(path("in.fas"), limit + 2);
+  EXPECT_EQ(run("exec quarvo in.fas results"), shell_status(-105));
+  EXPECT_TRUE(messages().ends_with("Sorry! The header in line 1\nhas more than 2147483647 bytes. Please shorten it.\n" +
+                                   abort_text(-105)))
+      << messages();
+}
+
+// The stream that messages go to cannot tell that it is the input.
+TEST_F(Input, ThatIsAStandardStreamIsNeverWritten) {
+  const std::string fasta = records(3);
+  directory.write("in.fas", fasta);
+  std::filesystem::create_hard_link(path("in.fas"), path("link"));
+  for (const char* const words : {"in.fas >>in.fas", "in.fas 1<>in.fas", "in.fas >>link", "in.fas results >>in.fas",
+                                  "/dev/stdin <in.fas >>in.fas"}) {
+    EXPECT_EQ(run(std::string("exec quarvo ") + words), shell_status(-102)) << words;
+    EXPECT_TRUE(
+        messages().ends_with("Sorry! Failed to open file\n   \"standard output\"\nas output file.\n"
+                             "It is the input file.\n" +
+                             abort_text(-102)))
+        << messages();
+    EXPECT_EQ(file("in.fas"), fasta) << words;
+  }
+  for (const char* const words :
+       {"in.fas 2>>in.fas", "-s 12 link results 2<>in.fas", "in.fas >>in.fas 2>&1", "--nosuch in.fas 2>>in.fas",
+        "--help in.fas 2>>in.fas >out", "-- in.fas 2>>link", "a in.fas b 2>>in.fas"}) {
+    EXPECT_EQ(run(std::string("exec quarvo ") + words), shell_status(-102)) << words;
+    EXPECT_EQ(messages(), "");
+    EXPECT_EQ(file("in.fas"), fasta) << words;
+  }
+  EXPECT_FALSE(directory.has("results"));
+}
+
+TEST_F(Input, MayBeNamedBesideALogOfAnotherName) {
+  directory.write("in.fas", records(3));
+  EXPECT_EQ(run("exec quarvo in.fas results 2>>log"), 0);
+  EXPECT_TRUE(file("log").ends_with(good_byes));
+  EXPECT_EQ(run("exec quarvo in.fas log 2>>log"), 0);
+}
+
 TEST_F(Input, ThatIsADirectoryReadsAsAnEmptyFile) {
   std::filesystem::create_directory(path("in.fas"));
   EXPECT_EQ(run("exec quarvo in.fas results"), shell_status(-25));

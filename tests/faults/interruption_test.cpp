@@ -107,6 +107,29 @@ TEST_F(Interruption, WorksWhereTheCallerIgnoresTheSignal) {
   expect_stop(SIGINT);
 }
 
+TEST_F(Interruption, WorksWhenTheTerminalIsClosed) {
+  directory.write("in.fas", records(20));
+  const std::string good = good_results("exec quarvo -U 50 in.fas results");
+  directory.write("in.fas", records(20) + random_record("long", 10000000));
+  start("exec quarvo -U 50 in.fas results");
+  wait_for_message(" - long\n");
+  send(SIGHUP);
+  expect_stop(SIGHUP);
+  EXPECT_EQ(file("results"), without_closing_line(good));
+}
+
+TEST_F(Interruption, LeavesAHangupToNohup) {
+  make_fifo("in.fas");
+  start("exec nohup ./quarvo in.fas results >nohup.out </dev/null");
+  std::ofstream fifo(path("in.fas"));
+  wait_for_message("Search progress");
+  send(SIGHUP);
+  expect_to_be_running_for_a_while();
+  fifo << records(3) << std::flush;
+  fifo.close();
+  EXPECT_EQ(wait(), 0);
+}
+
 TEST_F(Interruption, WorksWhileTheInputIsWaitedFor) {
   make_fifo("in.fas");
   start("exec quarvo in.fas results");

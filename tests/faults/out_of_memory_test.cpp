@@ -151,7 +151,7 @@ TEST_F(SmallMemory, IsTold) {
 TEST_F(SmallMemory, IsToldByTheConverter) {
   directory.write("in.fas", records(3));
   good_results("quarvo in.fas results");
-  expect_message_until_it_fits(QUARVO_CONVERT " -t multiqc results", 7,
+  expect_message_until_it_fits(QUARVO_CONVERT " -t multiqc results >out", 7,
                                "Sorry! There is not enough memory for this conversion.\n");
 }
 

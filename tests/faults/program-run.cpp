@@ -51,7 +51,7 @@ void FaultTest::start(const std::string& command, long largest_file) {
 
 void FaultTest::become(const std::string& command, long largest_file, int messages_to) const {
   if (chdir(path("").c_str()) != 0) _exit(126);
-  for (const int signal : {SIGINT, SIGTERM, SIGPIPE, SIGXFSZ}) (void)std::signal(signal, SIG_DFL);
+  for (const int signal : {SIGHUP, SIGINT, SIGTERM, SIGPIPE, SIGXFSZ}) (void)std::signal(signal, SIG_DFL);
   if (largest_file >= 0) {
     const rlimit limit{static_cast<rlim_t>(largest_file), static_cast<rlim_t>(largest_file)};
     if (setrlimit(RLIMIT_FSIZE, &limit) != 0) _exit(126);

@@ -262,6 +262,22 @@ TEST_F(CByteSourceTest, ACompressedFileThatBecameShorterIsInTrouble) {
   EXPECT_EQ(found.trouble, "It has become shorter while it was read");
 }
 
+TEST_F(CByteSourceTest, AForeignFormatIsKnownInPlainAndInCompressedFiles) {
+  const std::string archive = "PK\3\4 and more";
+  CByteSource source;
+  for (const std::string& contents : {archive, gzip_member(archive)}) {
+    source.open(directory.write("input", contents).c_str());
+    EXPECT_EQ(source.foreign_kind(), nullptr);
+    EXPECT_EQ(rest_of(source, 1000).text, archive);
+    ASSERT_NE(source.foreign_kind(), nullptr);
+    EXPECT_TRUE(std::string(source.foreign_kind()).starts_with("It is a zip archive."));
+    source.close();
+  }
+  source.open(directory.write("input", fasta).c_str());
+  rest_of(source, 1000);
+  EXPECT_EQ(source.foreign_kind(), nullptr);
+}
+
 TEST_F(CByteSourceTest, MayBeOpenedAgain) {
   CByteSource source;
   for (int round = 0; round < 2; ++round) {

@@ -44,6 +44,26 @@ TEST_F(CSequenceMolTest, TheHeaderIsSplitAtItsFirstBlank) {
   EXPECT_EQ(text(record.description), "Homo sapiens chr1");
 }
 
+TEST_F(CSequenceMolTest, AHeaderMayBeAsLongAsTheLimitAndNotLonger) {
+  for (const unsigned block_size : {2U, 7U, CFile::buffer_size}) {
+    record.max_header_length = 9;
+    open("#x\n>123456789\nAC\n>1\n", block_size);
+    EXPECT_EQ(read(), good);
+    EXPECT_FALSE(record.has_too_long_header());
+    EXPECT_EQ(text(record.full_name), "123456789");
+    for (const char* const longer : {">a\nC\n>1234567890\nAC\n", ">a\nC\n>1234567890", ">a\nC\n>123456789\1\nAC\n"}) {
+      open(longer, block_size);
+      EXPECT_EQ(read(), good);
+      EXPECT_EQ(read(), failed);
+      EXPECT_TRUE(record.has_too_long_header());
+      EXPECT_EQ(file->line, 3U);
+    }
+    open(">1\nAC\n", block_size);
+    EXPECT_EQ(read(), exhausted);
+    EXPECT_FALSE(record.has_too_long_header());
+  }
+}
+
 TEST_F(CSequenceMolTest, ARunOfBlanksSplitsTheHeaderOnce) {
   open(">seq1   two\nA\n");
   read();

@@ -71,7 +71,9 @@ TEST_P(Interruption, LeavesAHeldProcessToItsEnd) {
   EXPECT_EXIT(run(), ::testing::ExitedWithCode(0), "^$");
 }
 
-TEST_P(Interruption, TakesSignalsOverThatWereIgnored) {
+using InterruptionInTheBackground = Interruption;
+
+TEST_P(InterruptionInTheBackground, TakesSignalsOverThatWereIgnored) {
   const auto run = [this] {
     (void)std::signal(signal, SIG_IGN);
     stop_on_signals();
@@ -81,6 +83,17 @@ TEST_P(Interruption, TakesSignalsOverThatWereIgnored) {
   EXPECT_EXIT(run(), a_stop, stop_text);
 }
 
-INSTANTIATE_TEST_SUITE_P(ForBothSignals, Interruption, ::testing::Values(SIGINT, SIGTERM));
+INSTANTIATE_TEST_SUITE_P(ForEachSignal, Interruption, ::testing::Values(SIGINT, SIGTERM, SIGHUP));
+INSTANTIATE_TEST_SUITE_P(ForEachSignal, InterruptionInTheBackground, ::testing::Values(SIGINT, SIGTERM));
+
+TEST(InterruptionUnderNohup, LeavesAnIgnoredHangupIgnored) {
+  const auto run = [] {
+    (void)std::signal(SIGHUP, SIG_IGN);
+    stop_on_signals();
+    std::raise(SIGHUP);
+    std::exit(0);
+  };
+  EXPECT_EXIT(run(), ::testing::ExitedWithCode(0), "^$");
+}
 
 }  // namespace

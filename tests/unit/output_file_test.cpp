@@ -133,6 +133,13 @@ TEST_F(OutputFile, InterpretsConversionsInItsName) {
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "Sorry! Failed to open file\n   \"ab%c%\"\nas output file.\n");
 }
 
+TEST_F(OutputFile, TellsTheReasonAsItStands) {
+  ::testing::internal::CaptureStderr();
+  file.report_open_failure("out", "It is 100%s");
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+            "Sorry! Failed to open file\n   \"out\"\nas output file.\nIt is 100%s\n");
+}
+
 TEST_F(OutputFile, TellsThatItCannotBeWritten) {
   ASSERT_TRUE(file.claim(directory.path("out")));
   ::testing::internal::CaptureStderr();
