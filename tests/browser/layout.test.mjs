@@ -119,6 +119,21 @@ test("printing draws the plots for paper and then for the window again", () => w
   assert.equal(await page.$eval("#settings", (settings) => settings.open), false);
 }));
 
+test("paper says which repeats it shows", () => with_page(example, {}, async (page) => {
+  await page.emulateMedia({ media: "print" });
+  for (const id of ["#filter-words", "#distribution-words"]) assert.ok(await page.isHidden(id), id);
+  await page.emulateMedia({ media: "screen" });
+  await page.fill("#filter-unit", "AC");
+  await page.fill("#filter-length-min", "20");
+  await page.fill("#filter-score-max", "40");
+  await page.selectOption("#distribution-unit-length", "3");
+  await settle(page);
+  for (const id of ["#filter-words", "#distribution-words"]) assert.ok(await page.isHidden(id), id);
+  await page.emulateMedia({ media: "print" });
+  assert.equal(await page.innerText("#filter-words"), "Filters: unit AC; length from 20; score to 40.");
+  assert.equal(await page.innerText("#distribution-words"), "Repeats of unit length 3.");
+}));
+
 test("a long alignment is broken into pieces on paper alone", () => with_page(example, {}, async (page) => {
   await page.click("th[data-key=length] button");
   await page.locator("#repeat-rows button").first().click();

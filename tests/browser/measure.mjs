@@ -12,7 +12,7 @@ async function opening_time(file) {
   const begun = performance.now();
   await page.goto(`file://${file}`);
   await page.waitForSelector("html[data-ready]");
-  await page.waitForSelector("#track-plot rect");
+  await page.waitForSelector("#track-plot svg[role=img] title", { state: "attached" });
   await page.evaluate(() => new Promise((done) => requestAnimationFrame(() => requestAnimationFrame(done))));
   const seconds = (performance.now() - begun) / 1000;
   await page.click("th[data-key=score] button");

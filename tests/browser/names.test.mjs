@@ -111,6 +111,8 @@ test("a sequence is searched by a part of its name or title", () => {
     const offered_names = () => page.$$eval("#track-sequence-list li > bdi", (names) => names.map((name) => name.textContent));
     const field = page.getByRole("combobox", { name: "Sequence", exact: true });
     await field.focus();
+    assert.equal(await field.getAttribute("aria-expanded"), "false", "the focus alone opens nothing");
+    await page.keyboard.press("ArrowDown");
     assert.equal(await field.getAttribute("aria-expanded"), "true");
     assert.deepEqual(await offered_names(), ["chr1", "chr2", "chr11"]);
     await field.fill("HR1");
@@ -121,6 +123,11 @@ test("a sequence is searched by a part of its name or title", () => {
     assert.equal(await field.inputValue(), "chr2");
     assert.equal(await page.textContent("#track-title"), "chr2 second chromosome");
     assert.ok(await page.isHidden("#track-sequence-popup"));
+    await page.keyboard.press("Control+A");
+    await page.keyboard.type("chr11");
+    assert.deepEqual(await offered_names(), ["chr11"]);
+    await page.keyboard.press("Escape");
+    assert.equal(await field.inputValue(), "chr2");
     await page.keyboard.press("ArrowDown");
     await page.keyboard.press("ArrowDown");
     await page.keyboard.press("ArrowDown");

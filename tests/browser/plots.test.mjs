@@ -122,6 +122,19 @@ test("the density of a stretch without repeats has an axis from 0", () => with_p
   assert.match(await page.textContent("#track-state"), /No repeat lies here\./u);
 }));
 
+test("no bar of the track is a sliver", () => with_page(example, {}, async (page) => {
+  await choose_sequence(page, sequences.length - 1);
+  for (const to of [50000, 49900, 49000, 47001, 20001]) {
+    await page.fill("#track-from", "1");
+    await page.fill("#track-to", String(to));
+    await page.click("#track-range button");
+    const bars = (await labels_in(page, "#track-plot")).map((label) => /^([\d,]+) to ([\d,]+):/u.exec(label).slice(1).map((text) => Number(text.replaceAll(",", ""))))
+      .map(([from, last]) => last - from + 1);
+    const usual = bars[0];
+    assert.ok(bars.every((width) => width >= usual / 2 && width < 1.5 * usual), `${to}: ${usual}, ${bars.at(-1)}`);
+  }
+}));
+
 test("few repeats on a long sequence are counted per megabase", () => {
   const random = random_numbers(3);
   const spacer = Array.from({ length: 600000 }, () => "ACGT"[random(4)]).join("");

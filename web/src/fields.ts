@@ -5,6 +5,7 @@ import { parse_range, parse_region, parse_units } from "./filter";
 import type { SequenceNames } from "./names";
 import type { ReportData } from "./report-data";
 import { by_id } from "./dom";
+import { visible } from "./text";
 
 // Marks the fields and says why in the element NAME-error; without a fault the mark and the words go.
 export function complain(name: string, fields: HTMLInputElement[], fault: string | null): void {
@@ -39,6 +40,18 @@ export function range_in(name: string, from: string, to: string): Range | null {
 
 function filter_range(name: string): Range | null {
   return range_in(`filter-${name}`, `filter-${name}-min`, `filter-${name}-max`);
+}
+
+// What stands in the fields of the filter, as a sentence; empty when nothing does.
+export function filter_words(): string {
+  const value = (id: string) => by_id<HTMLInputElement>(id).value.trim();
+  const words = [["unit", value("filter-unit")], ["region", value("filter-region")]].filter(([, text]) => text !== "")
+    .map(([name, text]) => `${name} ${visible(text)}`);
+  for (const [name, id] of [["unit length", "unit-length"], ["length", "length"], ["perfection", "perfection"], ["score", "score"]]) {
+    const [from, to] = [value(`filter-${id}-min`), value(`filter-${id}-max`)];
+    if (from !== "" || to !== "") words.push(`${name} ${from === "" ? "" : `from ${from} `}${to === "" ? "" : `to ${to}`}`.trim());
+  }
+  return words.length === 0 ? "" : `Filters: ${words.join("; ")}.`;
 }
 
 // The filter in the form; null behind complaints when it cannot be applied.

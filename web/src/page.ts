@@ -3,7 +3,7 @@
 import { alignment_of, columns_of, read_data, type Repeats } from "./data";
 import type { ReportData } from "./report-data";
 import { by_id, follow_widths_now, make, tell_of_scrolling } from "./dom";
-import { filter_in_form } from "./fields";
+import { filter_in_form, filter_words } from "./fields";
 import { type Region, select } from "./filter";
 import { SequenceNames } from "./names";
 import { show_distributions, show_unit_lengths, show_units } from "./plots";
@@ -76,6 +76,7 @@ function connect_filters(data: ReportData, names: SequenceNames, repeats: Repeat
   const apply = () => {
     const filter = filter_in_form(data, names);
     table.set_rows(filter ? select(data, repeats, filter) : null);
+    by_id("filter-words").textContent = filter_words();
     by_id("save-error").textContent = "";
   };
   let waiting = 0;

@@ -356,7 +356,10 @@ export function show_distributions(data: ReportData): void {
     figure_of(view.id, draw);
     redraw.push(() => known > 0 && replace_plot(by_id(view.id), draw(known)));
   }
-  const tables = () => by_id("distribution-numbers").replaceChildren(...views.map((view) => distribution_table(view, chosen())));
+  const tables = () => {
+    by_id("distribution-numbers").replaceChildren(...views.map((view) => distribution_table(view, chosen())));
+    by_id("distribution-words").textContent = chosen() === null ? "" : `Repeats of unit length ${choice.selectedOptions[0].text}.`;
+  };
   for (const control of [choice, scale]) {
     control.addEventListener("change", () => {
       redraw.forEach((again) => again());

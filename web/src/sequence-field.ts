@@ -63,13 +63,13 @@ export class SequenceField {
   }
 
   private listen(): void {
-    for (const event of ["focus", "click"]) this.input.addEventListener(event, () => this.open());
+    this.input.addEventListener("click", () => this.open());
     // Behind the field, so that it comes after the combobox has forgotten what was marked before.
     this.input.parentElement?.addEventListener("input", () => this.suggest(this.input.value));
     this.input.addEventListener("blur", () => this.close());
     this.input.addEventListener("keydown", (event) => {
       if (event.key === "Escape") this.close();
-      if (event.key === "ArrowDown" && this.popup.hidden) this.open();
+      if (event.key === "ArrowDown") this.open();
     });
     this.popup.addEventListener("mousedown", (event) => event.preventDefault()); // keeps the focus in the field
     this.list.addEventListener("combobox-commit", (event) => {
@@ -80,11 +80,10 @@ export class SequenceField {
     });
   }
 
+  // Offers all sequences, the text in the field marked so that typing replaces it.
   private open(): void {
     if (!this.popup.hidden) return;
     this.input.select();
-    this.popup.hidden = false;
-    this.combobox.start();
     this.suggest("");
   }
 
@@ -96,7 +95,10 @@ export class SequenceField {
   }
 
   private suggest(typed: string): void {
-    if (this.popup.hidden) return this.open();
+    if (this.popup.hidden) {
+      this.popup.hidden = false;
+      this.combobox.start();
+    }
     const { found, count } = matches(this.texts, typed, most_shown);
     this.list.replaceChildren(...found.map((index) => this.option(this.sequences[index])));
     this.note.textContent = count === 0 ? `No sequence matches.${this.data.cut.tracks > 0 ? " Those without a track are not among them." : ""}`

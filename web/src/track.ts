@@ -27,6 +27,14 @@ const narrowest_view = 20;
 const left_margin = 52; // pixels: room for the labels of the y axis
 const right_margin = 34; // room for half a label
 
+// A last bin of less than half the width of the others is told with the one before it: a single repeat would tower there.
+function without_sliver(bins: Bin[]): Bin[] {
+  const [before, last] = bins.slice(-2);
+  if (!last || 2 * (last.to - last.from + 1) >= before.to - before.from + 1) return bins;
+  const joined = { from: before.from, to: last.to, starts: before.starts + last.starts, covered: before.covered + last.covered };
+  return [...bins.slice(0, -2), joined];
+}
+
 // Bins of the view out of those of the data: as many neighbours in one as keep them at most that many.
 export function merged_bins(track: Track, from: number, to: number, end: number, most: number): Bin[] {
   const first = Math.floor((from - 1) / track.width);
@@ -42,7 +50,7 @@ export function merged_bins(track: Track, from: number, to: number, end: number,
     }
     bins.push(bin);
   }
-  return bins;
+  return without_sliver(bins);
 }
 
 // Exact bins of the listed repeats [begin, stop), which are sorted by start.
@@ -63,7 +71,7 @@ export function exact_bins(repeats: Repeats, begin: number, stop: number, from: 
     }
     done = Math.max(done, last);
   }
-  return bins;
+  return without_sliver(bins);
 }
 
 // What the bars tell of a bin, and the axis that suits the largest of them.
