@@ -61,7 +61,10 @@ command_page quarvo_convert_page() {
   page.plain_words = {{"RESULTS", "results file", false}};
   page.plain_words_help = table.back().help;
   page.exit_statuses = exit_statuses();
-  page.files = {{"FILE.unfinished", "What is written while the conversion runs; it is renamed when it is complete."}};
+  page.files = {
+      {".quarvo-unfinished-*",
+       "Left beside the output by a conversion that SIGKILL ended, on file systems that have no files without a "
+       "name; it may be removed."}};
   page.examples = examples();
   page.see_also = {"quarvo"};
   page.further_reading =

@@ -51,7 +51,10 @@ command_page quarvo_report_page() {
   page.plain_words = {{"RESULTS", "results file", false}};
   page.plain_words_help = table.back().help;
   page.exit_statuses = exit_statuses();
-  page.files = {{"FILE.unfinished", "What is written while the page is made; it is renamed when it is complete."}};
+  page.files = {
+      {".quarvo-unfinished-*",
+       "Left beside the page by a run that SIGKILL ended, on file systems that have no files without a name; it "
+       "may be removed."}};
   page.examples = examples();
   page.see_also = {"quarvo", "quarvo-convert"};
   page.further_reading =

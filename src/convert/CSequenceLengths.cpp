@@ -3,10 +3,11 @@
 #include "CLineReader.h"
 #include "CTextScanner.h"
 #include "sequence-names.h"
+#include "shown-text.h"
 
 bool CSequenceLengths::read(const std::string& file_name) {
   CLineReader lines;
-  const std::string head = "Sorry! These lengths cannot be used:\n   \"" + file_name + "\"\n";
+  const std::string head = "Sorry! These lengths cannot be used:\n   \"" + shown(file_name) + "\"\n";
   if (!lines.open(file_name)) {
     unreadable = true;
     problem = head + "It cannot be opened: " + lines.trouble() + ".\n";

@@ -10,6 +10,7 @@
 #include "CResultsReader.h"
 #include "CSequenceLengths.h"
 #include "convert-options.h"
+#include "shown-text.h"
 
 namespace {
 
@@ -24,6 +25,8 @@ int status_of(const results_trouble& trouble) {
       return convert_status_not_results;
   }
 }
+
+constexpr const char* right_lengths = "Please name the lengths of the sequences that were searched.\n";
 
 // The files of a conversion and what happens to each item of the results.
 class CConvertRun {
@@ -84,6 +87,15 @@ int CConvertRun::convert() {
 }
 
 int CConvertRun::begin_sequence() {
+  const results_sequence& sequence = results.sequence();
+  const std::optional<int> length = lengths.of(sequence.name);
+  if (length && sequence.length && *length != *sequence.length) {
+    return end_with_message(convert_status_not_suited,
+                            "Sorry, at line " + std::to_string(results.line_number()) +
+                                " the results give the length " + std::to_string(*sequence.length) + " of\n   \"" +
+                                shown(sequence.name) + "\"\nand the table of lengths gives " + std::to_string(*length) +
+                                ".\n" + right_lengths);
+  }
   if (!conversion->begin_sequence(output.stream(), results.sequence())) {
     return end_with_message(convert_status_not_suited, conversion->trouble());
   }
@@ -96,8 +108,7 @@ int CConvertRun::add_repeat() {
     return end_with_message(convert_status_not_suited,
                             "Sorry, at line " + std::to_string(results.line_number()) +
                                 " a repeat ends behind the length that the table of lengths gives for\n   \"" +
-                                results.sequence().name +
-                                "\"\nPlease name the lengths of the sequences that were searched.\n");
+                                shown(results.sequence().name) + "\"\n" + right_lengths);
   }
   conversion->add(output.stream(), results.repeat());
   return std::ferror(output.stream()) == 0 ? 0 : end_on_write_failure();
@@ -125,6 +136,7 @@ int CConvertRun::end_on_write_failure() const {
 
 int run_convert(int argc, char** argv) {
   if (const int status = read_convert_options(argc, argv); status != 0) return status;
+  if (is_standard_error(convert_options.results[0], convert_options.lengths)) return convert_status_not_written;
   CConvertRun run;
   if (const int status = run.open_input(); status != 0) return status;
   if (const int status = run.open_output(); status != 0) return status;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <functional>
 
+#include "shown-text.h"
+
 namespace {
 
 bool may_stand_in_gff3(char c) {
@@ -34,12 +36,12 @@ bool is_bed_name(std::string_view name) {
 
 std::string unsuited_name(const results_sequence& sequence, const std::string& format) {
   return "Sorry, sequence " + std::to_string(sequence.ordinal) + " of these results has the name\n   \"" +
-         std::string(plain_name(sequence.name)) + "\"\nwhich cannot stand in " + format +
+         shown(plain_name(sequence.name)) + "\"\nwhich cannot stand in " + format +
          ": other programs would pass its repeats over. Please rename it, or convert to json.\n";
 }
 
 std::string repeated_name(const results_sequence& sequence) {
-  return "Sorry, the name\n   \"" + std::string(plain_name(sequence.name)) +
+  return "Sorry, the name\n   \"" + shown(plain_name(sequence.name)) +
          "\"\nhas come before: other programs would take two sequences for one. Please search a file in which all "
          "names\ndiffer up to their first white space, or convert to json, which numbers the sequences.\n";
 }

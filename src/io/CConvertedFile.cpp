@@ -1,13 +1,20 @@
 #include "CConvertedFile.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <system_error>
+
+#include "shown-text.h"
 
 namespace fs = std::filesystem;
 
 namespace {
+
+constexpr const char* is_input = "It is one of the files to read.";
 
 bool is_written_directly(const std::string& name) {
   std::error_code ignored;
@@ -15,67 +22,81 @@ bool is_written_directly(const std::string& name) {
   return fs::exists(status) && !fs::is_regular_file(status);
 }
 
-// The place that a chain of symbolic links leads to, whether or not there is a file.
+// The place that a chain of symbolic links leads to, whether or not there is a file. Empty when it leads nowhere.
 std::string with_links_resolved(const std::string& name) {
   constexpr int most_links = 40;
   std::error_code ignored;
   fs::path place = name;
-  for (int links = 0; links != most_links && fs::is_symlink(place, ignored); ++links) {
+  for (int links = 0; fs::is_symlink(place, ignored); ++links) {
+    if (links == most_links) return "";
     place = place.parent_path() / fs::read_symlink(place, ignored);
   }
   return place.string();
+}
+
+std::string directory_of(const std::string& name) {
+  const fs::path directory = fs::path(name).parent_path();
+  return directory.empty() ? "." : directory.string();
 }
 
 bool is_protected(const std::string& name) {
   return access(name.c_str(), F_OK) == 0 && access(name.c_str(), W_OK) != 0;
 }
 
-}  // namespace
+std::string reason_of(int error) { return std::string(std::strerror(error)) + "."; }
 
-CConvertedFile::~CConvertedFile() {
-  if (!unfinished_name.empty()) unlink(unfinished_name.c_str());
-}
+}  // namespace
 
 bool CConvertedFile::open(const std::string& file_name, const std::string& results_name,
                           const std::string& lengths_name) {
+  shown_name = file_name.empty() ? "standard output" : shown(file_name);
   if (file_name.empty()) {
     file.claim_standard_output();
-    const bool is_input = file.is_same_file_as(results_name) || file.is_same_file_as(lengths_name);
-    return !is_input || refuse_input("standard output");
+    const bool is_read = file.is_same_file_as(results_name) || file.is_same_file_as(lengths_name);
+    return !is_read || refuse(is_input);
   }
+  if (is_same_regular_file(file_name, results_name) || is_same_regular_file(file_name, lengths_name)) {
+    return refuse(is_input);
+  }
+  if (is_written_directly(file_name)) return open_directly(file_name) || refuse(reason_of(errno));
   name = with_links_resolved(file_name);
-  const bool is_direct = is_written_directly(file_name);
-  const std::string written_name = is_direct ? file_name : name + ".unfinished";
-  for (const std::string& input : {results_name, lengths_name}) {
-    if (is_same_regular_file(file_name, input)) return refuse_input(file_name);
-    if (is_same_regular_file(written_name, input)) return refuse_input(written_name);
-  }
-  if (is_protected(name) || !file.claim(written_name)) {
-    file.report_open_failure(file_name);
-    return false;
-  }
-  if (!is_direct) unfinished_name = written_name;
-  if (file.start()) return true;
-  file.report_open_failure(written_name);
-  return false;
+  if (name.empty()) return refuse(reason_of(ELOOP));
+  if (is_protected(name)) return refuse(reason_of(EACCES));
+  return open_unnamed() || refuse("In its directory no file can be made: " + reason_of(errno));
 }
 
-bool CConvertedFile::refuse_input(const std::string& file_name) const {
-  file.report_open_failure(file_name);
-  std::fputs("It is one of the files to read.\n", stderr);
+bool CConvertedFile::open_directly(const std::string& file_name) { return file.claim(file_name) && file.start(); }
+
+bool CConvertedFile::open_unnamed() {
+  if (!unnamed.create(directory_of(name))) return false;
+  unnamed.take_mode_of(name);
+  return file.claim(fcntl(unnamed.descriptor(), F_DUPFD_CLOEXEC, 0)) && file.start();
+}
+
+bool CConvertedFile::refuse(const std::string& reason) const {
+  std::fprintf(stderr, "Sorry! Failed to open file\n   \"%s\"\nas output file.\n%s\n", shown_name.c_str(),
+               reason.c_str());
   return false;
 }
 
 const char* CConvertedFile::fate() const {
   if (file.stream() == nullptr) return "";
-  return unfinished_name.empty() ? "What has been written is not complete.\n" : "No file has been written.\n";
+  return unnamed.descriptor() < 0 ? "What has been written is not complete.\n" : "No file has been written.\n";
 }
 
 bool CConvertedFile::finish() {
   if (!file.close()) return false;
-  if (unfinished_name.empty()) return true;
-  std::error_code error;
-  fs::rename(unfinished_name, name, error);
-  if (!error) unfinished_name.clear();
-  return !error;
+  if (unnamed.descriptor() < 0 || unnamed.give_name(name)) return true;
+  why_unnamed = "It could not get its name: " + reason_of(errno) + "\n";
+  return false;
+}
+
+void CConvertedFile::report_write_failure() const {
+  file.end_on_closed_pipe();
+  std::fprintf(stderr, "Sorry! Failed to write file\n   \"%s\"\nas output file.\n%s", shown_name.c_str(),
+               why_unnamed.c_str());
+}
+
+bool is_standard_error(const std::string& results_name, const std::string& lengths_name) {
+  return is_same_regular_file(STDERR_FILENO, results_name) || is_same_regular_file(STDERR_FILENO, lengths_name);
 }

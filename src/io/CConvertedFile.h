@@ -5,16 +5,16 @@
 #include <string>
 
 #include "COutputFile.h"
+#include "CTemporaryFile.h"
 
-// The file that a conversion writes. A regular file gets its name only when it is complete: until then it is written
-// under the name with ".unfinished" appended, and a former file of the name stays as it is. Standard output, devices
-// and pipes are written directly. Not copyable; the destructor removes what is unfinished.
+// The file that a companion program writes. A regular file gets its name only when it is complete, with the mode of the
+// file that had it before, which stays as it is until then; of runs at once under one name the last to end has it.
+// Standard output, devices and pipes are written directly. Not copyable; what is not complete vanishes.
 class CConvertedFile {
  public:
   CConvertedFile() = default;
   CConvertedFile(const CConvertedFile&) = delete;
   CConvertedFile& operator=(const CConvertedFile&) = delete;
-  ~CConvertedFile();
 
   // Opens the file; an empty name stands for standard output. Returns false behind a message when that is impossible
   // or when it is one of the files to read.
@@ -26,17 +26,25 @@ class CConvertedFile {
 
   // Closes the file and gives it its name. Returns false when something could not be written.
   bool finish();
-  void report_write_failure() const { file.report_write_failure(); }
+  // A closed pipe on standard output ends the process here as it ends other filters.
+  void report_write_failure() const;
 
   // What a user must know about the output of a conversion that fails now: a line, or nothing before open().
   const char* fate() const;
 
  private:
   COutputFile file{"as output file."};
-  std::string name;             // where the file belongs, links resolved
-  std::string unfinished_name;  // empty when the file is written directly
+  CTemporaryFile unnamed;   // what is written, unless that is done directly
+  std::string shown_name;   // as the user gave it
+  std::string name;         // where the file belongs, links resolved
+  std::string why_unnamed;  // it could not get its name
 
-  bool refuse_input(const std::string& file_name) const;
+  bool open_directly(const std::string& file_name);
+  bool open_unnamed();
+  bool refuse(const std::string& reason) const;
 };
+
+// True when messages on standard error would be written into one of the files to read.
+bool is_standard_error(const std::string& results_name, const std::string& lengths_name);
 
 #endif

@@ -49,6 +49,11 @@ bool COutputFile::claim(const std::string& file_name) {
   return descriptor >= 0;
 }
 
+bool COutputFile::claim(int open_file) {
+  descriptor = open_file;
+  return descriptor >= 0;
+}
+
 void COutputFile::claim_standard_output() {
   name = "standard output";
   descriptor = STDOUT_FILENO;
@@ -93,11 +98,14 @@ void COutputFile::report_open_failure(const std::string& file_name, const std::s
   if (!reason.empty()) std::fprintf(stderr, "%s\n", reason.c_str());
 }
 
+void COutputFile::end_on_closed_pipe() const {
+  if (descriptor != STDOUT_FILENO || !is_pipe(STDOUT_FILENO)) return;
+  std::signal(SIGPIPE, SIG_DFL);
+  std::raise(SIGPIPE);
+}
+
 void COutputFile::report_write_failure() const {
-  if (descriptor == STDOUT_FILENO && is_pipe(STDOUT_FILENO)) {
-    std::signal(SIGPIPE, SIG_DFL);
-    std::raise(SIGPIPE);
-  }
+  end_on_closed_pipe();
   PrintMessage(stderr, "Sorry! Failed to write file\n   \"", name.c_str(), "\"\n", role, "\n");
 }
 

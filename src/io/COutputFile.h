@@ -24,6 +24,8 @@ class COutputFile {
 
   // Opens the named file for writing and leaves its contents. Returns false when that is impossible.
   bool claim(const std::string& file_name);
+  // Takes over a file that is open for writing; -1 is none.
+  bool claim(int open_file);
   // Uses standard output, which needs no start().
   void claim_standard_output();
   // Empties the file claimed and makes the stream. Returns false when that is impossible.
@@ -45,6 +47,8 @@ class COutputFile {
   // behind the rest. A closed pipe on standard output ends the process here as it ends other filters.
   void report_open_failure(const std::string& file_name, const std::string& reason = "") const;
   void report_write_failure() const;
+  // The latter alone.
+  void end_on_closed_pipe() const;
 
  private:
   const char* role;

@@ -1,13 +1,14 @@
 #include "CTemporaryText.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <system_error>
 
+#include "CTemporaryFile.h"
 #include "text-output.h"
 
 namespace {
@@ -41,10 +42,11 @@ bool CTemporaryText::fail(const char* what) {
 
 bool CTemporaryText::make_file() {
   if (file != nullptr) return true;
-  std::string name = directory() + "/quarvo-convert-XXXXXX";
-  const int descriptor = mkstemp(name.data());
+  CTemporaryFile unnamed;
+  if (!unnamed.create(directory())) return fail("made");
+  unnamed.forget_name();
+  const int descriptor = fcntl(unnamed.descriptor(), F_DUPFD_CLOEXEC, 0);
   if (descriptor < 0) return fail("made");
-  unlink(name.c_str());
   file = fdopen(descriptor, "w+b");
   if (file != nullptr) return true;
   close(descriptor);

@@ -5,12 +5,15 @@
 #include <cstring>
 #include <new>
 
+#include "CTemporaryFile.h"
+
 namespace {
 
 const char* last_text = "";
 int last_status = 1;
 
 [[noreturn]] void end() {
+  remove_unnamed_file();
   [[maybe_unused]] const auto written = write(STDERR_FILENO, last_text, std::strlen(last_text));
   _exit(last_status);
 }

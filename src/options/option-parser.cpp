@@ -4,15 +4,34 @@
 
 #include <cstdlib>
 #include <functional>
+#include <iostream>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "CCommandLineOutput.h"
 #include "CFileNamesArg.h"
 #include "quarvo-version.h"
+#include "shown-text.h"
 
 namespace {
+
+// Words of the command line are shown as they may be on a terminal.
+class CShownOutput : public CCommandLineOutput {
+ public:
+  void failure(TCLAP::CmdLineInterface& command_line, TCLAP::ArgException& why) override {
+    const std::ostringstream text;
+    std::streambuf* const terminal = std::cerr.rdbuf(text.rdbuf());
+    try {
+      CCommandLineOutput::failure(command_line, why);
+    } catch (const TCLAP::ExitException&) {
+      std::cerr.rdbuf(terminal);
+      std::cerr << shown_lines(text.str());
+      throw;
+    }
+  }
+};
 
 // The library's arguments for an option table.
 class COptionParser {
@@ -30,7 +49,7 @@ class COptionParser {
   }
 
  private:
-  CCommandLineOutput output;
+  CShownOutput output;
   TCLAP::CmdLine command_line;
   std::vector<std::unique_ptr<TCLAP::ValuesConstraint<std::string>>> constraints;
   std::vector<std::unique_ptr<TCLAP::Arg>> arguments;

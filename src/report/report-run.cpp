@@ -69,6 +69,7 @@ int run_report(int argc, char** argv) {
     return report_status_command_line;
   }
   const std::string& name = report_options.results[0];
+  if (is_standard_error(name, "")) return report_status_not_written;
   CResultsReader results;
   CConvertedFile page;
   if (!results.open(name)) return end_on_trouble(results, page);

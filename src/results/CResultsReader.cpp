@@ -6,6 +6,7 @@
 #include "CTextScanner.h"
 #include "results-header.h"
 #include "results-lines.h"
+#include "shown-text.h"
 #include "unit-normal-form.h"
 
 namespace {
@@ -43,7 +44,7 @@ CResultsReader::item CResultsReader::next() {
 }
 
 std::string CResultsReader::trouble_text() const {
-  return "Sorry! These results cannot be used:\n   \"" + file_name + "\"\n" + its_trouble.text;
+  return "Sorry! These results cannot be used:\n   \"" + shown(file_name) + "\"\n" + its_trouble.text;
 }
 
 CResultsReader::item CResultsReader::fail(results_trouble what) {

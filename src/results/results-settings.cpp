@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "CTextScanner.h"
+#include "shown-text.h"
 
 namespace {
 
@@ -52,7 +53,7 @@ class CInterpreter {
   void refuse(std::string_view name, std::string_view value) {
     if (first_trouble) return;
     first_trouble = {kind_type::not_results,
-                     "The setting \"" + std::string(name) + "\" has the value \"" + std::string(value) +
+                     "The setting \"" + std::string(name) + "\" has the value \"" + shown(value) +
                          "\", which no run gives it. Please use the file as Quarvo wrote it.\n"};
   }
 };

@@ -26,6 +26,8 @@
 0 lengths-range  quarvo --outputFormat 3 --lastSeq 1 three.fa r 2>err && quarvo-convert -t tsv --lengths three.fa.fai r | grep -v ^unit
 5 lengths-bad    quarvo three.fa r 2>err && quarvo-convert -t tsv --lengths bad.fai r
 5 lengths-short  quarvo --outputFormat 3 three.fa r 2>err && quarvo-convert -t tsv -o converted --lengths short.fai r
+5 lengths-contradict quarvo three.fa r 2>err && sed 's/\t[0-9]*/\t99/' three.fa.fai >fai && quarvo-convert -t tsv --lengths fai -o converted r
+0 lengths-agree  quarvo three.fa r 2>err && quarvo-convert -t gff3 --lengths three.fa.fai r | grep -c region
 2 lengths-missing quarvo three.fa r 2>err && quarvo-convert -t tsv --lengths nosuch.fai r
 
 # --- names
@@ -37,6 +39,9 @@
 5 name-track-bed quarvo -M exact --firstSeq 5 names.fa r 2>err && quarvo-convert -t bed -o converted r
 5 name-twice-bed quarvo -M exact same.fa r 2>err && quarvo-convert -t bed r
 5 name-twice-gff3 quarvo -M exact same.fa r 2>err && quarvo-convert -t gff3 r
+5 name-with-escapes  printf '>\033[2Jx\nACACACACACAC\n>\033[2Jx\nACACACACACAC\n' >in.fa; quarvo in.fa r 2>err && quarvo-convert -t bed -o converted r
+1 word-with-escapes quarvo-convert -t bed r $'--\033[2Jx'
+2 file-with-escapes quarvo-convert -t bed $'\033[2Jx'
 0 name-twice-tsv quarvo -M exact same.fa r 2>err && quarvo-convert -t tsv r
 0 name-twice-multiqc quarvo -M exact same.fa r 2>err && quarvo-convert -t multiqc r | grep -A 2 same
 0 name-twice-json quarvo -M exact same.fa r 2>err && quarvo-convert -t json r | cut -c 1-60
@@ -60,6 +65,8 @@
 0 output         quarvo three.fa r 2>err && quarvo-convert -t bed -o converted r
 0 output-replaced echo old >converted; quarvo three.fa r 2>err && quarvo-convert -t bed -o converted r
 4 output-kept    echo old >converted; quarvo three.fa r 2>err && head -n -1 r >cut && quarvo-convert -t bed -o converted cut
+0 output-mode    echo old >converted; chmod 600 converted; quarvo three.fa r 2>err && quarvo-convert -t bed -o converted r && stat -c %a converted
+6 stderr-is-input quarvo three.fa r 2>err && quarvo-convert -t bed -o converted r 2>>r; s=$?; tail -n 1 r; exit $s
 0 output-linked  ln -s converted link; quarvo three.fa r 2>err && quarvo-convert -t bed -o link r && test -L link
 6 output-is-input quarvo three.fa converted 2>err && quarvo-convert -t bed -o converted converted; s=$?; cmp converted <(quarvo three.fa converted 2>err; cat converted); exit $s
 6 output-is-linked-input quarvo three.fa r 2>err && ln r other && quarvo-convert -t bed -o other r; s=$?; tail -n 1 r; exit $s

@@ -4,18 +4,25 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <vector>
 
 #include "CConvertedFile.h"
 #include "CSequenceLengths.h"
+#include "CTemporaryFile.h"
 #include "CTemporaryText.h"
+#include "out-of-memory.h"
 #include "support/gzip-text.h"
 #include "support/stream-text.h"
 #include "support/temporary-directory.h"
 #include "text-output.h"
 
 namespace {
+
+namespace fs = std::filesystem;
 
 class FileTest : public ::testing::Test {
  protected:
@@ -80,23 +87,49 @@ TEST_F(TemporaryText, SaysWhenThereIsNoPlaceForIt) {
   former != nullptr ? setenv("TMPDIR", kept.c_str(), 1) : unsetenv("TMPDIR");
 }
 
-using ConvertedFile = FileTest;
+// With files that have no name until they are complete, and as on file systems that have none.
+class ConvertedFile : public FileTest, public ::testing::WithParamInterface<bool> {
+ protected:
+  ConvertedFile() { CTemporaryFile::use_names_alone(GetParam()); }
+  ~ConvertedFile() override { CTemporaryFile::use_names_alone(false); }
 
-TEST_F(ConvertedFile, GetsItsNameWhenItIsComplete) {
+  std::vector<std::string> files() const {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(directory.path(""))) names.push_back(entry.path().filename());
+    return names;
+  }
+
+  fs::perms mode(const std::string& name) const { return fs::status(directory.path(name)).permissions(); }
+
+  // A process that opens the file and then does that.
+  template <typename End>
+  void open_and(const std::string& name, End end) const {
+    CConvertedFile file;
+    if (!file.open(name, "", "")) std::exit(1);
+    write(file.stream(), "text");
+    std::fflush(file.stream());
+    end();
+    std::exit(2);
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(WithAndWithoutNames, ConvertedFile, ::testing::Bool());
+
+TEST_P(ConvertedFile, GetsItsNameWhenItIsComplete) {
   const std::string name = directory.path("out");
   {
     CConvertedFile file;
     ASSERT_TRUE(file.open(name, "", ""));
     write(file.stream(), "text");
     EXPECT_FALSE(directory.has("out"));
-    EXPECT_TRUE(directory.has("out.unfinished"));
+    EXPECT_LE(files().size(), 1U);
     EXPECT_TRUE(file.finish());
   }
   EXPECT_EQ(directory.contents("out"), "text");
-  EXPECT_FALSE(directory.has("out.unfinished"));
+  EXPECT_EQ(files(), std::vector<std::string>{"out"});
 }
 
-TEST_F(ConvertedFile, LeavesNothingBehindWhenItIsNotComplete) {
+TEST_P(ConvertedFile, LeavesNothingBehindWhenItIsNotComplete) {
   const std::string name = directory.write("out", "former");
   {
     CConvertedFile file;
@@ -105,10 +138,105 @@ TEST_F(ConvertedFile, LeavesNothingBehindWhenItIsNotComplete) {
     EXPECT_STREQ(file.fate(), "No file has been written.\n");
   }
   EXPECT_EQ(directory.contents("out"), "former");
-  EXPECT_FALSE(directory.has("out.unfinished"));
+  EXPECT_EQ(files(), std::vector<std::string>{"out"});
 }
 
-TEST_F(ConvertedFile, IsWrittenThroughLinksOfAnyNumber) {
+// Each writes a file of its own: the last to end has the name.
+TEST_P(ConvertedFile, MayBeWrittenBySeveralAtOnce) {
+  const std::string name = directory.path("out");
+  std::array<CConvertedFile, 3> runs;
+  for (CConvertedFile& file : runs) ASSERT_TRUE(file.open(name, "", ""));
+  for (const char* const piece : {"first ", "second "}) {
+    for (std::size_t i = 0; i != runs.size(); ++i) write(runs[i].stream(), piece + std::to_string(i) + " ");
+  }
+  for (const int i : {2, 0, 1}) {
+    EXPECT_TRUE(runs[static_cast<std::size_t>(i)].finish());
+    const std::string number = std::to_string(i);
+    EXPECT_EQ(directory.contents("out"), "first " + number + " second " + number + " ");
+  }
+  EXPECT_EQ(files(), std::vector<std::string>{"out"});
+}
+
+TEST_P(ConvertedFile, TouchesNoFileBesideItself) {
+  const std::string foreign = directory.write("foreign", "precious");
+  directory.write("out.unfinished", "precious too");
+  fs::create_symlink(foreign, directory.path("other.unfinished"));
+  for (const char* const name : {"out", "other"}) {
+    CConvertedFile file;
+    ASSERT_TRUE(file.open(directory.path(name), "", ""));
+    write(file.stream(), "text");
+    EXPECT_TRUE(file.finish());
+    EXPECT_EQ(directory.contents(name), "text");
+  }
+  EXPECT_EQ(directory.contents("foreign"), "precious");
+  EXPECT_EQ(directory.contents("out.unfinished"), "precious too");
+}
+
+TEST_P(ConvertedFile, HasTheModeOfTheFileThatItReplaces) {
+  const mode_t former = umask(022);
+  for (const unsigned bits : {0600U, 0640U, 0666U, 0755U}) {
+    directory.write("out", "former");
+    fs::permissions(directory.path("out"), fs::perms{bits});
+    CConvertedFile file;
+    ASSERT_TRUE(file.open(directory.path("out"), "", ""));
+    EXPECT_TRUE(file.finish());
+    EXPECT_EQ(mode("out"), fs::perms{bits});
+  }
+  CConvertedFile file;
+  ASSERT_TRUE(file.open(directory.path("new"), "", ""));
+  EXPECT_TRUE(file.finish());
+  EXPECT_EQ(mode("new"), fs::perms{0644});
+  umask(former);
+}
+
+TEST_P(ConvertedFile, VanishesWithAProcessThatASignalEnds) {
+  const std::string name = directory.path("out");
+  for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGUSR1, SIGALRM, SIGXCPU}) {
+    EXPECT_EXIT(open_and(name, [&] { std::raise(signal); }), ::testing::KilledBySignal(signal), "");
+    EXPECT_TRUE(files().empty()) << signal;
+  }
+}
+
+TEST_P(ConvertedFile, VanishesWithAProcessThatIsKilledWhereFilesCanBeWithoutName) {
+  if (GetParam()) GTEST_SKIP() << "this file has a name";
+  CTemporaryFile file;
+  ASSERT_TRUE(file.create(directory.path("")));
+  if (!files().empty()) GTEST_SKIP() << "no files without a name here";
+  EXPECT_EXIT(open_and(directory.path("out"), [] { std::raise(SIGKILL); }), ::testing::KilledBySignal(SIGKILL), "");
+  EXPECT_TRUE(files().empty());
+}
+
+TEST_P(ConvertedFile, VanishesWithAProcessThatHasNoMemory) {
+  const auto run_out_of_memory = [] {
+    end_when_memory_runs_out("no memory\n", 9);
+    raise_out_of_memory();
+  };
+  EXPECT_EXIT(open_and(directory.path("out"), run_out_of_memory), ::testing::ExitedWithCode(9), "no memory");
+  EXPECT_TRUE(files().empty());
+}
+
+TEST_P(ConvertedFile, IsRefusedWhereItCannotBe) {
+  fs::create_symlink("b", directory.path("a"));
+  fs::create_symlink("a", directory.path("b"));
+  for (const std::string& name : {directory.path("a"), directory.path("missing/out")}) {
+    CConvertedFile file;
+    ::testing::internal::CaptureStderr();
+    EXPECT_FALSE(file.open(name, "", ""));
+    const std::string message = ::testing::internal::GetCapturedStderr();
+    EXPECT_TRUE(message.starts_with("Sorry! Failed to open file\n   \"" + name + "\"\nas output file.\n")) << message;
+    EXPECT_TRUE(message.ends_with(".\n")) << message;
+  }
+  EXPECT_EQ(files().size(), 2U);
+}
+
+TEST_P(ConvertedFile, IsNamedWithoutControlCharacters) {
+  CConvertedFile file;
+  ::testing::internal::CaptureStderr();
+  EXPECT_FALSE(file.open(directory.path("missing/\x1b[2Jx"), "", ""));
+  EXPECT_NE(::testing::internal::GetCapturedStderr().find("/\\x1b[2Jx\""), std::string::npos);
+}
+
+TEST_P(ConvertedFile, IsWrittenThroughLinksOfAnyNumber) {
   std::filesystem::create_directory(directory.path("there"));
   std::filesystem::create_symlink("there/b", directory.path("a"));
   std::filesystem::create_symlink(directory.path("there/c"), directory.path("there/b"));
@@ -120,21 +248,21 @@ TEST_F(ConvertedFile, IsWrittenThroughLinksOfAnyNumber) {
   EXPECT_TRUE(std::filesystem::is_symlink(directory.path("a")));
 }
 
-TEST_F(ConvertedFile, IsNeverAFileToRead) {
+TEST_P(ConvertedFile, IsNeverAFileToRead) {
   const std::string results = directory.write("results", "kept");
-  const std::string lengths = directory.write("out.unfinished", "kept too");
+  const std::string lengths = directory.write("lengths", "kept too");
   std::filesystem::create_hard_link(results, directory.path("link"));
-  for (const std::string& name : {results, directory.path("link"), lengths, directory.path("out")}) {
+  for (const std::string& name : {results, directory.path("link"), lengths}) {
     CConvertedFile file;
     ::testing::internal::CaptureStderr();
     EXPECT_FALSE(file.open(name, results, lengths));
     EXPECT_NE(::testing::internal::GetCapturedStderr().find("It is one of the files to read."), std::string::npos);
   }
   EXPECT_EQ(directory.contents("results"), "kept");
-  EXPECT_EQ(directory.contents("out.unfinished"), "kept too");
+  EXPECT_EQ(directory.contents("lengths"), "kept too");
 }
 
-TEST_F(ConvertedFile, MayBeANamedPipe) {
+TEST_P(ConvertedFile, MayBeANamedPipe) {
   const std::string name = directory.path("pipe");
   ASSERT_EQ(mkfifo(name.c_str(), 0600), 0);
   std::FILE* const reader = fopen(name.c_str(), "r+");
@@ -146,7 +274,7 @@ TEST_F(ConvertedFile, MayBeANamedPipe) {
   char line[16] = "";
   EXPECT_STREQ(std::fgets(line, sizeof line, reader), "text\n");
   std::fclose(reader);
-  EXPECT_FALSE(directory.has("pipe.unfinished"));
+  EXPECT_EQ(files(), std::vector<std::string>{"pipe"});
 }
 
 }  // namespace
