@@ -185,6 +185,7 @@ HWY_EXPORT(run_program);
 
 void run_alignment_program(const alignment_program& program, const CBitPlanes& planes, bool Ns_match,
                            std::uint64_t* kept) {
-  HWY_DYNAMIC_DISPATCH(quarvo_alignment_filter::run_program)(program, planes, Ns_match, kept);
+  using namespace quarvo_alignment_filter;
+  HWY_DYNAMIC_DISPATCH(run_program)(program, planes, Ns_match, kept);
 }
 #endif

@@ -89,7 +89,8 @@ void CBitPlanes::build(const char* sequence, std::size_t length, std::size_t mar
   std::vector<std::uint64_t> low(linear_words);
   std::vector<std::uint64_t> high(linear_words);
   std::vector<std::uint64_t> Ns(linear_words);
-  HWY_DYNAMIC_DISPATCH(quarvo_bit_planes::linear_planes)
+  using namespace quarvo_bit_planes;
+  HWY_DYNAMIC_DISPATCH(linear_planes)
   (sequence, length, low.data() + pad, high.data() + pad, Ns.data() + pad);
   found_Ns = std::any_of(Ns.begin(), Ns.end(), [](std::uint64_t w) { return w != 0; });
   transpose(low, low_bits);

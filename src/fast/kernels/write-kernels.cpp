@@ -139,7 +139,8 @@ HWY_EXPORT(run);
 
 void run_alignment_kernel_@(const CBitPlanes& planes, std::uint64_t* kept);
 void run_alignment_kernel_@(const CBitPlanes& planes, std::uint64_t* kept) {
-  HWY_DYNAMIC_DISPATCH(quarvo_alignment_kernel_@::run)(planes, kept);
+  using namespace quarvo_alignment_kernel_@;
+  HWY_DYNAMIC_DISPATCH(run)(planes, kept);
 }
 #endif
 )";

@@ -435,19 +435,19 @@ std::uint64_t first_bits(std::size_t count) { return ~std::uint64_t{0} >> (64 - 
 
 std::uint64_t CBatchBound::may_reach(const alignment_bound& bound, const symbol_range& record,
                                      const char* const* positions, std::size_t count, bool Ns_match) {
-  return HWY_DYNAMIC_DISPATCH(quarvo_batch_bound::bound_scattered)(bound, record, positions, count, Ns_match, used) &
-         first_bits(count);
+  using namespace quarvo_batch_bound;
+  return HWY_DYNAMIC_DISPATCH(bound_scattered)(bound, record, positions, count, Ns_match, used) & first_bits(count);
 }
 
 std::uint64_t CBatchBound::clusters_may_reach(const alignment_bound& bound, const symbol_range& record,
                                               const char* const* positions, std::size_t count, bool Ns_match) {
-  return HWY_DYNAMIC_DISPATCH(quarvo_batch_bound::bound_clusters)(bound, record, positions, count, Ns_match, used) &
-         first_bits(count);
+  using namespace quarvo_batch_bound;
+  return HWY_DYNAMIC_DISPATCH(bound_clusters)(bound, record, positions, count, Ns_match, used) & first_bits(count);
 }
 
 std::uint64_t CBatchBound::may_reach_next(const alignment_bound& bound, const char* position, std::size_t count,
                                           bool Ns_match) {
-  return HWY_DYNAMIC_DISPATCH(quarvo_batch_bound::bound_consecutive)(bound, position, count, Ns_match, used) &
-         first_bits(count);
+  using namespace quarvo_batch_bound;
+  return HWY_DYNAMIC_DISPATCH(bound_consecutive)(bound, position, count, Ns_match, used) & first_bits(count);
 }
 #endif

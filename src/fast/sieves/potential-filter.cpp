@@ -305,7 +305,8 @@ void CPotentialFilter::run(const char* sequence, std::size_t length, const setti
   found.clear();
   found.resize(s.longest - s.shortest + 1);
   quarvo_potential_filter::CFindings recorded(found, first_length, length);
-  HWY_DYNAMIC_DISPATCH(quarvo_potential_filter::run_potential)(sequence, length, scoring, recorded);
+  using namespace quarvo_potential_filter;
+  HWY_DYNAMIC_DISPATCH(run_potential)(sequence, length, scoring, recorded);
 }
 
 std::size_t CPotentialFilter::CPositions::add(std::size_t p, std::size_t length) {
