@@ -4,13 +4,7 @@
 find_path(QUARVO_TCLAP_INCLUDE_DIR tclap/CmdLine.h REQUIRED)
 mark_as_advanced(QUARVO_TCLAP_INCLUDE_DIR)
 
-# libhwy-dev: portable vector code, chosen for the processor at run time.
-if(QUARVO_STATIC)
-  set(highway quarvo_highway)
-else()
-  find_package(hwy CONFIG REQUIRED)
-  set(highway hwy::hwy)
-endif()
+include(cmake/highway.cmake)
 
 # zlib1g-dev: compressed input.
 find_package(ZLIB REQUIRED)
@@ -21,4 +15,4 @@ find_package(nlohmann_json REQUIRED)
 add_library(quarvo_dependencies INTERFACE)
 target_include_directories(quarvo_dependencies SYSTEM INTERFACE ${QUARVO_TCLAP_INCLUDE_DIR})
 target_compile_definitions(quarvo_dependencies INTERFACE ZLIB_CONST)
-target_link_libraries(quarvo_dependencies INTERFACE ${highway} ZLIB::ZLIB)
+target_link_libraries(quarvo_dependencies INTERFACE quarvo_highway ZLIB::ZLIB)

@@ -1,15 +1,14 @@
-# The page of quarvo-report, which is bundled from web/ by npm and linked into the program. Without Node.js and npm, or without
-# a way to the packages, the program is left out and everything else is built.
-set(QUARVO_BUILD_REPORT AUTO CACHE STRING "Build quarvo-report: ON, OFF, or AUTO for when Node.js and npm are there")
+# The page of quarvo-report, which is bundled from web/ by npm and linked into the program. Without Node.js and npm, or
+# without a way to the packages, the page that the sources of a release hold is taken. Without that one the program is
+# left out and everything else is built.
+set(QUARVO_BUILD_REPORT AUTO CACHE STRING "Build quarvo-report: ON, OFF, or AUTO for when there is a way to its page")
 set_property(CACHE QUARVO_BUILD_REPORT PROPERTY STRINGS AUTO ON OFF)
+set(QUARVO_REPORT_PAGE "" CACHE FILEPATH "The page of quarvo-report, bundled before, to be taken instead of asking npm")
+mark_as_advanced(QUARVO_REPORT_PAGE)
 
-# Sets quarvo_report_obstacle to why the program cannot be built; empty when it can.
-function(quarvo_find_report_obstacle)
+# Sets quarvo_report_obstacle to why npm cannot bundle the page; empty when it can.
+function(quarvo_find_npm_obstacle)
   set(quarvo_report_obstacle "" PARENT_SCOPE)
-  if(NOT QUARVO_BUILD_REPORT)
-    set(quarvo_report_obstacle "QUARVO_BUILD_REPORT is ${QUARVO_BUILD_REPORT}" PARENT_SCOPE)
-    return()
-  endif()
   find_program(QUARVO_NODE NAMES node nodejs DOC "Node.js 18 or later, for quarvo-report")
   find_program(QUARVO_NPM npm DOC "npm, for quarvo-report")
   mark_as_advanced(QUARVO_NODE QUARVO_NPM)
@@ -49,11 +48,50 @@ function(quarvo_install_web_packages directory)
   endif()
 endfunction()
 
-set(quarvo_web_build ${PROJECT_BINARY_DIR}/web)
-quarvo_find_report_obstacle()
-if(NOT quarvo_report_obstacle)
-  quarvo_install_web_packages(${quarvo_web_build})
-endif()
+# Adds the command that bundles the page.
+function(quarvo_bundle_report_page directory page)
+  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/web/src/*)
+  list(FILTER sources EXCLUDE REGEX "/report-data\\.ts$")  # made by contract.mjs
+  set(tools build.mjs contract.mjs report-data.schema.json tsconfig.json)
+  list(TRANSFORM tools PREPEND ${PROJECT_SOURCE_DIR}/web/)
+  list(APPEND tools ${PROJECT_SOURCE_DIR}/LICENSE)
+  add_custom_command(OUTPUT ${page}
+    COMMAND ${CMAKE_COMMAND} -E copy_if_different ${tools} ${directory}
+    COMMAND ${CMAKE_COMMAND} -E rm -rf ${directory}/src
+    COMMAND ${CMAKE_COMMAND} -E copy_directory ${PROJECT_SOURCE_DIR}/web/src ${directory}/src
+    COMMAND ${QUARVO_NODE} ${directory}/build.mjs ${page}
+    DEPENDS ${sources} ${tools} ${PROJECT_SOURCE_DIR}/web/package-lock.json
+    COMMENT "Bundling the report page"
+    VERBATIM)
+  add_custom_target(quarvo_report_page DEPENDS ${page})
+endfunction()
+
+# Sets quarvo_report_template to the page, wherever it comes from, or else quarvo_report_obstacle to why there is none.
+macro(quarvo_find_report_page)
+  set(quarvo_shipped_page ${PROJECT_SOURCE_DIR}/bundled/report-template.html)
+  set(quarvo_web_build ${PROJECT_BINARY_DIR}/web)
+  set(quarvo_report_obstacle "")
+  if(NOT QUARVO_BUILD_REPORT)
+    set(quarvo_report_obstacle "QUARVO_BUILD_REPORT is ${QUARVO_BUILD_REPORT}")
+  elseif(QUARVO_REPORT_PAGE)
+    set(quarvo_report_template ${QUARVO_REPORT_PAGE})
+  else()
+    quarvo_find_npm_obstacle()
+    if(NOT quarvo_report_obstacle)
+      quarvo_install_web_packages(${quarvo_web_build})
+    endif()
+    if(NOT quarvo_report_obstacle)
+      set(quarvo_report_template ${quarvo_web_build}/report-template.html)
+      quarvo_bundle_report_page(${quarvo_web_build} ${quarvo_report_template})
+    elseif(EXISTS ${quarvo_shipped_page})
+      message(STATUS "quarvo-report gets the page of the release: ${quarvo_report_obstacle}")
+      set(quarvo_report_template ${quarvo_shipped_page})
+      set(quarvo_report_obstacle "")
+    endif()
+  endif()
+endmacro()
+
+quarvo_find_report_page()
 if(quarvo_report_obstacle)
   if(QUARVO_BUILD_REPORT STREQUAL "ON")
     message(FATAL_ERROR "quarvo-report cannot be built: ${quarvo_report_obstacle}")
@@ -61,19 +99,3 @@ if(quarvo_report_obstacle)
   message(STATUS "quarvo-report is left out: ${quarvo_report_obstacle}")
   return()
 endif()
-
-file(GLOB quarvo_web_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/web/src/*)
-list(FILTER quarvo_web_sources EXCLUDE REGEX "/report-data\\.ts$")  # made by contract.mjs
-set(quarvo_web_tools build.mjs contract.mjs report-data.schema.json tsconfig.json)
-list(TRANSFORM quarvo_web_tools PREPEND ${PROJECT_SOURCE_DIR}/web/)
-list(APPEND quarvo_web_tools ${PROJECT_SOURCE_DIR}/LICENSE)
-set(quarvo_report_template ${quarvo_web_build}/report-template.html)
-add_custom_command(OUTPUT ${quarvo_report_template}
-  COMMAND ${CMAKE_COMMAND} -E copy_if_different
-    ${quarvo_web_tools} ${quarvo_web_build}
-  COMMAND ${CMAKE_COMMAND} -E rm -rf ${quarvo_web_build}/src
-  COMMAND ${CMAKE_COMMAND} -E copy_directory ${PROJECT_SOURCE_DIR}/web/src ${quarvo_web_build}/src
-  COMMAND ${QUARVO_NODE} ${quarvo_web_build}/build.mjs ${quarvo_report_template}
-  DEPENDS ${quarvo_web_sources} ${quarvo_web_tools} ${PROJECT_SOURCE_DIR}/web/package-lock.json
-  COMMENT "Bundling the report page"
-  VERBATIM)

@@ -33,7 +33,6 @@ packages_to_test_clang=(
 )
 packages_to_test_release=(
   valgrind # the check of memory in the program as users have it
-  lintian  # the check of the Debian package
 )
 packages_to_test_browser=(
   nodejs   # bundles the page of quarvo-report and runs its tests
@@ -47,8 +46,16 @@ packages_to_test_workflow=(
   munge          # the same
 )
 packages_to_package=(
-  dpkg-dev # the package's dependencies; for a static program, unpacking sources
-  file     # the package's dependencies
+  debhelper       # builds the package
+  build-essential # what a build of any package may use
+)
+packages_to_test_package=(
+  "${packages_to_package[@]}"
+  lintian  # the check of the Debian package
+  binutils # tells the libraries of its programs
+)
+packages_to_build_static=(
+  dpkg-dev # unpacks the sources of Highway
 )
 
 say() { printf '\n==> %s\n' "$*"; }
@@ -95,4 +102,15 @@ install_missing() {
   as_root apt-get update || die "apt-get update failed; missing packages: ${missing[*]}"
   as_root apt-get install -y --no-install-recommends "${missing[@]}" ||
     die "apt-get could not install: ${missing[*]}"
+}
+
+# The files of the source tree, each followed by a zero byte: those that git knows, with what is new and not ignored, or
+# all of an unpacked release. What a build left behind is none of them.
+source_files() {
+  if [ -e .git ] && git rev-parse >/dev/null 2>&1; then
+    { git ls-files -z --cached --others --exclude-standard; find bundled -type f -print0 2>/dev/null || true; } |
+      while IFS= read -r -d '' file; do [ ! -f "$file" ] || printf '%s\0' "$file"; done
+  else
+    find . \( -path ./build -o -path ./.git \) -prune -o -type f -print0
+  fi
 }

@@ -1,0 +1,30 @@
+# Highway: portable vector code, chosen for the processor at run time. The target quarvo_highway is the library of the
+# system (libhwy-dev) where that is new enough, or else is compiled from the sources of Highway: those that
+# QUARVO_HIGHWAY_SOURCE names, or those that come with the sources of a release.
+set(QUARVO_HIGHWAY_SOURCE "" CACHE PATH "Sources of Highway 1.0 or newer, taken instead of the library of the system")
+set(bundled_highway ${PROJECT_SOURCE_DIR}/bundled/highway)
+
+if(NOT QUARVO_HIGHWAY_SOURCE AND NOT QUARVO_STATIC)
+  find_package(hwy 1.0 CONFIG QUIET)
+  if(hwy_FOUND)
+    add_library(quarvo_highway INTERFACE)
+    target_link_libraries(quarvo_highway INTERFACE hwy::hwy)
+    return()
+  endif()
+endif()
+
+set(highway_directory ${QUARVO_HIGHWAY_SOURCE})
+if(NOT highway_directory)
+  set(highway_directory ${bundled_highway})
+endif()
+if(NOT EXISTS ${highway_directory}/hwy/targets.cc)
+  message(FATAL_ERROR
+    "There is no Highway 1.0 or newer here (and a static program needs its sources). Install it (Debian: libhwy-dev), or "
+    "unpack its sources (apt-get source highway) and pass their directory: -DQUARVO_HIGHWAY_SOURCE=DIR.")
+endif()
+message(STATUS "Highway is compiled from ${highway_directory}")
+file(GLOB highway_sources ${highway_directory}/hwy/*.cc)
+list(FILTER highway_sources EXCLUDE REGEX "_test\\.cc$")
+add_library(quarvo_highway STATIC ${highway_sources})
+target_include_directories(quarvo_highway SYSTEM PUBLIC ${highway_directory})
+target_compile_options(quarvo_highway PRIVATE -w)
