@@ -79,23 +79,31 @@ keep() {
   done
 }
 
-# Every file is written again, since those that stand whole may have changed.
+# All files as they are, whole.
 begin_update() {
   local file
   mkdir "$scratch/kept"
   for file in "$here/expected"/*; do
     expanded "$file" >"$scratch/kept/${file##*/}"
   done
+  cp -r "$scratch/kept" "$scratch/before"
 }
+
+# Writes what changed; everything again where one of the files that stand whole did.
 end_update() {
-  local file
-  rm -f "$here/expected"/*
-  for file in "${whole_files[@]}"; do
-    cp "$scratch/kept/$file" "$here/expected/$file"
+  local file name all=no
+  for name in "${whole_files[@]}"; do
+    cmp -s "$scratch/before/$name" "$scratch/kept/$name" || all=yes
+    cp "$scratch/kept/$name" "$here/expected/$name"
+  done
+  for file in "$here/expected"/*; do
+    [ -f "$scratch/kept/${file##*/}" ] || rm "$file"
   done
   for file in "$scratch/kept"/*; do
-    shortened "$file" "${file##*/}" >"$scratch/short"
-    cp "$scratch/short" "$here/expected/${file##*/}"
+    name=${file##*/}
+    [ "$all" = yes ] || ! cmp -s "$scratch/before/$name" "$file" || continue
+    shortened "$file" "$name" >"$scratch/short"
+    cp "$scratch/short" "$here/expected/$name"
   done
 }
 

@@ -20,15 +20,13 @@
 154 output-is-input-by-other-name  quarvo -M exact units.fa ./units.fa; s=$?; cat units.fa; exit $s
 153 masked-not-opened      mkdir units.fa.masked && quarvo -M exact --maskX units.fa results
 153 masked-is-input        ln units.fa units.fa.masked && quarvo -M exact --maskX units.fa results
+153 masked-is-old-output    echo precious >units.fa.masked; quarvo -M exact --maskX units.fa units.fa.masked
 153 masked-is-output       quarvo -M exact --maskX units.fa units.fa.masked; s=$?; echo *.masked; exit $s
+0   output-replaced        seq 9999 >results && quarvo -M exact units.fa results
+0   output-is-a-device     quarvo -M exact units.fa /dev/null
 152 output-disk-full       quarvo -M exact units.fa /dev/full
 154 stdout-is-input        quarvo -M exact units.fa >>units.fa; s=$?; cat units.fa; exit $s
 154 stderr-is-input        quarvo -M exact units.fa 2>>units.fa; s=$?; cat units.fa; exit $s
-152 stdout-disk-full       quarvo -M exact units.fa >/dev/full
-152 masked-disk-full       ln -s /dev/full units.fa.masked && quarvo -M exact --maskX units.fa results
-152 stdout-closed          quarvo -M exact units.fa >&-
-141 closed-pipe            for i in {1..300}; do cat units.fa; done >many.fa; quarvo -M exact many.fa 2>err | head -n 1; s=$?; grep -v ' - # ' err >&2; exit $s
-152 named-pipe-closed      for i in {1..300}; do cat units.fa; done >many.fa; mkfifo pipe; head -n 1 pipe >/dev/null & quarvo -M exact many.fa pipe 2>err; s=$?; kill $! 2>/dev/null; wait; grep -v ' - # ' err | tail -n 6 >&2; exit $s
 0   name-after-dashes      cp units.fa ./-units.fa && quarvo -M exact -- -units.fa results
 
 # --- command line: what the parser itself refuses
@@ -48,13 +46,9 @@
 
 # --- command line: the program's own checks, in their order
 254 output-format-5        quarvo --outputFormat 5 units.fa
-254 output-format-negative quarvo --outputFormat -1 units.fa
 254 print-mode-3           quarvo --printRepeatSeqMode 3 units.fa
-254 print-mode-negative    quarvo --printRepeatSeqMode -1 units.fa
 254 n-perfection-mode-3    quarvo --NPerfectionMode 3 units.fa
-254 n-perfection-negative  quarvo --NPerfectionMode -7 units.fa
 254 report-unit-3          quarvo --reportUnit 3 units.fa
-254 report-unit-negative   quarvo --reportUnit -2 units.fa
 254 modes-checked-in-order quarvo --reportUnit 4 --NPerfectionMode 5 --printRepeatSeqMode 6 units.fa
 254 modes-before-thresholds  quarvo --reportUnit 9 -s 0 -m 0 units.fa
 255 thresholds-too-low     quarvo -s 1 -l 1 units.fa
@@ -67,7 +61,6 @@
 0   indel-score-2          quarvo -M exact -g -2 units.fa
 255 mismatch-before-indel  quarvo -m 5 -g 5 -r 0 units.fa
 255 recursion-0            quarvo -r 0 units.fa
-255 recursion-negative     quarvo -r -5 units.fa
 255 unit-lengths-crossed   quarvo -u 5 -U 4 units.fa
 0   unit-lengths-equal     quarvo -M exact -u 4 -U 4 units.fa
 255 recursion-before-unit-lengths  quarvo -r 0 -u 5 -U 4 units.fa
@@ -116,6 +109,7 @@
 0   range-from-9           quarvo -M exact --firstSeq 9 --outputFormat 0 ten.fa results
 0   range-empty            quarvo -M exact --firstSeq 5 --lastSeq 3 ten.fa results
 0   range-negative         quarvo -M exact --firstSeq -5 ten.fa results
+231 range-before-a-bad-symbol  quarvo -M exact --lastSeq 1 bad-symbol.fa results
 0   range-last-0           quarvo -M exact --lastSeq 0 --maskX ten.fa results
 
 # --- whole runs: masking

@@ -80,6 +80,9 @@ TEST_F(Output, MayReachItsLargestSizeOnStandardOutput) {
 }
 
 TEST_F(Output, MayFindTheDeviceFull) {
+  directory.write("in.fas", records(1));
+  const std::string good = good_results("exec quarvo --maskX in.fas results");
+  std::filesystem::remove(path("in.fas.masked"));
   directory.write("in.fas", records(4));
   expect_write_failure(run("exec quarvo in.fas /dev/full"), "/dev/full", as_results);
   EXPECT_FALSE(has(messages(), " - r1\n"));
@@ -88,6 +91,7 @@ TEST_F(Output, MayFindTheDeviceFull) {
   expect_write_failure(run("exec quarvo --maskX in.fas results"), "in.fas.masked", as_masked);
   EXPECT_TRUE(has(messages(), " - r1\n"));
   EXPECT_FALSE(has(messages(), " - r2\n"));
+  EXPECT_EQ(file("results"), without_closing_line(good));
 }
 
 // A disk of a few pages of memory, that only the processes of the command see.

@@ -8,12 +8,6 @@
 
 namespace {
 
-TEST_F(CommandLine, WithoutAFileNameIsRejected) {
-  read({});
-  EXPECT_EQ(status, -1);
-  EXPECT_EQ(complaint, "Error: No input file has been specified. Type quarvo --help for more information.\n");
-}
-
 TEST_F(CommandLine, OneNameIsTheInputFile) {
   read({"in.fas"});
   EXPECT_EQ(status, 0);
@@ -51,28 +45,6 @@ TEST_F(CommandLine, NamesMayStandBetweenOptions) {
   EXPECT_EQ(global_min_score, 8);
   EXPECT_EQ(global_min_length, 3);
   EXPECT_TRUE(global_mask_repeats);
-}
-
-// In a process of its own, because the parser never forgets that it has seen "--".
-TEST_F(CommandLine, ANameBehindTwoDashesMayBeginWithADash) {
-  const auto read_and_exit = [this] {
-    captures = false;
-    read({"--", "-in.fas"});
-    std::exit(status == 0 && global_input_filename == "-in.fas" ? 0 : 1);
-  };
-  EXPECT_EXIT(read_and_exit(), ::testing::ExitedWithCode(0), "");
-}
-
-TEST_F(CommandLine, WithoutOptionsTheDefaultsStay) {
-  expect_accepted({});
-  EXPECT_EQ(global_search_mode, 2);
-  EXPECT_EQ(global_print_sat_mode, 1);
-  EXPECT_EQ(global_print_sat_seq_mode, 2);
-  EXPECT_EQ(global_report_unit_mode, 2);
-  EXPECT_EQ(global_prefer_longer_repeat, 1);
-  EXPECT_TRUE(global_remove_mostly_hidden);
-  EXPECT_EQ(global_sequence_to, -1);
-  EXPECT_EQ(global_maximum_scorereduction, 2147483647);
 }
 
 TEST_F(CommandLine, ShortOptionsReachTheirParameters) {

@@ -1,4 +1,4 @@
-// What the program says about the run itself.
+// What the program says about the run itself, as far as tests/cli cannot show it.
 
 #include <gtest/gtest.h>
 
@@ -93,19 +93,6 @@ TEST_F(ProgressTiming, AnUpdateRestartsTheMinute) {
   EXPECT_TRUE(is_due_at(1120));
 }
 
-TEST(Banner, NamesTheProgramAndItsVersion) {
-  EXPECT_EQ(text_of(quarvo_welcome),
-            "\n\n      Welcome to Quarvo, version 3.3.10,\n"
-            "      a microsatellite and satellite search tool.\n\n\n");
-}
-
-TEST(CreatorMessage, HasThePrefixInFrontOfBothLines) {
-  EXPECT_EQ(text_of([](std::FILE* out) { creator_message(out, "# "); }),
-            "# Results computed with:\n#    Quarvo, version 3.3.10\n");
-  EXPECT_EQ(text_of([](std::FILE* out) { creator_message(out, ""); }),
-            "Results computed with:\n   Quarvo, version 3.3.10\n");
-}
-
 class ClosingLine : public ParameterTest {
  protected:
   static std::string closing_line(int format) {
@@ -115,16 +102,8 @@ class ClosingLine : public ParameterTest {
   }
 };
 
-TEST_F(ClosingLine, ClosesTheResultsByTheirFormat) {
-  for (const int format : {quarvo_format, extended_quarvo_format, one_per_line_format, compact_format}) {
-    EXPECT_EQ(closing_line(format), "## Finished successfully. ##\n");
-  }
-  EXPECT_EQ(closing_line(gff_format), "# End tandem repeats\n");
-  EXPECT_EQ(closing_line(fasta_format), "");
-}
-
-TEST(GoodBye, TellsTheUserOfSuccess) {
-  EXPECT_EQ(standard_error_of(good_bye), "\nAnalysis finished successfully.\n\nQuarvo says goodbye.\n\n");
+TEST_F(ClosingLine, ClosesTheCompactFormatAsTheOthers) {
+  EXPECT_EQ(closing_line(compact_format), "## Finished successfully. ##\n");
 }
 
 std::string closing_text_of_code(int code) {
@@ -136,14 +115,6 @@ TEST(GoodByeOnError, SaysNothingForSuccess) { EXPECT_EQ(closing_text_of_code(0),
 TEST(GoodByeOnError, TakesAPositiveCodeForAStopByTheUser) {
   EXPECT_EQ(closing_text_of_code(1), "\nAnalysis has been stopped by the user.\n\n");
   EXPECT_EQ(closing_text_of_code(99), "\nAnalysis has been stopped by the user.\n\n");
-}
-
-TEST(GoodByeOnError, AddsTwoLineEndsToARejectedCommandLine) { EXPECT_EQ(closing_text_of_code(-1), "\n\n"); }
-
-TEST(GoodByeOnError, EndsWithTheNumberOfTheError) {
-  EXPECT_EQ(closing_text_of_code(-2), "\nAnalysis has been aborted due to errors. Error number: -2\n\n");
-  EXPECT_EQ(closing_text_of_code(-25), "\nAnalysis has been aborted due to errors. Error number: -25\n\n");
-  EXPECT_EQ(closing_text_of_code(-101), "\nAnalysis has been aborted due to errors. Error number: -101\n\n");
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The report of the settings, and the printers of messages.
+// The report of the settings, and the printers of messages. The reports of single settings stand in tests/cli.
 
 #include <gtest/gtest.h>
 
@@ -17,34 +17,6 @@ class ParameterReport : public ParameterTest {
   }
   static bool has(const std::string& part) { return report().find(part) != std::string::npos; }
 };
-
-TEST_F(ParameterReport, OfTheDefaults) {
-  global_input_filename = "in.fas";
-  EXPECT_EQ(report(),
-            "Parameter settings used in this search: \n"
-            "Input file name:                         in.fas\n"
-            "   Sequence range to process:            1 - last sequence\n"
-            "   Satellites searched for:              imperfect repeats\n"
-            "   Recursion depth:                      5\n"
-            "   Maximum score reduction:              -\n"
-            "   Minimum unit length:                  1\n"
-            "   Maximum unit length:                  10\n"
-            "   Minimum score:                        maximum (6, 0+1*unitlength )\n"
-            "   Minimum length:                       maximum (0, 0+0*unitlength )\n"
-            "   Min. to max. perfection range:        0 % - 100 %\n"
-            "   Treat N's as:                         neutral\n"
-            "   Max. succesive N's allowed:           2\n"
-            "   Mismatch score:                       -5\n"
-            "   Indel score:                          -5\n"
-            "   Show shorter (not longer) of two repeat variants with equal score:  no\n"
-            "   Number of flanking nucletides:        0\n"
-            "   Remove mostly overlapping satellites: yes\n"
-            "   Write file with masked seq.:          no\n"
-            "   Computing perfections treat N's:      asMismatch\n"
-            "   Report units as:                      alphabetical normal form using reverse complement\n"
-            "   Output format:                        extended quarvo format\n"
-            "   Print sequence mode:                  print alignment\n");
-}
 
 TEST_F(ParameterReport, OfOtherSettings) {
   global_input_filename = std::string("a.fas");
@@ -103,16 +75,6 @@ TEST_F(ParameterReport, OfOtherSettings) {
             "   Print sequence mode:                  don't print sequence\n");
 }
 
-TEST_F(ParameterReport, OfTheExactModeLeavesOutWhatOnlyImperfectRepeatsNeed) {
-  global_search_mode = search_mode_exact;
-  EXPECT_TRUE(has("   Satellites searched for:              exact repeats\n   Minimum unit length:"));
-  EXPECT_TRUE(has("   Max. succesive N's allowed:           2\n   Show shorter"));
-  EXPECT_FALSE(has("Recursion depth"));
-  EXPECT_FALSE(has("Maximum score reduction"));
-  EXPECT_FALSE(has("Mismatch score"));
-  EXPECT_FALSE(has("Indel score"));
-}
-
 TEST_F(ParameterReport, PrintsNegativeRangeEndsAsUnsignedNumbers) {
   global_sequence_from = -5;
   EXPECT_TRUE(has("   Sequence range to process:            4294967291 - last sequence\n"));
@@ -120,70 +82,15 @@ TEST_F(ParameterReport, PrintsNegativeRangeEndsAsUnsignedNumbers) {
   EXPECT_TRUE(has("   Sequence range to process:            4294967291 - 4294967294\n"));
 }
 
-TEST_F(ParameterReport, SetsEveryValueOffWithATabInGffAndOnePerLineFormat) {
-  for (const int format : {gff_format, one_per_line_format}) {
-    global_print_sat_mode = format;
-    const std::string text = report();
-    EXPECT_EQ(text.substr(0, 42), "Parameter settings used in this search:\t\nI");
-    EXPECT_TRUE(has("\nInput file name:                        \t\n"));
-    EXPECT_TRUE(has("\n   Remove mostly overlapping satellites:\tyes\n"));
-    EXPECT_TRUE(has("score: \tno\n"));
-  }
-}
-
-TEST_F(ParameterReport, TellsAboutSequenceInfoInGffAndOnePerLineFormatOnly) {
-  for (const int format : {gff_format, one_per_line_format}) {
-    global_print_sat_mode = format;
-    global_sequenceInfoAsComment = false;
-    EXPECT_TRUE(has("   Print seq. info as comment:          \tno\n"));
-    global_sequenceInfoAsComment = true;
-    EXPECT_TRUE(has("   Print seq. info as comment:          \tyes\n"));
-  }
-  global_print_sat_mode = fasta_format;
-  EXPECT_FALSE(has("Print seq. info as comment"));
-}
-
-TEST_F(ParameterReport, HasNoLineForAResultsFileThatIsNotNamed) {
-  EXPECT_FALSE(has("Output file name:"));
-  global_output_filename = "out.txt";
-  EXPECT_TRUE(has("\nOutput file name:                        out.txt\n"));
-}
-
-TEST_F(ParameterReport, PutsThePrefixInFrontOfEveryLine) {
-  const std::string text = report("# ");
-  std::size_t lines = 0;
-  for (std::size_t begin = 0; begin < text.size(); begin = text.find('\n', begin) + 1) {
-    EXPECT_EQ(text.substr(begin, 2), "# ");
-    ++lines;
-  }
-  EXPECT_EQ(lines, 23U);
-  EXPECT_NE(text.find("\n#    Sequence range to process:            1 - last sequence\n"), std::string::npos);
-}
-
-TEST_F(ParameterReport, NamesEveryOutputFormat) {
-  const char* const names[] = {"quarvo format",       "extended quarvo format", "gff",
-                               "one-per-line format", "fasta format",           "old format"};
-  for (int format = 0; format < 6; ++format) {
-    global_print_sat_mode = format;
-    const std::string separator = format == gff_format || format == one_per_line_format ? "\t" : " ";
-    EXPECT_TRUE(
-        has("   Output format:                       " + separator + names[format] + "\n   Print sequence mode:"));
-  }
+TEST_F(ParameterReport, NamesTheCompactFormat) {
+  global_print_sat_mode = compact_format;
+  EXPECT_TRUE(has("   Output format:                        old format\n   Print sequence mode:"));
 }
 
 TEST_F(ParameterReport, LeavesTheLineOfAnUnknownOutputFormatUnfinished) {
   global_print_sat_mode = 6;
   EXPECT_TRUE(
       has("   Output format:                           Print sequence mode:                  print alignment\n"));
-}
-
-TEST_F(ParameterReport, NamesTheOtherModes) {
-  global_N_and_perfection_mode = Ns_as_match;
-  global_report_unit_mode = unit_normal_form;
-  global_print_sat_seq_mode = print_sequence;
-  EXPECT_TRUE(has("   Computing perfections treat N's:      asMatch\n"));
-  EXPECT_TRUE(has("   Report units as:                      alphabetical normal form\n"));
-  EXPECT_TRUE(has("   Print sequence mode:                  print sequence\n"));
 }
 
 class PrintedMessages : public ::testing::Test {
