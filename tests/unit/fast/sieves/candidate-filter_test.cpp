@@ -1,0 +1,152 @@
+// The filters of imperfect mode as the search asks for them, compared with the bound and the extension that they stand
+// for.
+
+#include "candidate-filter.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <bit>
+#include <string>
+#include <vector>
+
+#include "support/candidate-sequences.h"
+#include "support/default-parameters.h"
+#include "support/filter-check.h"
+
+namespace {
+
+// The record in memory of its own size, so that a sanitizer notices reading beyond it.
+class CAskedFilter {
+ public:
+  explicit CAskedFilter(const std::string& symbols)
+      : exact(symbols.begin(), symbols.end()), filter(exact.data(), exact.size(), CSearchController::minScores) {}
+
+  // The candidates of a unit length that both tests keep. The second is asked in batches of up to `batch`.
+  position_bits keep(unsigned L, std::size_t batch) {
+    const position_bits first = filter.candidates(L);
+    EXPECT_EQ(first.size(), (exact.size() + 63) / 64);
+    position_bits kept = no_positions(exact.size());
+    std::vector<const char*> asked;
+    for (std::size_t word = 0; word < first.size(); ++word) {
+      for (std::uint64_t left = first[word]; left != 0; left &= left - 1) {
+        const std::size_t p = word * 64 + static_cast<std::size_t>(std::countr_zero(left));
+        EXPECT_LT(p, exact.size());
+        if (p + L < exact.size()) asked.push_back(exact.data() + p);
+        if (asked.size() == batch) ask(asked, kept);
+      }
+    }
+    ask(asked, kept);
+    return kept;
+  }
+
+ private:
+  std::vector<char> exact;
+  CCandidateFilter filter;
+
+  void ask(std::vector<const char*>& positions, position_bits& kept) {
+    const std::uint64_t bits = filter.still_candidates(positions.data(), positions.size());
+    for (std::size_t i = 0; i < positions.size(); ++i) {
+      if ((bits >> i & 1) != 0) set_bit(kept, static_cast<std::size_t>(positions[i] - exact.data()));
+    }
+    positions.clear();
+  }
+};
+
+class CandidateFilter : public ParameterTest {
+ protected:
+  filter_counts counts;
+
+  // Asks for all unit lengths of the settings up to that of the case, as a search does.
+  void check(const filter_case& c, unsigned shortest, yardstick by, std::size_t batch) {
+    const auto keep = [shortest, batch](const filter_case& any) {
+      CAskedFilter filter(any.symbols);
+      for (unsigned L = shortest; L < any.L && L < any.symbols.size(); ++L) filter.keep(L, batch);
+      return any.L < any.symbols.size() ? filter.keep(any.L, batch) : no_positions(any.symbols.size());
+    };
+    // The filter for long units keeps some more beside the borders of its stretches.
+    check_filter(c, by, keep, counts, on_targets::different);
+  }
+};
+
+TEST_F(CandidateFilter, KeepsWhatCanBeAcceptedUnderManySettings) {
+  CRandomDna random(1);
+  CCandidateSequences sequences(random);
+  for (int round = 0; round < 300 && !HasFailure(); ++round) {
+    const int L = random.number(1, random.one_of(std::vector<int>{10, 10, 30, 60}));
+    const auto longest = static_cast<unsigned>(L + random.one_of(std::vector<int>{0, 0, 3, 30}));
+    const candidate_settings settings = random_candidate_settings(random, longest);
+    settings.put_in_force();
+    const int T = CSearchController::minScores[L];
+    check({settings, static_cast<unsigned>(L), sequences.make(sequences.length(), L, T)},
+          static_cast<unsigned>(std::max(1, L - random.number(0, 3))), yardstick::bound_and_extension,
+          static_cast<std::size_t>(random.number(1, 64)));
+  }
+  EXPECT_GT(counts.wanted, 10000U);
+}
+
+TEST_F(CandidateFilter, KeepsWhatCanBeAcceptedInRecordsOfEveryLength) {
+  CRandomDna random(2);
+  CCandidateSequences sequences(random);
+  for (int length = 0; length <= 700 && !HasFailure(); ++length) {
+    candidate_settings settings;
+    settings.longest = 40;
+    settings.put_in_force();
+    const int L = random.number(1, random.coin() ? 10 : 40);
+    check({settings, static_cast<unsigned>(L), sequences.make(length, L, std::max(6, L))}, static_cast<unsigned>(L),
+          yardstick::bound, 64);
+  }
+  EXPECT_GT(counts.wanted, 1000U);
+}
+
+TEST_F(CandidateFilter, KeepsWhatTheBoundAsksForInRealSequence) {
+  CRandomDna random(3);
+  for (const char* const name : {"human_alpha_satellite.fa", "dictyostelium_at_rich.fa"}) {
+    const std::string symbols = symbols_of_data_file(name);
+    for (const int L : {1, 2, 3, 5, 8, 10, 14, 20, 22, 33, 60, 171}) {
+      candidate_settings settings = random_candidate_settings(random, static_cast<unsigned>(L + 2));
+      settings.mismatch_score = std::min(settings.mismatch_score, -4);
+      settings.indel_score = std::min(settings.indel_score, -4);
+      settings.put_in_force();
+      check({settings, static_cast<unsigned>(L), symbols}, static_cast<unsigned>(L), yardstick::bound, 64);
+      if (HasFailure()) return;
+    }
+  }
+  EXPECT_GT(counts.wanted, 10000U);
+}
+
+TEST_F(CandidateFilter, KeepsEveryCandidateWhereNoScoreIsTooLow) {
+  CRandomDna random(4);
+  constexpr auto border = static_cast<int>(CCandidateFilter::longest_short_record);
+  for (const int length : {100, border, border + 1, 2 * border}) {
+    const std::string symbols = random.sequence("ACGT", length);
+    candidate_settings settings;
+    settings.longest = 30;
+    settings.min_score = 0;
+    settings.min_score_b = 0;
+    settings.put_in_force();
+    CAskedFilter filter(symbols);
+    for (unsigned L = 1; L <= 30; ++L) {
+      const position_bits kept = filter.keep(L, 64);
+      for (std::size_t p = 0; p + L < symbols.size(); ++p) ASSERT_TRUE(has_bit(kept, p)) << L << ' ' << p;
+    }
+  }
+}
+
+TEST_F(CandidateFilter, DropsNearlyAllOfARandomSequence) {
+  CRandomDna random(5);
+  candidate_settings settings;
+  settings.longest = 40;
+  settings.put_in_force();
+  constexpr auto border = static_cast<int>(CCandidateFilter::longest_short_record);
+  for (const int length : {border, 5000}) {
+    for (const unsigned L : {1U, 2U, 5U, 10U, 14U, 20U, 30U, 40U}) {
+      counts = {};
+      check({settings, L, random.sequence("ACGT", length)}, L, yardstick::bound, 64);
+      // Candidates near the ends of long records pass the second test.
+      EXPECT_LT(counts.share_of_unwanted_kept(), length == border ? 0.01 : 0.02) << length << ' ' << L;
+    }
+  }
+}
+
+}  // namespace

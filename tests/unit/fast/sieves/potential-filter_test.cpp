@@ -1,0 +1,183 @@
+// The self-alignment potential: what it keeps, compared with the bound and the extension themselves.
+
+#include "potential-filter.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "support/candidate-sequences.h"
+#include "support/default-parameters.h"
+#include "support/filter-check.h"
+
+namespace {
+
+CPotentialFilter::settings potential_settings(const candidate_settings& s, unsigned shortest, unsigned longest) {
+  return {-s.mismatch_score, -s.indel_score, s.prefer_longer, Ns_are_neutral(), shortest, longest, [](unsigned L) {
+            return CSearchController::minScores[L];
+          }};
+}
+
+// The filter runs for the unit lengths `shortest` to the longest of the settings, as far as the record is longer.
+position_bits keep(const filter_case& c, unsigned shortest) {
+  position_bits kept = no_positions(c.symbols.size());
+  const auto longest = static_cast<unsigned>(std::min<std::size_t>(c.settings.longest, c.symbols.size()));
+  if (c.L > longest) return kept;
+  CPotentialFilter filter;
+  filter.run(c.symbols.data(), c.symbols.size(), potential_settings(c.settings, shortest, longest));
+  if (filter.has(c.L)) {
+    filter.place(c.L, kept.data());
+  } else {
+    filter.run(c.symbols.data(), c.symbols.size(), potential_settings(c.settings, c.L, longest));
+    EXPECT_TRUE(filter.has(c.L));
+    filter.place(c.L, kept.data());
+  }
+  return kept;
+}
+
+class PotentialFilter : public ParameterTest {
+ protected:
+  filter_counts counts;  // of cases that the filter applies to
+
+  void check(const filter_case& c, unsigned shortest, yardstick by) {
+    if (!CPotentialFilter::applies(potential_settings(c.settings, shortest, c.settings.longest))) return;
+    // Kept sets differ beside the borders of stretches, of which there are as many as lanes.
+    check_filter(
+        c, by, [shortest](const filter_case& any) { return keep(any, shortest); }, counts, on_targets::different);
+  }
+};
+
+// The penalties that the filter is for.
+candidate_settings strict_settings(CRandomDna& random, unsigned longest) {
+  const std::vector<int> scores{-5, -5, -5, -6, -7, -8, -12};
+  candidate_settings settings = random_candidate_settings(random, longest);
+  settings.mismatch_score = random.one_of(scores);
+  settings.indel_score = random.one_of(scores);
+  return settings;
+}
+
+TEST_F(PotentialFilter, KeepsWhatCanBeAcceptedUnderManySettings) {
+  CRandomDna random(1);
+  CCandidateSequences sequences(random);
+  for (int round = 0; round < 400 && !HasFailure(); ++round) {
+    const int shortest = random.number(5, 40);
+    const int longest = std::min(shortest + random.number(0, 60), 120);
+    const int L = random.number(shortest, std::min(longest, 60));
+    const candidate_settings settings = strict_settings(random, static_cast<unsigned>(longest));
+    settings.put_in_force();
+    const int T = CSearchController::minScores[L];
+    check({settings, static_cast<unsigned>(L), sequences.make(sequences.length(), L, T)},
+          static_cast<unsigned>(shortest), yardstick::bound_and_extension);
+  }
+  EXPECT_GT(counts.candidates, 100000U);
+  EXPECT_GT(counts.wanted, 5000U);
+}
+
+// What the thresholds allow for, used up.
+TEST_F(PotentialFilter, KeepsCandidatesWhoseFirstCopyIsAsBadAsItMayBe) {
+  CRandomDna random(6);
+  CCandidateSequences sequences(random);
+  for (int round = 0; round < 600 && !HasFailure(); ++round) {
+    const int L = random.number(30, random.coin() ? 60 : 150);
+    candidate_settings settings;
+    settings.longest = static_cast<unsigned>(L);
+    settings.mismatch_score = random.one_of(std::vector<int>{-5, -5, -7, -9});
+    settings.indel_score = random.number(-12, -5);
+    settings.prefer_longer = random.number(0, 1);
+    settings.min_score_b = random.one_of(std::vector<float>{0.5F, 1.0F});
+    settings.put_in_force();
+    const std::string symbols = random.sequence("ACGT", 20) + sequences.with_decayed_copy(L, -settings.mismatch_score) +
+                                random.sequence("ACGT", 20);
+    check({settings, settings.longest, symbols}, settings.longest, yardstick::bound);
+  }
+  EXPECT_GT(counts.wanted, 10000U);
+}
+
+// Repeats of units as long as those of satellites.
+TEST_F(PotentialFilter, KeepsWhatTheBoundAsksForInRealSequence) {
+  CRandomDna random(2);
+  for (const char* const name : {"human_alpha_satellite.fa", "dictyostelium_at_rich.fa"}) {
+    const std::string symbols = symbols_of_data_file(name);
+    for (const int L : {12, 21, 33, 60, 170, 171}) {
+      candidate_settings settings = strict_settings(random, static_cast<unsigned>(L + random.number(0, 5)));
+      settings.min_score = random.number(6, 30);
+      settings.put_in_force();
+      check({settings, static_cast<unsigned>(L), symbols}, static_cast<unsigned>(L - random.number(0, 5)),
+            yardstick::bound);
+      if (HasFailure()) return;
+    }
+  }
+  EXPECT_GT(counts.wanted, 1000U);
+}
+
+TEST_F(PotentialFilter, KeepsWhatCanBeAcceptedInRecordsOfEveryLength) {
+  CRandomDna random(3);
+  CCandidateSequences sequences(random);
+  for (int length = 0; length <= 700 && !HasFailure(); ++length) {
+    candidate_settings settings;
+    settings.longest = 40;
+    settings.put_in_force();
+    const int L = random.number(10, 40);
+    check({settings, static_cast<unsigned>(L), sequences.make(length, L, L)}, 10, yardstick::bound);
+  }
+  EXPECT_GT(counts.wanted, 1000U);
+}
+
+// A lane works on a stretch of some fifty symbols here.
+TEST_F(PotentialFilter, KeepsWhatCanBeAcceptedAroundNsAtEveryOffset) {
+  CRandomDna random(4);
+  CCandidateSequences sequences(random);
+  for (std::size_t offset = 0; offset <= 110 && !HasFailure(); ++offset) {
+    candidate_settings settings;
+    settings.longest = 30;
+    settings.Ns_are_missense = random.number(0, 2) == 0;
+    settings.put_in_force();
+    const int L = random.number(10, 30);
+    std::string symbols;
+    while (symbols.size() < 3200) symbols += sequences.array_of(L);
+    symbols.resize(3200);
+    CCandidateSequences::put_Ns(symbols, offset, random.number(1, 4));
+    CCandidateSequences::put_Ns(symbols, 1600 + offset, random.number(1, 4));
+    CCandidateSequences::put_Ns(symbols, symbols.size() - offset - 4, random.number(1, 4));
+    check({settings, static_cast<unsigned>(L), symbols}, 10, yardstick::bound);
+  }
+  EXPECT_GT(counts.wanted, 10000U);
+}
+
+TEST_F(PotentialFilter, DropsMostOfARandomSequence) {
+  CRandomDna random(5);
+  candidate_settings settings;
+  settings.longest = 60;
+  settings.put_in_force();
+  const std::string symbols = random.sequence("ACGT", 20000);
+  for (const unsigned L : {25U, 40U, 60U}) {
+    counts = {};
+    check({settings, L, symbols}, 20, yardstick::bound);
+    EXPECT_LT(counts.share_of_unwanted_kept(), 0.25) << L;
+  }
+}
+
+TEST_F(PotentialFilter, AppliesToPenaltiesOfFiveAndMore) {
+  candidate_settings settings;
+  settings.longest = 30;
+  settings.put_in_force();
+  EXPECT_TRUE(CPotentialFilter::applies(potential_settings(settings, 20, 30)));
+  settings.mismatch_score = -4;
+  EXPECT_FALSE(CPotentialFilter::applies(potential_settings(settings, 20, 30)));
+  settings.mismatch_score = -5;
+  settings.indel_score = -4;
+  EXPECT_FALSE(CPotentialFilter::applies(potential_settings(settings, 20, 30)));
+}
+
+TEST_F(PotentialFilter, DoesNotApplyWhereNoScoreIsTooLow) {
+  candidate_settings settings;
+  settings.longest = 30;
+  settings.min_score = 0;
+  settings.min_score_b = 0;
+  settings.put_in_force();
+  EXPECT_FALSE(CPotentialFilter::applies(potential_settings(settings, 20, 30)));
+}
+
+}  // namespace
