@@ -1,10 +1,10 @@
 // Files that are known by their first bytes.
 
+#include "foreign-format.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
-
-#include "foreign-format.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // Texts from outside as they may stand on a terminal.
 
-#include <gtest/gtest.h>
-
 #include "shown-text.h"
+
+#include <gtest/gtest.h>
 
 namespace {
 
