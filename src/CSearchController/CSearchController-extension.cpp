@@ -12,6 +12,12 @@
 
 namespace {
 
+// The choices of all extensions: one search runs at a time.
+edit_choice_space& choice_space() {
+  static edit_choice_space space;
+  return space;
+}
+
 // The growing end of a repeat, in one direction. Works on a copy of what changes at that end; store() writes it back.
 template <typename Direction>
 class CExtension {
@@ -22,7 +28,7 @@ class CExtension {
         end(its_end),
         rules(current_look_ahead_rules()),
         look_ahead(rules, its_unit, its_end),
-        edit_choice(rules, its_unit, its_end),
+        edit_choice(rules, its_unit, its_end, choice_space()),
         now{{position, static_cast<int>(cursor - record.unit_begin), record.score},
             record.mismatches,
             record.insertions,

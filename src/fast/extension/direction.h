@@ -33,10 +33,6 @@ struct rightwards {
   // Where in memory the next `count` symbols begin, and at which index the unit symbols that belong to them.
   static const char* first_of(const char* position, int /*count*/) { return position; }
   static int first_of(int u, int /*count*/) { return u; }
-  // Of bits for the next 64 symbols, in the order of memory: the steps from `offset` to the first that is set, 64
-  // without one; and those of the symbols in front of the first that is set, which there must be.
-  static int first_bit(std::uint64_t bits, int offset) { return std::countr_zero(bits >> offset); }
-  static std::uint64_t bits_in_front(std::uint64_t bits) { return (bits - 1) & ~bits; }
   // How many of the next eight symbols equal the unit's; `text` points at unit index 0 of a CUnitText.
   static int matches_of_word(const char* position, const char* text, int u) {
     const std::uint64_t different = load_word(position) ^ load_word(text + u);
@@ -53,8 +49,6 @@ struct leftwards {
   static int unit_steps(int u, int count) { return u - count; }
   static const char* first_of(const char* position, int count) { return position - count; }
   static int first_of(int u, int count) { return u + 1 - count; }
-  static int first_bit(std::uint64_t bits, int offset) { return std::countl_zero(bits << offset); }
-  static std::uint64_t bits_in_front(std::uint64_t bits) { return ~(~std::uint64_t{0} >> std::countl_zero(bits)); }
   static int matches_of_word(const char* position, const char* text, int u) {
     const std::uint64_t different = load_word(position - symbols_a_word) ^ load_word(text + u + 1 - symbols_a_word);
     return different == 0 ? symbols_a_word : std::countl_zero(different) / 8;

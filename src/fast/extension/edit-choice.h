@@ -1,189 +1,82 @@
 #ifndef QUARVO_FAST_EDIT_CHOICE_H
 #define QUARVO_FAST_EDIT_CHOICE_H
 
-#include <algorithm>
-#include <cstdint>
-#include <limits>
-#include <vector>
+#include <optional>
 
+#include "edit.h"
+#include "layered-choice.h"
 #include "look-ahead.h"
-#include "match-window.h"
+#include "return-bound.h"
+#include "run-ends.h"
+#include "symbols-ahead.h"
 
-// Which edit an extension makes at a mismatch, found in one pass instead of one look-ahead for each alternative.
+// Which edit an extension makes at a mismatch, and whether it need go on at all. Each choice is made by run-ends.h
+// where that knows all that it needs, otherwise by layered-choice.h; both find the same.
 //
-// Premise: the score reduction is unlimited, so an edit is admissible when the score after it is above -L - P, whatever
-// came before. Then of two states at one position, unit cursor and depth the one with the higher score can do all that
-// the other can, and better. So the look-aheads of the three edits run as one, layer by layer, and each place keeps its
-// highest score, marked with the edit that the path to it began with; of equal scores the mark of the edit preferred at
-// equal values (mismatch, insertion, deletion). The mark at the highest score of all is the choice: let v be the
-// highest value of the three edits and e the preferred edit among those that reach it, and follow a path of e to v. A
-// place of it held by a higher score would lead above v, and one held by an equal score with a preferred mark would let
-// that edit reach v; neither can be.
+// An extension has no future when the scores that it needs to keep more than its best end lie out of reach. The
+// look-ahead of a choice shows it when no edit is admissible any more before its depth is used up: then it has followed
+// all paths there are, and that of the extension is among them. Otherwise return-bound.h may.
 //
-// The same pass tells when an extension has no future: when no edit is admissible any more before the recursion depth
-// is used up, it has followed all paths there are, and that of the extension is among them.
-//
-// A state with fewer edits can do what one with more edits can, so places are shared with the layers before, too.
-//
-// Cost: little more than 2 d + 1 states after d edits, instead of 3^d.
+// Premise: the score reduction is unlimited.
 
-enum class edit : unsigned char { mismatch, insertion, deletion, none };
+// What choices need, kept from extension to extension for its memory.
+struct edit_choice_space {
+  CRunEnds run_ends;
+  CSymbolsAhead ahead;
+  CReturnBound return_bound;
+  layered_states states;
+};
 
 template <typename Direction>
 class CEditChoice {
  public:
-  CEditChoice(const look_ahead_rules& its_rules, const CUnitText& its_unit, const char* its_end)
-      : rules(its_rules),
-        window(its_unit, its_end, its_rules.passes_over_Ns, its_rules.recursion_depth),
-        space(workspace()) {
-    const std::int64_t lowest = rules.bound(0, its_unit.length()) + 1;
-    least_for_mismatch = at_least(lowest - rules.mismatch_score);
-    least_for_indel = at_least(lowest - rules.indel_score);
-    least_for_any = std::min(least_for_mismatch, least_for_indel);
+  CEditChoice(const look_ahead_rules& its_rules, const CUnitText& its_unit, const char* its_end,
+              edit_choice_space& its_space)
+      : rules(its_rules), unit(its_unit), end(its_end), space(its_space) {
+    space.run_ends.set(rules, unit.length());
   }
 
   // The choice at a mismatch reached after `depth` edits of the look-ahead. `none` when no edit is admissible, or when
   // no path of any number of edits leads to a score of `needed`; is_hopeless() tells the second case.
   edit choose(const extension_state& from, unsigned char depth, int needed) {
-    highest = std::numeric_limits<int>::min();
-    chosen = edit::none;
-    hopeless = false;
-    space.states.clear();
-    space.diagonals_in_use = 0;
-    space.states.push_back({window.enter(from), edit::none, no_state});
-    layer_begin = 0;
-    is_cut = false;
-    do {
-      ++depth;
-      is_last = depth == rules.recursion_depth;
-      place_layer();
-    } while (layer_begin != space.states.size());
-    if (highest >= needed || is_cut || chosen == edit::none) return chosen;
-    hopeless = true;
-    return edit::none;
+    const edit_outlook outlook = look_ahead(from, depth);
+    hopeless =
+        outlook.chosen != edit::none && outlook.highest < needed && !(outlook.is_cut && may_return(from, needed));
+    return hopeless ? edit::none : outlook.chosen;
   }
 
   bool is_hopeless() const { return hopeless; }
 
  private:
-  struct state {
-    window_state at;
-    edit first;
-    int older;  // the state placed before on the same diagonal
-  };
-  static constexpr int no_state = -1;
-
-  struct diagonal_states {
-    std::uint64_t offsets = 0;  // bit i % 64: there may be a state at offset i
-    int newest = no_state;
-  };
-
-  struct buffers {
-    std::vector<state> states;               // of all layers
-    std::vector<diagonal_states> diagonals;  // in the order 0, -1, 1, -2, 2, ...
-    std::size_t diagonals_in_use = 0;        // those behind are left over
-  };
-  static buffers& workspace() {
-    static buffers reused;
-    return reused;
-  }
-
   look_ahead_rules rules;
-  CMatchWindow<Direction> window;
-  buffers& space;
-  int least_for_mismatch;  // the score that an edit needs before it
-  int least_for_indel;
-  int least_for_any;
-  int highest = 0;
-  edit chosen = edit::none;
+  const CUnitText& unit;
+  const char* end;
+  edit_choice_space& space;
+  std::optional<CLayeredChoice<Direction>> by_layers;
   bool hopeless = false;
-  bool is_last = false;         // no edit of the look-ahead may follow those of this layer
-  bool is_cut = false;          // one would be admissible
-  std::size_t layer_begin = 0;  // the layer being left is states [layer_begin, layer_end)
-  std::size_t layer_end = 0;
+  int choices_to_wait = 0;
+  int next_wait = 1;
 
-  static int at_least(std::int64_t score) {
-    return static_cast<int>(std::min<std::int64_t>(score, std::numeric_limits<int>::max()));
-  }
-
-  static edit mark(const state& from, edit made) { return from.first == edit::none ? made : from.first; }
-
-  // Makes the next layer behind this one.
-  void place_layer() {
-    layer_end = space.states.size();
-    for (std::size_t i = layer_begin; i != layer_end; ++i) {
-      const state from = space.states[i];
-      place_edits(from);
+  edit_outlook look_ahead(const extension_state& from, unsigned char depth) {
+    CRunEnds& run_ends = space.run_ends;
+    if (run_ends.applies() && depth == 0) {
+      space.ahead.compare<Direction>(from, unit, end, rules.passes_over_Ns, run_ends.radius());
+      if (run_ends.choose(space.ahead, from.score)) return run_ends.outlook();
     }
-    layer_begin = layer_end;
+    if (!by_layers) by_layers.emplace(rules, unit, end, space.states);
+    return by_layers->choose(from, depth);
   }
 
-  void place_edits(const state& from) {
-    const auto [offset, diagonal, score] = from.at;
-    if (score >= least_for_mismatch) {
-      place({{offset + 1, diagonal, score + rules.mismatch_score}, mark(from, edit::mismatch), no_state});
-    }
-    if (score >= least_for_indel) {
-      const int less = score + rules.indel_score;
-      place({{offset + 1, window.reduced(diagonal - 1), less}, mark(from, edit::insertion), no_state});
-      place({{offset, window.reduced(diagonal + 1), less}, mark(from, edit::deletion), no_state});
-    }
-  }
-
-  void note(int score, edit first) {
-    if (score < highest || (score == highest && first >= chosen)) return;
-    highest = score;
-    chosen = first;
-  }
-
-  // Moves the state to the end of its perfect run and, if edits may follow there, into the next layer.
-  void place(state added) {
-    const bool is_followed = window.run_on(added.at);
-    const int score = added.at.score;
-    note(score, added.first);
-    if (!is_followed || score < least_for_any) return;
-    if (is_last) {
-      is_cut = true;
-    } else {
-      merge(added);
-    }
-  }
-
-  static std::size_t index_of(int diagonal) {
-    return static_cast<std::size_t>(diagonal < 0 ? -2 * diagonal - 1 : 2 * diagonal);
-  }
-
-  // Adds the state unless one at its place, in this layer or with fewer edits in one before, can do as well.
-  void merge(state& added) {
-    const std::size_t index = index_of(added.at.diagonal);
-    while (index >= space.diagonals_in_use) use_next_diagonal();
-    diagonal_states& diagonal = space.diagonals[index];
-    const std::uint64_t bit = std::uint64_t{1} << (static_cast<unsigned>(added.at.offset) % 64);
-    if ((diagonal.offsets & bit) != 0 && is_merged(added, diagonal)) return;
-    diagonal.offsets |= bit;
-    added.older = diagonal.newest;
-    diagonal.newest = static_cast<int>(space.states.size());
-    space.states.push_back(added);
-  }
-
-  void use_next_diagonal() {
-    if (space.diagonals_in_use == space.diagonals.size()) space.diagonals.emplace_back();
-    space.diagonals[space.diagonals_in_use++] = {};
-  }
-
-  bool is_merged(const state& added, const diagonal_states& diagonal) {
-    for (int i = diagonal.newest; i != no_state; i = space.states[static_cast<std::size_t>(i)].older) {
-      state& other = space.states[static_cast<std::size_t>(i)];
-      if (other.at.offset != added.at.offset) continue;
-      if (other.at.score > added.at.score || (other.at.score == added.at.score && other.first <= added.first)) {
-        return true;
-      }
-      if (static_cast<std::size_t>(i) < layer_end) continue;
-      other.at.score = added.at.score;
-      other.first = added.first;
+  // Where paths were seen to return, the bound is tried again after 1, 2, 4, ... choices.
+  bool may_return(const extension_state& from, int needed) {
+    if (choices_to_wait > 0) {
+      --choices_to_wait;
       return true;
     }
-    return false;
+    if (!space.return_bound.may_return<Direction>(from, unit, end, rules, needed)) return false;
+    choices_to_wait = next_wait;
+    next_wait *= 2;
+    return true;
   }
 };
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "direction.h"
+#include "extension-state.h"
 #include "unit-text.h"
 
 // The look-ahead of the imperfect extension: the highest score reachable from a state by perfect runs and single edits.
@@ -45,13 +46,6 @@ struct look_ahead_rules {
 
 // The rules that the parameters give.
 look_ahead_rules current_look_ahead_rules();
-
-// A place on the way of an extension: the position, the unit cursor and the score there.
-struct extension_state {
-  const char* s;
-  int u;
-  int score;
-};
 
 // Moves the state over matches and, where they are passed over, N's. Stops at the end or in front of a mismatch.
 template <typename Direction>

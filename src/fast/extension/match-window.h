@@ -2,13 +2,13 @@
 #define QUARVO_FAST_MATCH_WINDOW_H
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
 
 #include "direction.h"
 #include "look-ahead.h"
+#include "symbols-ahead.h"
 #include "unit-text.h"
 
 // A state of a look-ahead, by where it is relative to the start of a window.
@@ -18,11 +18,6 @@ struct window_state {
   int score;
 };
 
-// Compares 64 symbols with a periodic unit, once for each diagonal. matches[i] gets the comparison with text + i, bit j
-// for symbols[j]; Ns the bits of the N's among the symbols.
-void compare_on_diagonals(const char* symbols, const char* text, std::size_t diagonals, std::uint64_t* mismatches,
-                          std::uint64_t* Ns);
-
 // Perfect runs ahead of a position. A look-ahead asks for many runs in the same few symbols, on the diagonals around
 // that of the extension; here the 64 symbols ahead are compared with the unit once on each diagonal, and a run is then
 // a bit scan. Runs that leave the window, or come to an N that is passed over, are followed symbol by symbol.
@@ -31,7 +26,7 @@ void compare_on_diagonals(const char* symbols, const char* text, std::size_t dia
 template <typename Direction>
 class CMatchWindow {
  public:
-  static constexpr int size = 64;
+  static constexpr int size = CSymbolsAhead::size;
 
   // For extensions of the unit up to `end` (the position with nothing ahead). The unit must stay as it is.
   CMatchWindow(const CUnitText& its_unit, const char* its_end, bool its_passes_over_Ns, int look_ahead_depth)
@@ -57,8 +52,8 @@ class CMatchWindow {
   // Moves the state to the end of its perfect run. Returns false at the end of the sequence, where no edit can follow.
   bool run_on(window_state& at) const {
     if (at.offset < size && std::abs(at.diagonal) <= radius) {
-      const int matches = Direction::first_bit(mismatches[index_of(at.diagonal)], at.offset);
-      if (matches < size) {
+      const int matches = std::countr_zero(ahead.different()[-at.diagonal] >> at.offset);
+      if (at.offset + matches < ahead.known()) {
         at.offset += matches;
         at.score += matches;
         return true;
@@ -74,9 +69,8 @@ class CMatchWindow {
   }
 
  private:
-  static constexpr int most_radius = 32;
+  static constexpr int most_radius = CSymbolsAhead::most_radius;
   static constexpr int drift = 3;  // how far an extension may leave its diagonal without the window being moved
-  static_assert(CUnitText::margin >= size + most_radius);
 
   const CUnitText& unit;
   const char* end;
@@ -86,27 +80,12 @@ class CMatchWindow {
   int radius;
   const char* start = nullptr;
   int start_cursor = 0;
-  std::array<std::uint64_t, 2 * most_radius + 1> mismatches{};
-
-  std::size_t index_of(int diagonal) const {
-    return static_cast<std::size_t>(radius + Direction::unit_steps(0, diagonal));
-  }
+  CSymbolsAhead ahead;
 
   void move_to(const extension_state& from) {
     start = from.s;
     start_cursor = from.u;
-    const auto count = static_cast<std::size_t>(2 * radius + 1);
-    if (Direction::left_over(start, end) < size) {
-      std::fill_n(mismatches.begin(), count, 0);
-      return;
-    }
-    std::uint64_t Ns = 0;
-    compare_on_diagonals(Direction::first_of(start, size),
-                         unit.begin_of_wide() + Direction::first_of(start_cursor, size) - radius, count,
-                         mismatches.data(), &Ns);
-    if (!passes_over_Ns || Ns == 0) return;
-    const std::uint64_t in_front = Direction::bits_in_front(Ns);
-    for (std::size_t i = 0; i < count; ++i) mismatches[i] &= in_front;
+    ahead.compare<Direction>(from, unit, end, passes_over_Ns, radius);
   }
 
   bool run_on_symbol_by_symbol(window_state& at) const {

@@ -1,0 +1,193 @@
+#include "run-ends.h"
+
+#include <algorithm>
+#include <bit>
+#include <utility>
+
+namespace {
+
+constexpr std::uint64_t all = ~std::uint64_t{0};
+
+constexpr std::uint64_t bits_from(int offset) {
+  if (offset <= 0) return all;
+  return offset < CRunEnds::symbols ? all << offset : 0;
+}
+
+// What edits cost at most, beside the symbols that they consume.
+constexpr int most_lost = (CRunEnds::most_penalty + 1) * CRunEnds::most_edits;
+
+// bits_from() for each offset from which on a score can be enough for an edit.
+constexpr int least_offset = -most_lost;
+constexpr int most_offset = CRunEnds::symbols + most_lost;
+constexpr auto places_from = [] {
+  std::array<std::uint64_t, most_offset - least_offset + 1> table{};
+  int offset = least_offset;
+  for (std::uint64_t& places : table) places = bits_from(offset++);
+  return table;
+}();
+
+// The places with a score of at least `least`, by what was lost on the way, where the way began with `score`.
+const std::uint64_t* places_with(std::int64_t least, int score) {
+  const std::int64_t offset = std::clamp<std::int64_t>(least - score, least_offset, CRunEnds::symbols);
+  return places_from.data() + (offset - least_offset);
+}
+
+int highest_bit(std::uint64_t bits) { return CRunEnds::symbols - 1 - std::countl_zero(bits); }
+
+// The places from which a run leads to one of the ends, which are mismatches.
+std::uint64_t starts_of_runs(std::uint64_t ends, std::uint64_t different) {
+  std::uint64_t starts = 0;
+  for (; ends != 0; ends &= ends - 1) {
+    const std::uint64_t end = ends & (~ends + 1);
+    const std::uint64_t before = different & (end - 1);
+    starts |= (end | (end - 1)) & (before == 0 ? all : all << (CRunEnds::symbols - std::countl_zero(before)));
+  }
+  return starts;
+}
+
+}  // namespace
+
+void CRunEnds::set(const look_ahead_rules& rules, int unit_length) {
+  if (depth != rules.recursion_depth || mismatch_score != rules.mismatch_score || indel_score != rules.indel_score) {
+    depth = rules.recursion_depth;
+    mismatch_score = rules.mismatch_score;
+    indel_score = rules.indel_score;
+    set_losses();
+  }
+  is_applied = rules.is_unlimited() && depth >= 1 && depth <= most_edits &&
+               std::min(mismatch_score, indel_score) >= -most_penalty && std::max(mismatch_score, indel_score) < 0;
+  const std::int64_t lowest = rules.bound(0, unit_length) + 1;
+  least_for_mismatch = lowest - mismatch_score;
+  least_for_indel = lowest - indel_score;
+}
+
+void CRunEnds::set_losses() {
+  for (int edits = 0; edits <= most_edits; ++edits) {
+    for (int deletions = 0; deletions <= edits; ++deletions) {
+      for (int insertions = 0; deletions + insertions <= edits; ++insertions) {
+        const int mismatches = edits - deletions - insertions;
+        lost[static_cast<std::size_t>(edits)][index(deletions, insertions)] =
+            mismatches * (1 - mismatch_score) + insertions * (1 - indel_score) - deletions * indel_score;
+      }
+    }
+  }
+}
+
+int CRunEnds::cheaper_score() const { return std::max(mismatch_score, indel_score); }
+
+bool CRunEnds::choose(const CSymbolsAhead& ahead, int score) {
+  const question asked{ahead.different(), places_with(least_for_mismatch, score), places_with(least_for_indel, score),
+                       ahead.ends_there() ? ~bits_from(ahead.known()) : all};
+  return has_one_penalty() ? choose<true>(asked, score) : choose<false>(asked, score);
+}
+
+template <bool one_penalty>
+bool CRunEnds::choose(const question& asked, int score) {
+  using maker = findings (CRunEnds::*)(const question&);
+  static constexpr std::array<maker, most_edits + 1> makers{
+      nullptr,
+      &CRunEnds::make_layer<one_penalty, 1>,
+      &CRunEnds::make_layer<one_penalty, 2>,
+      &CRunEnds::make_layer<one_penalty, 3>,
+      &CRunEnds::make_layer<one_penalty, 4>,
+      &CRunEnds::make_layer<one_penalty, 5>,
+      &CRunEnds::make_layer<one_penalty, 6>,
+      &CRunEnds::make_layer<one_penalty, 7>,
+  };
+  for_mismatch[0][index(0, 0)] = asked.mismatch_places[0] & 1;
+  for_indel[0][index(0, 0)] = asked.indel_places[0] & 1;
+  found = {edit::none, score, false};
+  findings so_far{0, (asked.mismatch_places[0] | asked.indel_places[0]) & 1, 0};
+  int edits = 0;
+  int last_with_highest = 0;
+  while (so_far.places != 0 && edits < depth) {
+    const findings added = (this->*makers[static_cast<std::size_t>(++edits)])(asked);
+    if (added.leaving >> (symbols - 1) != 0) return false;
+    if (added.values >= std::bit_floor(so_far.values)) last_with_highest = edits;
+    so_far.values |= added.values;
+    so_far.places = added.places;
+  }
+  if (edits == 0) return true;
+  highest_value = cheaper_score() + highest_bit(so_far.values);
+  found = {first_edit(asked, last_with_highest), score + highest_value, so_far.places != 0};
+  return true;
+}
+
+template <bool one_penalty, int edits>
+CRunEnds::findings CRunEnds::make_layer(const question& asked) {
+  findings added;
+  [&]<int... deletions>(std::integer_sequence<int, deletions...>) {
+    (make_row<one_penalty, edits, deletions>(asked, added), ...);
+  }
+  (std::make_integer_sequence<int, edits + 1>{});
+  return added;
+}
+
+// The words of one count of deletions. With one penalty these have lost the same.
+template <bool one_penalty, int edits, int deletions>
+void CRunEnds::make_row(const question& asked, findings& added) {
+  const layer& before_mismatch = for_mismatch[edits - 1];
+  const layer& before_indel = one_penalty ? before_mismatch : for_indel[edits - 1];
+  const auto value_bits = [&](std::uint64_t bits, int bits_lost) {
+    const int shift = bits_lost + cheaper_score();
+    return shift < symbols ? bits >> shift : 0;
+  };
+  int row_lost = lost[edits][index(deletions, 0)];
+  std::uint64_t row_ends = 0;
+  const auto make_word = [&](int insertions) {
+    const std::size_t cell = index(deletions, insertions);
+    const std::uint64_t different = asked.different[insertions - deletions];
+    const std::uint64_t equal = ~different;
+    const std::uint64_t consuming = before_mismatch[cell] | before_indel[cell - 1];
+    const std::uint64_t starts = consuming << 1 | before_indel[cell - row];
+    const std::uint64_t running = starts & equal;
+    const std::uint64_t carried = equal + running;
+    const std::uint64_t word = (carried | starts) & different;
+    added.leaving |= consuming | (equal & (running | ~carried));
+    ends[edits][cell] = word;
+    if (one_penalty) {
+      row_ends |= word;
+    } else {
+      row_lost = lost[edits][cell];
+      added.values |= value_bits(word, row_lost);
+      for_indel[edits][cell] = word & asked.inside & asked.indel_places[row_lost];
+      added.places |= for_indel[edits][cell];
+    }
+    for_mismatch[edits][cell] = word & asked.inside & asked.mismatch_places[row_lost];
+    added.places |= for_mismatch[edits][cell];
+  };
+  [&]<int... insertions>(std::integer_sequence<int, insertions...>) { (make_word(insertions), ...); }
+  (std::make_integer_sequence<int, edits - deletions + 1>{});
+  if (one_penalty) added.values |= value_bits(row_ends, row_lost);
+}
+
+std::uint64_t CRunEnds::highest_ends(int edits, std::size_t cell) const {
+  const auto at = static_cast<std::size_t>(edits);
+  const int offset = highest_value + lost[at][cell];
+  return wanted[at][cell] | (offset < symbols ? ends[at][cell] & std::uint64_t{1} << offset : 0);
+}
+
+// Follows them back to the first edit.
+edit CRunEnds::first_edit(const question& asked, int edits) {
+  for (; edits > 1; --edits) {
+    const auto at = static_cast<std::size_t>(edits);
+    const layer& before_mismatch = for_mismatch[at - 1];
+    const layer& before_indel = has_one_penalty() ? before_mismatch : for_indel[at - 1];
+    for (int deletions = 0; deletions <= edits; ++deletions) {
+      for (int insertions = 0; deletions + insertions <= edits; ++insertions) {
+        const std::size_t cell = index(deletions, insertions);
+        const std::uint64_t reached = highest_ends(edits, cell);
+        if (reached == 0) continue;
+        wanted[at][cell] = 0;
+        const std::uint64_t starts = starts_of_runs(reached, asked.different[insertions - deletions]);
+        wanted[at - 1][cell] |= before_mismatch[cell] & starts >> 1;
+        wanted[at - 1][cell - 1] |= before_indel[cell - 1] & starts >> 1;
+        wanted[at - 1][cell - row] |= before_indel[cell - row] & starts;
+      }
+    }
+  }
+  const bool by_mismatch = highest_ends(1, index(0, 0)) != 0;
+  const bool by_insertion = highest_ends(1, index(0, 1)) != 0;
+  for (const std::size_t cell : {index(0, 0), index(0, 1), index(1, 0)}) wanted[1][cell] = 0;
+  return by_mismatch ? edit::mismatch : by_insertion ? edit::insertion : edit::deletion;
+}

@@ -1,0 +1,108 @@
+#ifndef QUARVO_FAST_RUN_ENDS_H
+#define QUARVO_FAST_RUN_ENDS_H
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include "edit.h"
+#include "look-ahead.h"
+#include "symbols-ahead.h"
+
+// The choice of an edit, from the sets of all places at which a look-ahead can stand, one bit a place.
+//
+// Idea. Behind e edits, D of them deletions and I insertions, a look-ahead stands on the diagonal D - I, and its score
+// is that of the mismatch it began at, plus the symbols consumed, plus a number that e, D and I fix:
+//   (e - D - I) (mismatch - 1) + I (insertion - 1) + D deletion.
+// So the edits made may be counted in place of the score, and of all paths with the same counts it matters only where
+// they stand. That is one word for each triple of counts, bit i for the i-th symbol ahead. What the paths do is done to
+// all bits of a word at once:
+// - a mismatch or an insertion shifts the word by one, a deletion leaves it where it is;
+// - the runs behind it: added to the word of the matching symbols, each bit carries to the first mismatch behind it;
+// - an edit is admissible from a score on, which is an offset for each triple: a mask.
+// The highest score is that of the highest bit of some word. From there the words are followed back to the first edit.
+// All is exact: sets hold no place that a look-ahead does not reach, and lack none.
+//
+// Premises: the score reduction is unlimited (the floor is the same everywhere), at most most_edits edits a look-ahead,
+// penalties of up to most_penalty. The scores of mismatches and indels may differ. A path that leaves the 64 symbols
+// ahead, or comes to an N that is passed over, leaves what is known here, and there is no answer. The end of the record
+// is known.
+//
+// Cost: (R + 1) (R + 2) (R + 3) / 6 words for R edits, some ten operations each: 55 for 5.
+class CRunEnds {
+ public:
+  static constexpr int most_edits = 7;
+  static constexpr int most_penalty = 60;
+  static constexpr int symbols = CSymbolsAhead::size;
+
+  // For look-aheads by these rules with units of this length.
+  void set(const look_ahead_rules& rules, int unit_length);
+
+  // Whether the premises hold.
+  bool applies() const { return is_applied; }
+
+  // How far off the diagonals lie that are asked for.
+  int radius() const { return depth; }
+
+  // The choice at a mismatch reached with `score`. Returns false when a path leaves what is known.
+  bool choose(const CSymbolsAhead& ahead, int score);
+
+  // What it found.
+  const edit_outlook& outlook() const { return found; }
+
+ private:
+  // Words by counts: deletions * row + insertions, behind a row and a word that stay 0.
+  static constexpr int row = 8;
+  static constexpr int guard = row + 1;
+  static constexpr std::size_t words = guard + row * row;
+  using layer = std::array<std::uint64_t, words>;
+  static constexpr std::size_t index(int deletions, int insertions) {
+    return static_cast<std::size_t>(guard + deletions * row + insertions);
+  }
+
+  // One choice: what its layers share.
+  struct question {
+    const std::uint64_t* different;  // as of CSymbolsAhead
+    const std::uint64_t* mismatch_places;
+    const std::uint64_t* indel_places;
+    std::uint64_t inside;
+  };
+  // What a layer adds.
+  struct findings {
+    std::uint64_t values = 0;   // bit i: a score i above that behind the cheaper kind of edit
+    std::uint64_t places = 0;   // not 0: another edit is admissible
+    std::uint64_t leaving = 0;  // the highest bit: a path leaves what is known
+  };
+
+  int depth = 0;
+  bool is_applied = false;
+  int mismatch_score = 0;
+  int indel_score = 0;
+  std::int64_t least_for_mismatch = 0;  // the score that an edit needs before it
+  std::int64_t least_for_indel = 0;
+
+  // By edits made.
+  std::array<std::array<int, words>, most_edits + 1> lost{};  // what the edits cost beside symbols
+  std::array<layer, most_edits + 1> ends{};                   // of runs
+  std::array<layer, most_edits + 1> for_mismatch{};           // those at which that edit is admissible
+  std::array<layer, most_edits + 1> for_indel{};              // the same as for_mismatch if both scores are equal
+  std::array<layer, most_edits + 1> wanted{};  // those on the way to the highest score; 0 between two choices
+
+  int highest_value = 0;  // counted from the score at the mismatch
+  edit_outlook found{};
+
+  bool has_one_penalty() const { return mismatch_score == indel_score; }
+  int cheaper_score() const;
+  void set_losses();
+  template <bool one_penalty, int edits>
+  findings make_layer(const question& asked);
+  template <bool one_penalty, int edits, int deletions>
+  void make_row(const question& asked, findings& added);
+  template <bool one_penalty>
+  bool choose(const question& asked, int score);
+  // Of the run ends those with the highest score, and those on the way there.
+  std::uint64_t highest_ends(int edits, std::size_t cell) const;
+  edit first_edit(const question& asked, int edits);
+};
+
+#endif

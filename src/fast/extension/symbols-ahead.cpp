@@ -1,0 +1,105 @@
+#include "symbols-ahead.h"
+
+#include <algorithm>
+#include <cstring>
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "symbols-ahead.cpp"
+#include <hwy/foreach_target.h>  // must come before highway.h
+#include <hwy/highway.h>
+
+HWY_BEFORE_NAMESPACE();
+namespace quarvo_symbols_ahead {
+namespace HWY_NAMESPACE {
+namespace hn = hwy::HWY_NAMESPACE;
+
+// Mask bits are stored as bytes and read as words.
+static_assert(std::endian::native == std::endian::little);
+
+constexpr std::size_t window = 64;
+using lanes = hn::CappedTag<std::uint8_t, window>;
+
+// Bit i is set where is_wanted(i) has its lane set for the vector that begins at symbol i.
+template <typename Wanted>
+HWY_INLINE std::uint64_t bits_of_64(Wanted wanted) {
+  const lanes d;
+  std::uint64_t word = 0;
+  for (std::size_t i = 0; i < window; i += hn::Lanes(d)) {
+    std::uint8_t bytes[8];
+    const std::size_t count = hn::StoreMaskBits(d, wanted(i), bytes);
+    std::uint64_t part = 0;
+    std::memcpy(&part, bytes, count);
+    word |= part << i;
+  }
+  return word;
+}
+
+void compare(const std::uint8_t* symbols, const std::uint8_t* text, std::size_t diagonals, std::uint64_t* mismatches,
+             std::uint64_t* Ns) {
+  const lanes d;
+  const auto N = hn::Set(d, std::uint8_t{'N'});
+  *Ns = bits_of_64([&](std::size_t i) { return hn::Eq(hn::LoadU(d, symbols + i), N); });
+  for (std::size_t k = 0; k < diagonals; ++k) {
+    mismatches[k] =
+        ~bits_of_64([&](std::size_t i) { return hn::Eq(hn::LoadU(d, symbols + i), hn::LoadU(d, text + k + i)); });
+  }
+}
+
+// The bits of each word in reverse order.
+void reverse_bits(std::uint64_t* words, std::size_t count) {
+  const hn::CappedTag<std::uint64_t, 8> d;
+  const auto swap = [&](auto v, std::uint64_t mask, int distance) {
+    const auto kept = hn::Set(d, mask);
+    return hn::Or(hn::ShiftLeftSame(hn::And(v, kept), distance), hn::And(hn::ShiftRightSame(v, distance), kept));
+  };
+  for (std::size_t i = 0; i < count; i += hn::Lanes(d)) {
+    auto v = hn::LoadU(d, words + i);
+    v = swap(v, 0x5555555555555555, 1);
+    v = swap(v, 0x3333333333333333, 2);
+    v = swap(v, 0x0f0f0f0f0f0f0f0f, 4);
+    v = swap(v, 0x00ff00ff00ff00ff, 8);
+    v = swap(v, 0x0000ffff0000ffff, 16);
+    v = swap(v, 0x00000000ffffffff, 32);
+    hn::StoreU(v, d, words + i);
+  }
+}
+
+void compare_right(const std::uint8_t* symbols, const std::uint8_t* text, std::size_t diagonals,
+                   std::uint64_t* different, std::uint64_t* Ns) {
+  compare(symbols, text, diagonals, different, Ns);
+  std::reverse(different, different + diagonals);
+}
+
+void compare_left(const std::uint8_t* symbols, const std::uint8_t* text, std::size_t diagonals,
+                  std::uint64_t* different, std::uint64_t* Ns) {
+  compare(symbols, text, diagonals, different, Ns);
+  different[diagonals] = *Ns;
+  reverse_bits(different, diagonals + 1);
+  *Ns = different[diagonals];
+}
+
+}  // namespace HWY_NAMESPACE
+}  // namespace quarvo_symbols_ahead
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+
+namespace quarvo_symbols_ahead {
+HWY_EXPORT(compare_right);
+HWY_EXPORT(compare_left);
+}  // namespace quarvo_symbols_ahead
+
+void compare_ahead(const char* symbols, const char* text, std::size_t diagonals, bool leftwards,
+                   std::uint64_t* different, std::uint64_t* Ns) {
+  using bytes = const std::uint8_t*;
+  using namespace quarvo_symbols_ahead;
+  if (leftwards) {
+    HWY_DYNAMIC_DISPATCH(compare_left)
+    (reinterpret_cast<bytes>(symbols), reinterpret_cast<bytes>(text), diagonals, different, Ns);
+  } else {
+    HWY_DYNAMIC_DISPATCH(compare_right)
+    (reinterpret_cast<bytes>(symbols), reinterpret_cast<bytes>(text), diagonals, different, Ns);
+  }
+}
+
+#endif
