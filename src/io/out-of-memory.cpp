@@ -21,8 +21,7 @@ int last_status = 1;
 }  // namespace
 
 // The sanitizers may not have been started yet.
-[[gnu::no_sanitize("address"), gnu::no_sanitize("undefined")]] void end_when_memory_runs_out(const char* text,
-                                                                                             int status) {
+__attribute__((no_sanitize("address", "undefined"))) void end_when_memory_runs_out(const char* text, int status) {
   last_text = text;
   last_status = status;
   std::set_new_handler(end);

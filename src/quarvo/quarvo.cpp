@@ -9,7 +9,7 @@
 
 namespace {
 
-[[gnu::no_sanitize("address"), gnu::no_sanitize("undefined")]] void prepare_for_missing_memory() {
+__attribute__((no_sanitize("address", "undefined"))) void prepare_for_missing_memory() {
   end_when_memory_runs_out(
       "\nSorry! There is not enough memory for this run.\n"
       "Please give it more memory, or split the longest sequences.\n"
