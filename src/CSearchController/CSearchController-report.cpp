@@ -2,6 +2,7 @@
 
 #include "CSearchController.h"
 #include "global-types-and-parameters.h"
+#include "results-texts.h"
 
 void CSearchController::print_opening_lines(std::FILE* out) {
   const int length = static_cast<int>(sequence.symbols.length);
@@ -9,13 +10,13 @@ void CSearchController::print_opening_lines(std::FILE* out) {
     case quarvo_format:
     case extended_quarvo_format:
     case compact_format:
-      std::fprintf(out, ">%s\nsequence length: %d\n", sequence.full_name.c_str(), length);
+      std::fprintf(out, "%s%s\n%s%d\n", name_label, sequence.full_name.c_str(), length_label, length);
       break;
     case gff_format:
     case one_per_line_format:
       if (!global_sequenceInfoAsComment) break;
-      std::fprintf(out, "# Full sequence name:\n#>%s\n##sequence-region %s 1 %d\n", sequence.full_name.c_str(),
-                   sequence.short_name.c_str(), length);
+      std::fprintf(out, "%s\n%s%s\n%s%s%s%d\n", name_comment_title, name_comment_label, sequence.full_name.c_str(),
+                   region_label, sequence.short_name.c_str(), region_begin, length);
       break;
     default:
       break;
@@ -23,16 +24,16 @@ void CSearchController::print_opening_lines(std::FILE* out) {
 }
 
 void CSearchController::print_closing_line(std::FILE* out) {
-  static constexpr const char* format = "# Analysis of sequence \"%s\" completed.\n";
   switch (global_print_sat_mode) {
     case quarvo_format:
     case extended_quarvo_format:
     case compact_format:
-      std::fprintf(out, format, sequence.full_name.c_str());
+      std::fprintf(out, "%s\n", closing_line_of_sequence(sequence.full_name.c_str()).c_str());
       break;
     case gff_format:
     case one_per_line_format:
-      if (global_sequenceInfoAsComment) std::fprintf(out, format, sequence.short_name.c_str());
+      if (!global_sequenceInfoAsComment) break;
+      std::fprintf(out, "%s\n", closing_line_of_sequence(sequence.short_name.c_str()).c_str());
       break;
     default:
       break;

@@ -6,8 +6,11 @@
 #include "CDnaString.h"
 #include "CReportText.h"
 #include "CSequence_Mol.h"
+#include "Csat-lines.h"
 #include "Csat.h"
 #include "global-types-and-parameters.h"
+#include "repeat-columns.h"
+#include "results-texts.h"
 #include "unit-tables.h"
 
 namespace {
@@ -59,6 +62,8 @@ bool set_to_reported_unit(report_workspace& work, const Csat& sat) {
   }
 }
 
+constexpr int longest_named_unit = static_cast<int>(REPEAT_NAMES.size()) - 1;
+
 // One repeat with everything that its report derives from it.
 class CSatReport {
  public:
@@ -79,10 +84,8 @@ class CSatReport {
   void write(std::FILE* out) {
     switch (global_print_sat_mode) {
       case quarvo_format:
-        write_quarvo_format(out, false);
-        break;
       case extended_quarvo_format:
-        write_quarvo_format(out, true);
+        write_lines(out);
         break;
       case gff_format:
         write_gff(out);
@@ -114,37 +117,81 @@ class CSatReport {
 
   float repeat_number() const { return static_cast<float>(sat.length()) / static_cast<float>(sat.unit_length()); }
 
-  void write_quarvo_format(std::FILE* out, bool extended) {
+  repeat_layout layout() const { return {global_print_sat_mode, global_treat_Ns_as_missense, global_flanking > 0}; }
+
+  void append(CReportText& line, const repeat_column& column) const {
+    switch (column.field) {
+      case repeat_field::unit_name:
+        append_repeat_name(line, sat.unit_length());
+        break;
+      case repeat_field::unit_length:
+        line.number(sat.unit_length(), column.width);
+        break;
+      case repeat_field::perfection:
+        line.fixed(perfection, 3, column.width);
+        break;
+      case repeat_field::start:
+        line.number(start, column.width);
+        break;
+      case repeat_field::end:
+        line.number(end, column.width);
+        break;
+      case repeat_field::span:
+        line.number(sat.span(), column.width);
+        break;
+      case repeat_field::length:
+        line.number(sat.length(), column.width);
+        break;
+      case repeat_field::copy_number:
+        line.fixed(repeat_number(), 3, column.width);
+        break;
+      case repeat_field::score:
+        line.number(sat.score, column.width);
+        break;
+      case repeat_field::mismatches:
+        line.number(sat.mismatches, column.width);
+        break;
+      case repeat_field::insertions:
+        line.number(sat.insertions, column.width);
+        break;
+      case repeat_field::deletions:
+        line.number(sat.deletions, column.width);
+        break;
+      case repeat_field::Ns:
+        global_treat_Ns_as_missense ? line.text(no_count) : line.number(sat.number_of_Ns, column.width);
+        break;
+      case repeat_field::unit:
+        line.text(unit);
+        break;
+      case repeat_field::symbols:
+        line.stretch(sat.pos_left, sat.pos_right);
+        break;
+      case repeat_field::left_flank:
+        line.stretch(left_flank, sat.pos_left);
+        break;
+      case repeat_field::right_flank:
+        line.stretch(sat.pos_right, right_flank_end);
+        break;
+    }
+  }
+
+  void write_lines(std::FILE* out) {
+    const repeat_layout its_layout = layout();
     CReportText& line = its_text.clear();
-    append_repeat_name(line);
-    line.symbol(' ').number(start, 9).text(" : ").number(end, 9).text(" | ").number(sat.span(), 6).text(" bp | ");
-    line.number(sat.length(), 6).text(" BP | ").number(sat.score, 6).text(" pt | ");
-    line.fixed(perfection, 3, 7).text(" % | ");
-    if (extended) append_edit_counts(line);
-    line.text(extended ? " unit " : "unit ").text(unit).symbol('\n');
-    if (extended) append_missense(line);
+    for (const repeat_column& column : line_columns) {
+      if (!its_layout.has(column.presence)) continue;
+      if (column.field == repeat_field::unit) line.text(unit_label(its_layout));
+      append(line, column);
+      line.text(column.after);
+    }
+    line.symbol('\n');
+    if (its_layout.is_extended()) append_missense(line);
     append_sequence_block(line);
     line.write_to(out);
   }
 
-  // As print_repeat_name does.
-  void append_repeat_name(CReportText& line) const {
-    const int L = sat.unit_length();
-    if (L < 7) {
-      line.text_right_aligned(sat.get_repeat_name(), 16);
-    } else {
-      line.number(L, 5).text("-nucleotide");
-    }
-  }
-
-  void append_edit_counts(CReportText& line) const {
-    line.number(sat.mismatches, 3).text(" mis | ").number(sat.insertions, 3).text(" ins | ");
-    line.number(sat.deletions, 3).text(" del | ");
-    if (!global_treat_Ns_as_missense) line.number(sat.number_of_Ns, 3).text(" N | ");
-  }
-
   void append_missense(CReportText& line) const {
-    line.text("Missense: ");
+    line.text(edits_label);
     for (const auto& entry : sat.missense_entries()) {
       line.symbol('(').number(static_cast<int>(entry.position - sat.pos_left) + 1);
       line.symbol(',').symbol(entry.symbol).text("),");
@@ -163,19 +210,11 @@ class CSatReport {
   }
 
   void write_one_per_line(std::FILE* out) {
+    const repeat_layout its_layout = layout();
     CReportText& line = its_text.clear();
-    line.text(seq.short_name.c_str()).symbol('\t').number(sat.unit_length()).symbol('\t').fixed(perfection, 3);
-    line.symbol('\t').number(start).symbol('\t').number(end).symbol('\t').number(sat.span());
-    line.symbol('\t').fixed(repeat_number(), 3, 7).symbol('\t').number(sat.score).symbol('\t').number(sat.mismatches);
-    line.symbol('\t').number(sat.insertions).symbol('\t').number(sat.deletions).symbol('\t');
-    if (global_treat_Ns_as_missense) {
-      line.symbol('.');
-    } else {
-      line.number(sat.number_of_Ns);
-    }
-    line.symbol('\t').text(unit).symbol('\t').stretch(sat.pos_left, sat.pos_right);
-    if (global_flanking > 0) {
-      line.symbol('\t').stretch(left_flank, sat.pos_left).symbol('\t').stretch(sat.pos_right, right_flank_end);
+    line.text(seq.short_name.c_str());
+    for (const repeat_column& column : table_columns) {
+      if (its_layout.has(column.presence)) append(line.symbol(table_separator), column);
     }
     line.symbol('\n').write_to(out);
   }
@@ -192,9 +231,7 @@ class CSatReport {
 
   void write_compact(std::FILE* out) {
     CReportText& line = its_text.clear();
-    line.text(sat.get_repeat_name()).symbol(' ').number(start).text(" : ").number(end);
-    line.text(" -- length ").number(sat.length()).text(" score ").number(sat.score).text(" perfection ");
-    line.number(static_cast<int>(static_cast<double>(perfection) + 0.5)).text(" unit ").text(unit).symbol('\n');
+    append_compact_line(line, sat, start, end, perfection, unit);
     line.write_to(out);
     std::fflush(out);
     CReportText& block = its_text.clear();
@@ -209,9 +246,9 @@ class CSatReport {
 
   void append_sequence(CReportText& block) const {
     const bool framed = global_flanking > 0;
-    if (framed) block.stretch(left_flank, sat.pos_left).symbol(':');
+    if (framed) block.stretch(left_flank, sat.pos_left).symbol(flank_mark);
     block.stretch(sat.pos_left, sat.pos_right);
-    if (framed) block.symbol(':').stretch(sat.pos_right, right_flank_end);
+    if (framed) block.symbol(flank_mark).stretch(sat.pos_right, right_flank_end);
     block.symbol('\n');
   }
 
@@ -257,21 +294,21 @@ void align(CAlignment& alignment, const Csat& sat) {
   auto edit = edits.begin();
   for (const char* base = sat.pos_left; base != sat.pos_right;) {
     if (edit == edits.end() || base != edit->position) {
-      alignment.column(*base, *base == 'N' ? '*' : '|', *unit);
+      alignment.column(*base, *base == 'N' ? N_mark : match_mark, *unit);
       ++base;
       unit = sat.unit_successor(unit);
       continue;
     }
     switch (edit->symbol) {
-      case 'M':
-        alignment.column(*base++, ' ', *unit);
+      case mismatch_kind:
+        alignment.column(*base++, edit_mark, *unit);
         unit = sat.unit_successor(unit);
         break;
-      case 'I':
-        alignment.column(*base++, ' ', '-');
+      case insertion_kind:
+        alignment.column(*base++, edit_mark, gap_mark);
         break;
       default:
-        alignment.column('-', ' ', *unit);
+        alignment.column(gap_mark, edit_mark, *unit);
         unit = sat.unit_successor(unit);
     }
     ++edit;
@@ -282,17 +319,25 @@ void CSatReport::append_alignment(CReportText& block) const {
   CAlignment alignment(static_cast<std::size_t>(right_flank_end - left_flank + sat.deletions + 2));
   if (global_flanking > 0) {
     alignment.flank(left_flank, sat.pos_left);
-    alignment.column(':', ' ', ' ');
+    alignment.column(flank_mark, ' ', ' ');
   }
   align(alignment, sat);
   if (global_flanking > 0) {
-    alignment.column(':', ' ', ' ');
+    alignment.column(flank_mark, ' ', ' ');
     alignment.flank(sat.pos_right, right_flank_end);
   }
   alignment.append_to(block);
 }
 
 }  // namespace
+
+void append_repeat_name(CReportText& text, int unit_length) {
+  if (unit_length <= longest_named_unit) {
+    text.text_right_aligned(REPEAT_NAMES[static_cast<std::size_t>(unit_length)], 16);
+  } else {
+    text.number(unit_length, 5).text(repeat_name_suffix);
+  }
+}
 
 void Csat::report_sat(std::FILE* out, CSequence_Mol& seq) const {
   const float its_perfection = perfection();

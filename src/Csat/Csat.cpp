@@ -9,7 +9,6 @@
 
 #include "CsatContainer.h"
 #include "global-types-and-parameters.h"
-#include "unit-tables.h"
 
 // Made without allocating, since nothing could tell of a failure before main, and never destroyed.
 alignas(Csat_garbagecollector) static std::array<std::byte, sizeof(Csat_garbagecollector)> sat_alloc_memory;
@@ -76,21 +75,4 @@ float Csat::perfection() const {
 
 bool Csat::is_reported_perfection(float perfection) {
   return !(global_min_perfection > perfection) && !(perfection > global_max_perfection);
-}
-
-const char* Csat::get_repeat_name() const {
-  static char name[30];
-  const int L = unit_length();
-  if (L <= 6) return REPEAT_NAMES[static_cast<std::size_t>(L)];
-  std::snprintf(name, sizeof name, "%d-nucleotide", L);
-  return name;
-}
-
-void Csat::print_repeat_name(std::FILE* out) const {
-  const int L = unit_length();
-  if (L < 7) {
-    std::fprintf(out, "%16s", REPEAT_NAMES[static_cast<std::size_t>(L)]);
-  } else {
-    std::fprintf(out, "%5d-nucleotide", L);
-  }
 }

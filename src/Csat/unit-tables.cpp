@@ -2,9 +2,6 @@
 
 #include <cstddef>
 
-const std::array<const char*, 7> REPEAT_NAMES{"***  ERROR  ***", "mononucleotide",  "dinucleotide",  "trinucleotide",
-                                              "tetranucleotide", "pentanucleotide", "hexanucleotide"};
-
 namespace {
 
 using prime_table = std::array<std::array<int, primeFactors_columns>, primeFactors_rows>;

@@ -8,7 +8,4 @@ inline constexpr int primeFactors_rows = 10001;
 inline constexpr int primeFactors_columns = 6;
 extern const std::array<std::array<int, primeFactors_columns>, primeFactors_rows> primeFactors;
 
-// The names of repeats by unit length, 1 to 6.
-extern const std::array<const char*, 7> REPEAT_NAMES;
-
 #endif

@@ -7,6 +7,7 @@
 
 #include "print-message.h"
 #include "quarvo-version.h"
+#include "results-modes.h"
 
 // The settings of a run, process-wide. init_param and read_and_init_parameters write them; all else only reads them.
 
@@ -15,19 +16,6 @@ inline constexpr unsigned largest_unit_length = 10000;
 
 // A maximum score reduction that never stops an extension.
 inline constexpr int unlimited_scorereduction = 2147483647;
-
-enum search_mode_type : int { search_mode_exact = 0, search_mode_extend_exact = 1, search_mode_imperfect = 2 };
-enum N_and_perfection_mode_type : int { Ns_as_mismatch = 0, Ns_as_neutral = 1, Ns_as_match = 2 };
-enum report_unit_mode_type : int { unit_as_is = 0, unit_normal_form = 1, unit_normal_form_with_complement = 2 };
-enum print_sat_seq_mode_type : int { print_no_sequence = 0, print_sequence = 1, print_alignment = 2 };
-enum print_sat_mode_type : int {
-  quarvo_format = 0,
-  extended_quarvo_format = 1,
-  gff_format = 2,
-  one_per_line_format = 3,
-  fasta_format = 4,
-  compact_format = 5  // for diagnosis; the command line does not accept it
-};
 
 extern std::string global_input_filename;
 extern std::string global_output_filename;  // empty: standard output

@@ -2,6 +2,7 @@
 
 #include "global-types-and-parameters.h"
 #include "number2cstring.h"
+#include "results-texts.h"
 
 std::time_t time_analysis_started;
 
@@ -20,23 +21,12 @@ constexpr std::time_t report_interval = 59;
 
 std::time_t time_next_status_report = std::time(nullptr);
 
-const char* closing_line() {
-  switch (global_print_sat_mode) {
-    case fasta_format:
-      return "";
-    case gff_format:
-      return "# End tandem repeats\n";
-    default:
-      return "## Finished successfully. ##\n";
-  }
-}
-
 }  // namespace
 
 void quarvo_welcome(std::FILE* out) { PrintMessage(out, welcome_str); }
 
 void creator_message(std::FILE* out, const char* prefix) {
-  PrintMessage(out, prefix, "Results computed with:\n", prefix, "   Quarvo, version ", quarvo_version, "\n");
+  PrintMessage(out, prefix, creator_title, "\n", prefix, creator_version, quarvo_version, "\n");
 }
 
 void report_status(unsigned sequence_number, const char* name, unsigned pattern_length, char /*mark*/) {
@@ -64,7 +54,10 @@ std::function<void(unsigned unit_length)> progress_lines(unsigned sequence_numbe
 
 void update_report_time() { time_next_status_report = std::time(nullptr) + report_interval; }
 
-void print_closing_line(std::FILE* results) { std::fputs(closing_line(), results); }
+void print_closing_line(std::FILE* results) {
+  const char* const line = closing_line_of_run(global_print_sat_mode);
+  if (*line != '\0') std::fprintf(results, "%s\n", line);
+}
 
 void good_bye() {
   std::fputs("\nAnalysis finished successfully.\n\nQuarvo says goodbye.\n\n", stderr);

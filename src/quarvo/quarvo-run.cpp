@@ -22,6 +22,7 @@
 #include "quarvo-legend.h"
 #include "quarvo-masked.h"
 #include "quarvo-messages.h"
+#include "results-texts.h"
 
 namespace {
 
@@ -126,9 +127,9 @@ void CRun::print_head() {
   std::fflush(stderr);
 
   const CUninterrupted writing;
-  creator_message(results.stream(), "# ");
-  print_search_parameters(results.stream(), "# ");
-  print_output_format(results.stream(), "# ");
+  creator_message(results.stream(), comment_prefix);
+  print_search_parameters(results.stream(), comment_prefix);
+  print_output_format(results.stream(), comment_prefix);
   std::fflush(results.stream());
 }
 

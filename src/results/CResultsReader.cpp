@@ -6,12 +6,13 @@
 #include "CTextScanner.h"
 #include "results-header.h"
 #include "results-lines.h"
+#include "results-texts.h"
 #include "shown-text.h"
 #include "unit-normal-form.h"
 
 namespace {
 
-constexpr std::string_view closing_line = "## Finished successfully. ##";
+constexpr std::string_view closing_line = closing_line_of_run(quarvo_format);
 
 std::string name_of(std::string_view full_name) { return std::string(full_name.substr(0, full_name.find(' '))); }
 
@@ -72,18 +73,18 @@ bool CResultsReader::next_line() {
 
 CResultsReader::item CResultsReader::next_outside_sequence() {
   if (lines->text() == closing_line) return finish();
-  if (!(its_header.format == 3 ? begin_commented_block() : begin_block())) return item::failed;
+  if (!(its_header.format == one_per_line_format ? begin_commented_block() : begin_block())) return item::failed;
   begin_sequence();
   is_in_sequence = true;
   return item::sequence;
 }
 
 CResultsReader::item CResultsReader::next_inside_sequence() {
-  if (lines->text() == closing_line_of_sequence) {
+  if (lines->text() == closing_line_here) {
     is_in_sequence = false;
     return next();
   }
-  if (its_header.format == 3) {
+  if (its_header.format == one_per_line_format) {
     std::string name;
     if (!parse_table_line(lines->text(), its_header, name, its_repeat) || name != its_sequence.name) {
       return fail_here("a repeat of this sequence, or its closing line,");
@@ -111,50 +112,51 @@ CResultsReader::item CResultsReader::finish() {
 // ">full name" and "sequence length: n".
 bool CResultsReader::begin_block() {
   CTextScanner opening(lines->text());
-  if (!opening.literal(">")) {
+  if (!opening.literal(name_label)) {
     fail_here("a sequence, or the closing line,");
     return false;
   }
   its_sequence.full_name = opening.remainder();
   if (!next_line()) return false;
   CTextScanner scanner(lines->text());
-  if (!scanner.literal("sequence length: ") || !scanner.padded_number(its_sequence.length.emplace()) ||
-      !scanner.at_end() || *its_sequence.length < 0) {
+  if (!scanner.literal(length_label) || !scanner.padded_number(its_sequence.length.emplace()) || !scanner.at_end() ||
+      *its_sequence.length < 0) {
     fail_here("the length of the sequence");
     return false;
   }
   its_sequence.name = name_of(*its_sequence.full_name);
-  closing_line_of_sequence = "# Analysis of sequence \"" + *its_sequence.full_name + "\" completed.";
+  closing_line_here = closing_line_of_sequence(*its_sequence.full_name);
   return true;
 }
 
 // "# Full sequence name:", "#>full name" and "##sequence-region name 1 n".
 bool CResultsReader::begin_commented_block() {
-  if (lines->text() != "# Full sequence name:") {
+  if (lines->text() != name_comment_title) {
     fail_here("a sequence, or the closing line,");
     return false;
   }
   if (!next_line()) return false;
   CTextScanner opening(lines->text());
-  if (!opening.literal("#>")) {
+  if (!opening.literal(name_comment_label)) {
     fail_here("the name of the sequence");
     return false;
   }
   its_sequence.full_name = opening.remainder();
   if (!next_line()) return false;
   const std::string_view region = lines->text();
-  const std::size_t last_blank = region.rfind(' ');
-  CTextScanner length(last_blank == std::string_view::npos ? "" : region.substr(last_blank + 1));
-  const std::string_view before = region.substr(0, last_blank);
-  constexpr std::string_view label = "##sequence-region ";
-  if (!before.starts_with(label) || !before.ends_with(" 1") || before.size() < label.size() + 2 ||
-      !length.padded_number(its_sequence.length.emplace()) || !length.at_end() || *its_sequence.length < 0) {
+  constexpr std::string_view label = region_label;
+  constexpr std::string_view begin = region_begin;
+  const std::size_t name_end = region.rfind(begin);
+  const bool is_region = region.starts_with(label) && name_end != std::string_view::npos && name_end >= label.size();
+  CTextScanner length(is_region ? region.substr(name_end + begin.size()) : "");
+  if (length.remainder().starts_with(' ') || !length.padded_number(its_sequence.length.emplace()) || !length.at_end() ||
+      *its_sequence.length < 0) {
     fail_here("the region of the sequence");
     return false;
   }
   // A file that ends in a lone '>' has a last record without a name, which is told under the name before it.
-  const std::string_view name = before.substr(label.size(), before.size() - label.size() - 2);
-  closing_line_of_sequence = "# Analysis of sequence \"" + std::string(name) + "\" completed.";
+  const std::string_view name = region.substr(label.size(), name_end - label.size());
+  closing_line_here = closing_line_of_sequence(name);
   its_sequence.name = name_of(*its_sequence.full_name);
   if (name == its_sequence.name || its_sequence.full_name->empty()) return true;
   fail_here("the region of the sequence named before");
@@ -172,15 +174,15 @@ bool CResultsReader::read_repeat() {
     fail_here("a repeat of this sequence, or its closing line,");
     return false;
   }
-  if (its_header.format == 1) {
+  if (its_header.format == extended_quarvo_format) {
     if (!next_line()) return false;
     if (!parse_edit_line(lines->text(), its_repeat)) {
       fail_here("the edits of the repeat");
       return false;
     }
   }
-  if (its_header.print_mode == 0) return true;
-  if (its_header.print_mode == 2) return read_alignment();
+  if (its_header.print_mode == print_no_sequence) return true;
+  if (its_header.print_mode == print_alignment) return read_alignment();
   if (!next_line()) return false;
   if (parse_sequence_line(lines->text(), its_header, its_repeat)) return true;
   fail_here("the sequence of the repeat");

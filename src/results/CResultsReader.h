@@ -56,7 +56,7 @@ class CResultsReader {
   results_sequence its_sequence;
   results_repeat its_repeat;
   results_trouble its_trouble;
-  std::string closing_line_of_sequence;
+  std::string closing_line_here;  // of the current sequence
   bool is_in_sequence = false;
   bool is_at_end = false;
   bool has_waiting_repeat = false;  // its_repeat was read together with the sequence that it begins

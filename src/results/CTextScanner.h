@@ -4,6 +4,7 @@
 #include <charconv>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 // Reads a line piece by piece from the left. Every step says whether the piece was there; a failed step consumes
 // nothing. Neither owns nor copies the text.
@@ -39,6 +40,8 @@ class CTextScanner {
     rest = before;
     return false;
   }
+
+  std::string_view take_remainder() { return std::exchange(rest, {}); }
 
   void skip_blanks() {
     while (!rest.empty() && rest.front() == ' ') rest.remove_prefix(1);

@@ -2,62 +2,22 @@
 
 #include "results-header.h"
 
-#include <array>
 #include <string_view>
 
 #include "CTextScanner.h"
+#include "repeat-columns.h"
 #include "results-settings.h"
+#include "results-texts.h"
+#include "setting-rows.h"
 
 namespace {
 
 using kind_type = results_trouble::kind_type;
 
-constexpr std::string_view first_line = "# Results computed with:";
-constexpr std::string_view version_line = "#    Quarvo, version ";
-constexpr std::string_view title_line = "# Parameter settings used in this search:";
-constexpr std::string_view comment = "# ";
+std::string first_line() { return std::string(comment_prefix) + creator_title; }
 
 // Longer first lines are no results, whatever is in them.
 constexpr std::size_t longest_first_line = 4096;
-
-// A setting's label, as it stands in front of the separator, and whether a run can be without it.
-struct label_row {
-  std::string_view text;
-  bool is_optional;
-};
-
-constexpr std::array<label_row, 22> labels{{
-    {"Input file name:                        ", false},
-    {"Output file name:                       ", true},
-    {"   Sequence range to process:           ", false},
-    {"   Satellites searched for:             ", false},
-    {"   Recursion depth:                     ", true},
-    {"   Maximum score reduction:             ", true},
-    {"   Minimum unit length:                 ", false},
-    {"   Maximum unit length:                 ", false},
-    {"   Minimum score:                       ", false},
-    {"   Minimum length:                      ", false},
-    {"   Min. to max. perfection range:       ", false},
-    {"   Treat N's as:                        ", false},
-    {"   Max. succesive N's allowed:          ", false},
-    {"   Mismatch score:                      ", true},
-    {"   Indel score:                         ", true},
-    {"   Show shorter (not longer) of two repeat variants with equal score: ", false},
-    {"   Number of flanking nucletides:       ", false},
-    {"   Remove mostly overlapping satellites:", false},
-    {"   Write file with masked seq.:         ", false},
-    {"   Computing perfections treat N's:     ", false},
-    {"   Report units as:                     ", false},
-    {"   Output format:                       ", false},
-}};
-constexpr label_row print_mode_label{"   Print sequence mode:                 ", false};
-constexpr label_row comments_label{"   Print seq. info as comment:          ", false};
-
-constexpr std::string_view name_of(const label_row& label) {
-  std::string_view name = label.text;
-  name.remove_prefix(name.find_first_not_of(' '));
-  return name.substr(0, name.rfind(':'));
-}
 
 // Reads line by line; the first trouble ends the reading.
 class CHeaderReader {
@@ -70,7 +30,7 @@ class CHeaderReader {
     if (!read_settings()) return trouble;
     trouble = interpret_settings(header);
     if (trouble) return trouble;
-    for (const std::string& line : lines_behind_settings(header)) {
+    for (const std::string& line : column_lines(header.layout(), comment_prefix)) {
       if (!next_line_is(line)) break;
     }
     return trouble;
@@ -112,8 +72,8 @@ class CHeaderReader {
       case CLineReader::outcome::failed:
         return fail(read_failure(lines));
       default:
-        if (lines.is_cut() && first_line.starts_with(lines.text())) return fail(unexpected_end(lines));
-        return lines.text() == first_line || fail_as_no_results();
+        if (lines.is_cut() && first_line().starts_with(lines.text())) return fail(unexpected_end(lines));
+        return lines.text() == first_line() || fail_as_no_results();
     }
   }
 
@@ -126,12 +86,12 @@ class CHeaderReader {
       return fail({kind_type::not_results,
                    "It looks like a FASTA file. What is wanted is what Quarvo writes when it searches such a file.\n"});
     }
-    if (text == std::string(first_line) + '\r') {
+    if (text == first_line() + '\r') {
       return fail({kind_type::not_results,
                    "Its lines end with CR LF. Please use the file as Quarvo wrote it, with lines that end with LF.\n"});
     }
     return fail({kind_type::not_results,
-                 "It does not begin like results of Quarvo: at line 1, \"" + std::string(first_line) +
+                 "It does not begin like results of Quarvo: at line 1, \"" + first_line() +
                      "\" was expected.\nPlease name a file that Quarvo wrote. The messages of a run must not go into "
                      "the same file.\n"});
   }
@@ -139,7 +99,8 @@ class CHeaderReader {
   bool read_version() {
     if (!next_line()) return false;
     CTextScanner scanner(lines.text());
-    if (!scanner.literal(version_line)) return fail_here("the version of Quarvo");
+    if (!scanner.literal(comment_prefix) || !scanner.literal(creator_version))
+      return fail_here("the version of Quarvo");
     header.program_version = scanner.remainder();
     return true;
   }
@@ -148,49 +109,57 @@ class CHeaderReader {
   bool read_title() {
     if (!next_line()) return false;
     CTextScanner scanner(lines.text());
-    if (!scanner.literal(title_line)) return fail_here("the settings of the search");
-    if (scanner.remainder() != " " && scanner.remainder() != "\t") return fail_here("the settings of the search");
-    separator = scanner.remainder() == "\t" ? "\t" : " ";
-    return true;
+    if (!scanner.literal(comment_prefix) || !scanner.literal(settings_title)) return fail_as_no_title();
+    for (const char* const known : {separator_of_lines, separator_of_tables}) {
+      if (scanner.remainder() != known) continue;
+      separator = known;
+      return true;
+    }
+    return fail_as_no_title();
   }
 
-  bool take_setting(const label_row& label) {
+  bool fail_as_no_title() { return fail_here("the settings of the search"); }
+
+  bool take_setting(const setting_row& row) {
     CTextScanner scanner(lines.text());
-    if (!scanner.literal(comment) || !scanner.literal(label.text) || !scanner.literal(separator)) return false;
-    header.settings.emplace_back(name_of(label), scanner.remainder());
+    if (!scanner.literal(comment_prefix) || !scanner.literal(row.label) || !scanner.literal(separator)) return false;
+    header.settings.emplace_back(row.name(), scanner.remainder());
     return true;
   }
 
   // A line that begins with no label belongs to the file name before it, which then holds a line end.
   bool take_rest_of_name() {
-    if (header.settings.empty() || !header.settings.back().first.ends_with(" file name")) return false;
+    if (header.settings.empty()) return false;
+    const std::string& before = header.settings.back().first;
+    if (before != row_of(setting::input_file).name() && before != row_of(setting::output_file).name()) return false;
     header.settings.back().second.append("\n").append(lines.text());
     return true;
   }
 
-  bool read_settings() {
-    std::size_t row = 0;
-    while (row != labels.size()) {
-      if (!next_line()) return false;
-      std::size_t taken = row;
-      while (!take_setting(labels[taken])) {
-        if (labels[taken].is_optional) {
-          ++taken;
-          continue;
-        }
-        if (!take_rest_of_name()) return fail_here("the setting \"" + std::string(name_of(labels[taken])) + "\"");
-        taken = row - 1;
-        break;
-      }
-      row = taken + 1;
-    }
-    if (!read_setting(print_mode_label)) return false;
-    return separator != "\t" || read_setting(comments_label);
+  bool is_left_out(const setting_row& row) const {
+    return row.presence == setting_presence::in_tables && separator != separator_of_tables;
   }
 
-  bool read_setting(const label_row& label) {
-    if (!next_line()) return false;
-    return take_setting(label) || fail_here("the setting \"" + std::string(name_of(label)) + "\"");
+  static bool may_be_missing(const setting_row& row) {
+    return row.presence == setting_presence::when_named || row.presence == setting_presence::unless_exact;
+  }
+
+  bool read_settings() {
+    for (std::size_t at = 0; at != setting_rows.size(); ++at) {
+      if (is_left_out(setting_rows[at])) continue;
+      if (!next_line()) return false;
+      const std::size_t first = at;
+      while (!take_setting(setting_rows[at])) {
+        if (may_be_missing(setting_rows[at])) {
+          ++at;
+          continue;
+        }
+        if (!take_rest_of_name()) return fail_here("the setting \"" + std::string(setting_rows[at].name()) + "\"");
+        at = first - 1;
+        break;
+      }
+    }
+    return true;
   }
 };
 
@@ -208,10 +177,10 @@ results_trouble unexpected_line(const CLineReader& lines, const std::string& exp
 }
 
 results_trouble unexpected_end(const CLineReader& lines) {
-  return {kind_type::unfinished,
-          "The file ends at line " + std::to_string(lines.number()) +
-              ", without the closing line \"## Finished successfully. ##\".\nThe run that wrote it failed, was stopped "
-              "or is still at work, or the file was cut. Please run it again, to its end.\n"};
+  return {kind_type::unfinished, "The file ends at line " + std::to_string(lines.number()) +
+                                     ", without the closing line \"" + closing_line_of_run(quarvo_format) +
+                                     "\".\nThe run that wrote it failed, was stopped "
+                                     "or is still at work, or the file was cut. Please run it again, to its end.\n"};
 }
 
 results_trouble read_failure(const CLineReader& lines) {

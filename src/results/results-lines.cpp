@@ -4,32 +4,20 @@
 #include <array>
 
 #include "CTextScanner.h"
+#include "repeat-columns.h"
+#include "results-texts.h"
 
 namespace {
-
-constexpr std::array<std::string_view, 6> repeat_names{"mononucleotide",  "dinucleotide",    "trinucleotide",
-                                                       "tetranucleotide", "pentanucleotide", "hexanucleotide"};
 
 bool is_dna(std::string_view text) { return text.find_first_not_of("ACGTN") == std::string_view::npos; }
 
 bool parse_repeat_name(CTextScanner& scanner, int& unit_length) {
+  constexpr int names = static_cast<int>(REPEAT_NAMES.size());
   scanner.skip_blanks();
-  for (std::size_t i = 0; i != repeat_names.size(); ++i) {
-    if (!scanner.literal(repeat_names[i])) continue;
-    unit_length = static_cast<int>(i) + 1;
-    return true;
+  for (unit_length = 1; unit_length != names; ++unit_length) {
+    if (scanner.literal(REPEAT_NAMES[static_cast<std::size_t>(unit_length)])) return true;
   }
-  return scanner.padded_number(unit_length, "-nucleotide") && unit_length > static_cast<int>(repeat_names.size());
-}
-
-bool parse_count(CTextScanner& scanner, std::optional<int>& count, std::string_view behind) {
-  return scanner.padded_number(count.emplace(), behind);
-}
-
-bool parse_edit_counts(CTextScanner& scanner, bool Ns_are_missense, results_repeat& repeat) {
-  return parse_count(scanner, repeat.mismatches, " mis | ") && parse_count(scanner, repeat.insertions, " ins | ") &&
-         parse_count(scanner, repeat.deletions, " del | ") &&
-         (Ns_are_missense || parse_count(scanner, repeat.Ns, " N | "));
+  return scanner.padded_number(unit_length, repeat_name_suffix) && unit_length >= names;
 }
 
 void forget_edits(results_repeat& repeat) {
@@ -57,18 +45,68 @@ bool is_consistent(const results_repeat& repeat) {
   return repeat.length == static_cast<long long>(repeat.span) - *repeat.insertions + *repeat.deletions;
 }
 
+std::string without_gaps(std::string_view text) {
+  std::string plain(text);
+  std::erase(plain, gap_mark);
+  return plain;
+}
+
 bool set_sequence(std::string_view text, results_repeat& repeat) {
   if (text.size() != static_cast<std::size_t>(repeat.span) || !is_dna(text)) return false;
   repeat.sequence.emplace(text);
   return true;
 }
 
+bool set_flank(std::string_view text, const results_header& header, std::optional<std::string>& flank) {
+  flank.emplace(text);
+  return text.size() <= static_cast<std::size_t>(header.flanking) && is_dna(text);
+}
+
 bool set_flanks(std::string_view left, std::string_view right, const results_header& header, results_repeat& repeat) {
-  const auto longest = static_cast<std::size_t>(header.flanking);
-  if (left.size() > longest || right.size() > longest || !is_dna(left) || !is_dna(right)) return false;
-  repeat.left_flank.emplace(left);
-  repeat.right_flank.emplace(right);
-  return true;
+  return set_flank(left, header, repeat.left_flank) && set_flank(right, header, repeat.right_flank);
+}
+
+// The value of a column, which a text takes to the end of the line. A column stands after those that it depends on.
+bool read_value(CTextScanner& scanner, repeat_field field, const results_header& header, results_repeat& repeat) {
+  double copy_number = 0;
+  switch (field) {
+    case repeat_field::unit_name:
+      return parse_repeat_name(scanner, repeat.unit_length);
+    case repeat_field::unit_length:
+      return scanner.padded_number(repeat.unit_length);
+    case repeat_field::perfection:
+      return scanner.padded_number(repeat.perfection);
+    case repeat_field::start:
+      return scanner.padded_number(repeat.start);
+    case repeat_field::end:
+      return scanner.padded_number(repeat.end);
+    case repeat_field::span:
+      return scanner.padded_number(repeat.span);
+    case repeat_field::length:
+      return scanner.padded_number(repeat.length);
+    case repeat_field::copy_number:
+      return scanner.padded_number(copy_number);
+    case repeat_field::score:
+      return scanner.padded_number(repeat.score);
+    case repeat_field::mismatches:
+      return scanner.padded_number(repeat.mismatches.emplace());
+    case repeat_field::insertions:
+      return scanner.padded_number(repeat.insertions.emplace());
+    case repeat_field::deletions:
+      return scanner.padded_number(repeat.deletions.emplace());
+    case repeat_field::Ns:
+      return header.Ns_are_missense ? scanner.literal(no_count) : scanner.padded_number(repeat.Ns.emplace());
+    case repeat_field::unit:
+      repeat.unit = scanner.take_remainder();
+      return true;
+    case repeat_field::symbols:
+      return set_sequence(scanner.take_remainder(), repeat);
+    case repeat_field::left_flank:
+      return set_flank(scanner.take_remainder(), header, repeat.left_flank);
+    case repeat_field::right_flank:
+      return set_flank(scanner.take_remainder(), header, repeat.right_flank);
+  }
+  return false;
 }
 
 // Cuts "left:middle:right" at its colons. Returns false unless there are exactly two.
@@ -78,9 +116,9 @@ struct framed_text {
   std::string_view right;
 
   bool cut(std::string_view text) {
-    const std::size_t first = text.find(':');
-    const std::size_t last = text.rfind(':');
-    if (first == last || text.find(':', first + 1) != last) return false;
+    const std::size_t first = text.find(flank_mark);
+    const std::size_t last = text.rfind(flank_mark);
+    if (first == last || text.find(flank_mark, first + 1) != last) return false;
     left = text.substr(0, first);
     middle = text.substr(first + 1, last - first - 1);
     right = text.substr(last + 1);
@@ -88,24 +126,24 @@ struct framed_text {
   }
 };
 
-// Cuts the text behind the last `n` tabs into fields; what stands before them goes to `rest`.
-template <std::size_t n>
-bool cut_fields(std::string_view text, std::array<std::string_view, n>& fields, std::size_t count,
-                std::string_view& rest) {
-  for (std::size_t i = count; i-- > 0;) {
-    const std::size_t tab = text.rfind('\t');
-    if (tab == std::string_view::npos) return false;
-    fields[i] = text.substr(tab + 1);
-    text = text.substr(0, tab);
+// Reads the columns of a line of the table, all in one go, and its name, which may hold tabs itself; no value does.
+bool read_table_values(std::string_view line, const results_header& header, std::string& name, results_repeat& repeat) {
+  const repeat_layout layout = header.layout();
+  std::array<std::string_view, table_columns.size()> values;
+  for (std::size_t i = table_columns.size(); i-- > 0;) {
+    if (!layout.has(table_columns[i].presence)) continue;
+    const std::size_t separator = line.rfind(table_separator);
+    if (separator == std::string_view::npos) return false;
+    values[i] = line.substr(separator + 1);
+    line = line.substr(0, separator);
   }
-  rest = text;
+  name = line;
+  for (std::size_t i = 0; i != table_columns.size(); ++i) {
+    if (!layout.has(table_columns[i].presence)) continue;
+    CTextScanner scanner(values[i]);
+    if (!read_value(scanner, table_columns[i].field, header, repeat) || !scanner.at_end()) return false;
+  }
   return true;
-}
-
-template <typename Number>
-bool parse_field(std::string_view field, Number& value) {
-  CTextScanner scanner(field);
-  return scanner.padded_number(value) && scanner.at_end();
 }
 
 }  // namespace
@@ -113,29 +151,25 @@ bool parse_field(std::string_view field, Number& value) {
 bool parse_repeat_line(std::string_view line, const results_header& header, results_repeat& repeat) {
   forget_edits(repeat);
   forget_sequence(repeat);
+  const repeat_layout layout = header.layout();
   CTextScanner scanner(line);
-  if (!parse_repeat_name(scanner, repeat.unit_length) || !scanner.literal(" ")) return false;
-  if (!scanner.padded_number(repeat.start, " : ") || !scanner.padded_number(repeat.end, " | ")) return false;
-  if (!scanner.padded_number(repeat.span, " bp | ") || !scanner.padded_number(repeat.length, " BP | ")) return false;
-  if (!scanner.padded_number(repeat.score, " pt | ") || !scanner.padded_number(repeat.perfection, " % | "))
-    return false;
-  if (header.format == 1) {
-    if (!parse_edit_counts(scanner, header.Ns_are_missense, repeat) || !scanner.literal(" ")) return false;
+  for (const repeat_column& column : line_columns) {
+    if (!layout.has(column.presence)) continue;
+    if (column.field == repeat_field::unit && !scanner.literal(unit_label(layout))) return false;
+    if (!read_value(scanner, column.field, header, repeat) || !scanner.literal(column.after)) return false;
   }
-  if (!scanner.literal("unit ")) return false;
-  repeat.unit = scanner.remainder();
   return is_consistent(repeat);
 }
 
 bool parse_edit_line(std::string_view line, results_repeat& repeat) {
   CTextScanner scanner(line);
-  if (!scanner.literal("Missense: ")) return false;
+  if (!scanner.literal(edits_label)) return false;
   auto& edits = repeat.edits.emplace();
   while (!scanner.at_end()) {
     results_edit edit{};
     if (!scanner.literal("(") || !scanner.padded_number(edit.position, ",")) return false;
-    for (const std::string_view kind : {"M", "I", "D"}) {
-      if (edit.kind == 0 && scanner.literal(kind)) edit.kind = kind[0];
+    for (const char kind : {mismatch_kind, insertion_kind, deletion_kind}) {
+      if (edit.kind == 0 && scanner.literal({&kind, 1})) edit.kind = kind;
     }
     if (edit.kind == 0 || !scanner.literal("),")) return false;
     edits.push_back(edit);
@@ -161,10 +195,10 @@ bool parse_alignment(std::string_view sequence, std::string_view markers, std::s
     markers = markers.substr(begin, size);
     unit = unit.substr(begin, size);
   }
-  if (markers.find_first_not_of("|* ") != std::string_view::npos) return false;
-  if (unit.find_first_not_of("ACGTN-") != std::string_view::npos) return false;
-  std::string plain(sequence);
-  std::erase(plain, '-');
+  constexpr std::array marks{match_mark, N_mark, edit_mark};
+  if (markers.find_first_not_of({marks.data(), marks.size()}) != std::string_view::npos) return false;
+  if (!is_dna(without_gaps(unit))) return false;
+  const std::string plain = without_gaps(sequence);
   if (!set_sequence(plain, repeat)) return false;
   repeat.alignment.emplace(
       results_repeat::alignment_lines{std::string(sequence), std::string(markers), std::string(unit)});
@@ -174,23 +208,7 @@ bool parse_alignment(std::string_view sequence, std::string_view markers, std::s
 bool parse_table_line(std::string_view line, const results_header& header, std::string& name, results_repeat& repeat) {
   forget_edits(repeat);
   forget_sequence(repeat);
-  const bool has_flanks = header.flanking != 0;
-  std::array<std::string_view, 15> fields;
-  std::string_view rest;
-  // The name may hold tabs itself; nothing behind it does.
-  if (!cut_fields(line, fields, has_flanks ? 15 : 13, rest)) return false;
-  double copy_number = 0;
-  if (!parse_field(fields[0], repeat.unit_length) || !parse_field(fields[1], repeat.perfection)) return false;
-  if (!parse_field(fields[2], repeat.start) || !parse_field(fields[3], repeat.end)) return false;
-  if (!parse_field(fields[4], repeat.span) || !parse_field(fields[5], copy_number)) return false;
-  if (!parse_field(fields[6], repeat.score) || !parse_field(fields[7], repeat.mismatches.emplace())) return false;
-  if (!parse_field(fields[8], repeat.insertions.emplace()) || !parse_field(fields[9], repeat.deletions.emplace())) {
-    return false;
-  }
-  if (header.Ns_are_missense ? fields[10] != "." : !parse_field(fields[10], repeat.Ns.emplace())) return false;
-  name = rest;
-  repeat.unit = fields[11];
+  if (!read_table_values(line, header, name, repeat)) return false;
   repeat.length = repeat.span - *repeat.insertions + *repeat.deletions;
-  return is_consistent(repeat) && set_sequence(fields[12], repeat) &&
-         (!has_flanks || set_flanks(fields[13], fields[14], header, repeat));
+  return is_consistent(repeat);
 }

@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "repeat-columns.h"
+
 // What a results file tells: the run, the sequences and their repeats. Texts are the bytes of the file; names may hold
 // any byte but line ends and NUL.
 
@@ -25,8 +27,10 @@ struct results_header {
   // Every setting in the order of the file, by its label without the blanks around it and the colon behind it.
   std::vector<std::pair<std::string, std::string>> settings;
 
+  repeat_layout layout() const { return {format, Ns_are_missense, flanking != 0}; }
+
   // True when the file names every sequence, also those without repeats, and gives their lengths.
-  bool names_every_sequence() const { return format != 3 || has_sequence_comments; }
+  bool names_every_sequence() const { return format != one_per_line_format || has_sequence_comments; }
 };
 
 // A sequence of the input, in the order of the input.

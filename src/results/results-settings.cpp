@@ -2,20 +2,21 @@
 
 #include "results-settings.h"
 
-#include <initializer_list>
+#include <algorithm>
 #include <string_view>
 
 #include "CTextScanner.h"
+#include "setting-rows.h"
 #include "shown-text.h"
 
 namespace {
 
 using kind_type = results_trouble::kind_type;
 
-const std::string& setting(const results_header& header, std::string_view name) {
+const std::string& value_of(const results_header& header, setting which) {
   static const std::string absent;
   for (const auto& [key, value] : header.settings) {
-    if (key == name) return value;
+    if (key == row_of(which).name()) return value;
   }
   return absent;
 }
@@ -25,23 +26,21 @@ class CInterpreter {
  public:
   explicit CInterpreter(const results_header& head) : header(head) {}
 
-  // The index of the value among the words.
-  int index(std::string_view name, std::initializer_list<std::string_view> words) {
-    const std::string& value = setting(header, name);
-    int found = 0;
-    for (const std::string_view word : words) {
-      if (value == word) return found;
-      ++found;
-    }
-    refuse(name, value);
+  // The number of the mode whose word is the value.
+  int mode(setting which) {
+    const auto words = row_of(which).words;
+    const std::string& value = value_of(header, which);
+    const auto found = std::find(words.begin(), words.end(), value);
+    if (found != words.end()) return static_cast<int>(found - words.begin());
+    refuse(which, value);
     return 0;
   }
 
-  int count(std::string_view name) {
-    const std::string& value = setting(header, name);
+  int count(setting which) {
+    const std::string& value = value_of(header, which);
     CTextScanner scanner(value);
     int number = 0;
-    if (!scanner.padded_number(number) || !scanner.at_end() || number < 0) refuse(name, value);
+    if (!scanner.padded_number(number) || !scanner.at_end() || number < 0) refuse(which, value);
     return number;
   }
 
@@ -50,10 +49,10 @@ class CInterpreter {
  private:
   const results_header& header;
 
-  void refuse(std::string_view name, std::string_view value) {
+  void refuse(setting which, std::string_view value) {
     if (first_trouble) return;
     first_trouble = {kind_type::not_results,
-                     "The setting \"" + std::string(name) + "\" has the value \"" + shown(value) +
+                     "The setting \"" + std::string(row_of(which).name()) + "\" has the value \"" + shown(value) +
                          "\", which no run gives it. Please use the file as Quarvo wrote it.\n"};
   }
 };
@@ -68,44 +67,18 @@ results_trouble format_not_suited(int format) {
 
 results_trouble interpret_settings(results_header& header) {
   CInterpreter value(header);
-  header.format = value.index(
-      "Output format", {"quarvo format", "extended quarvo format", "gff", "one-per-line format", "fasta format"});
-  if (header.format == 2 || header.format == 4) return format_not_suited(header.format);
-  header.print_mode = value.index("Print sequence mode", {"don't print sequence", "print sequence", "print alignment"});
-  header.Ns_are_missense = value.index("Treat N's as", {"neutral", "missense"}) == 1;
-  header.report_unit_mode = value.index("Report units as", {"as they are", "alphabetical normal form",
-                                                            "alphabetical normal form using reverse complement"});
-  header.flanking = value.count("Number of flanking nucletides");
-  if (header.format == 3) header.has_sequence_comments = value.index("Print seq. info as comment", {"no", "yes"}) == 1;
-  header.is_whole_input = setting(header, "Sequence range to process") == "1 - last sequence";
-  header.input_file_name = setting(header, "Input file name");
-  header.output_file_name = setting(header, "Output file name");
+  header.format = value.mode(setting::output_format);
+  if (header.format >= gff_format && header.format != one_per_line_format) return format_not_suited(header.format);
+  header.print_mode = value.mode(setting::print_mode);
+  header.Ns_are_missense = value.mode(setting::treatment_of_Ns) == 1;
+  header.report_unit_mode = value.mode(setting::report_unit);
+  header.flanking = value.count(setting::flanking);
+  if (header.format == one_per_line_format) {
+    header.has_sequence_comments = value.mode(setting::sequence_comments) == 1;
+  }
+  header.is_whole_input =
+      value_of(header, setting::sequence_range) == std::string("1").append(range_dash).append(last_sequence);
+  header.input_file_name = value_of(header, setting::input_file);
+  header.output_file_name = value_of(header, setting::output_file);
   return value.first_trouble;
-}
-
-std::vector<std::string> lines_behind_settings(const results_header& header) {
-  if (header.format == 3) {
-    return {std::string("seq-name\tunit-length\tperfection\tstart\tend\tlength\trepeat-number\tscore\tmismatches\t"
-                        "insertions\tdeletions\tNs\tunit\trepeat-seq") +
-            (header.flanking != 0 ? "\tleft-flanking-seq\tright-flanking-seq" : "")};
-  }
-  std::vector<std::string> meanings{"Repeat unit length",
-                                    "Position at which repeat starts in current sequence",
-                                    "Position at which repeat ends in current sequence",
-                                    "Length of repeat in original sequence, i.e. (end-start+1)",
-                                    "Normalized repeat length, i.e. (end-start+1-insertions+deletions)",
-                                    "Repeat score",
-                                    "Repeat perfection"};
-  if (header.format == 1) {
-    meanings.insert(meanings.end(), {"Number of mismatches", "Number of insertions", "Number of deletions"});
-    if (!header.Ns_are_missense) meanings.emplace_back("Number of N's");
-  }
-  meanings.emplace_back("Repeat unit");
-
-  std::vector<std::string> lines{"# ", "# Columns in lines of output providing repeat information:"};
-  for (std::size_t i = 1; i <= meanings.size(); ++i) {
-    lines.push_back(std::string("# Column ") + (i < 10 ? " " : "") + std::to_string(i) + ": " + meanings[i - 1]);
-  }
-  lines.emplace_back("# ");
-  return lines;
 }

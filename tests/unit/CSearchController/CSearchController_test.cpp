@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "results-texts.h"
 #include "support/default-parameters.h"
 #include "support/repeats.h"
 #include "support/test-record.h"
