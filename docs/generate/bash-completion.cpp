@@ -18,7 +18,7 @@ std::string pattern(const documented_option& option) { return joined(spellings(o
 
 std::string choice_words(const documented_option& option) {
   std::vector<std::string> words;
-  for (const option_choice& choice : option.choices) words.push_back(choice.word);
+  for (const option_word& choice : option.choices) words.emplace_back(choice.word);
   return joined(words, " ");
 }
 
@@ -27,7 +27,7 @@ std::string choices_case(const documented_option& option) {
          "' -- \"$current\")\n      return\n      ;;\n";
 }
 
-// What is done behind the options with a free value that is the name of a file, or behind those where it is none.
+// What is done after the options with a free value that is the name of a file, or after those where it is none.
 std::string free_values_case(const command_page& page, bool is_file, const std::string& action) {
   std::vector<std::string> patterns;
   for (const documented_option& option : page.options) {
@@ -57,7 +57,7 @@ std::string bash_completion(const command_page& page) {
       << function << "() {\n"
       << "  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} i\n"
       << "  COMPREPLY=()\n\n"
-      << "  # Behind \"--\" every word is a file name, which readline completes by itself.\n"
+      << "  # After \"--\" every word is a file name, which readline completes by itself.\n"
       << "  for ((i = 1; i < COMP_CWORD; i++)); do\n"
       << "    if [[ ${COMP_WORDS[i]} == -- || ${COMP_WORDS[i]} == --ignore_rest ]]; then\n"
       << "      compopt -o default\n      return\n    fi\n  done\n\n"

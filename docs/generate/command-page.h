@@ -5,24 +5,19 @@
 #include <string>
 #include <vector>
 
-#include "global-types-and-parameters-options.h"
+#include "option-row.h"
 
 // What is known about a command before it is written as a man page or a completion. All texts are plain: the writers
 // quote what their formats need.
 
-// One of the few values that an option takes.
-struct option_choice {
-  std::string word;
-  std::string meaning;
-};
-
 struct documented_option {
-  std::string short_name;  // one letter, or empty; without dashes, as is the long name
-  std::string long_name;
-  std::string value;                   // what the usage text calls the value; empty for a switch
-  std::vector<option_choice> choices;  // empty when the value is free
-  std::string help;
-  std::string addition;  // sentences that the help text lacks: its default, its limits
+  std::string short_name = {};  // one letter, or empty; without dashes, as is the long name
+  std::string long_name = {};
+  std::string value = {};                     // what the usage text calls the value; empty for a switch
+  std::span<const option_word> choices = {};  // empty when the value is free
+  std::string summary = {};                   // a sentence
+  std::string help = {};                      // the usage text; empty when it is the summary alone
+  std::string addition = {};                  // sentences that the help text lacks: its default, its limits
 };
 
 // A plain word of the command line: a file name.
@@ -41,7 +36,7 @@ struct explained_term {
 struct command_page {
   std::string name;
   std::string version;
-  std::string summary;  // behind the name in lists of commands; no capital, no full stop
+  std::string summary;  // after the name in lists of commands; no capital, no full stop
   std::vector<std::string> description;
   std::vector<documented_option> options;  // in the order of the usage text
   std::vector<plain_word> plain_words;
@@ -53,21 +48,12 @@ struct command_page {
   std::string further_reading;
 };
 
-// The options of quarvo's table, last row first as the usage text has them, without the row of the plain words. The
-// destinations must hold the defaults.
+// The options of a table, last row first as the usage text has them, without the row of the plain words; and those that
+// the parser adds to every table. The destinations must hold the defaults.
 std::vector<documented_option> documented_options(std::span<const option_row> table);
-
-// The given values, each with the meaning that the help text gives behind "VALUE: ", or with none.
-std::vector<option_choice> word_choices(const std::string& help, std::span<const char* const> words);
-
-// The options that the parser of every command adds to those of the table.
-std::vector<documented_option> options_of_the_parser();
 
 // Whether the option's value is the name of a file.
 bool takes_file(const documented_option& option);
-
-// Gives an option further sentences. Raises std::invalid_argument for an option that the page lacks.
-void add_to_option(command_page& page, const std::string& long_name, const std::string& sentences);
 
 // The pages of the commands.
 command_page quarvo_page();

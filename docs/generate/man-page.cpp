@@ -72,7 +72,8 @@ std::string with_full_stop(const std::string& text) { return text.ends_with('.')
 std::string options(const command_page& page) {
   std::string whole = section("OPTIONS");
   for (const documented_option& option : page.options) {
-    whole += ".TP\n" + option_term(option) + "\n" + filled(with_full_stop(option.help) + " " + option.addition);
+    whole += ".TP\n" + option_term(option) + "\n" +
+             filled(with_full_stop(option.help.empty() ? option.summary : option.help) + " " + option.addition);
   }
   return whole;
 }

@@ -3,7 +3,7 @@
 #include "command-page.h"
 #include "convert-options.h"
 #include "convert-run.h"
-#include "global-types-and-parameters.h"
+#include "quarvo-version.h"
 
 namespace {
 
@@ -32,12 +32,6 @@ std::vector<explained_term> examples() {
   };
 }
 
-documented_option documented(const convert_option_row& row) {
-  documented_option option{row.short_name, row.long_name, row.value_label, {}, row.help, ""};
-  if (!row.words.empty()) option.choices = word_choices(row.help, row.words);
-  return option;
-}
-
 }  // namespace
 
 command_page quarvo_convert_page() {
@@ -53,13 +47,9 @@ command_page quarvo_convert_page() {
       "BED and GFF3 name a sequence by its header line up to the first white space, as other programs do. Such names "
       "must differ.",
   };
-  const auto table = convert_option_table();
-  for (auto row = table.rbegin(); row != table.rend(); ++row) {
-    if (std::holds_alternative<std::string*>(row->destination)) page.options.push_back(documented(*row));
-  }
-  for (documented_option& option : options_of_the_parser()) page.options.push_back(std::move(option));
+  page.options = documented_options(convert_option_table());
   page.plain_words = {{"RESULTS", "results file", false}};
-  page.plain_words_help = table.back().help;
+  page.plain_words_help = help_text(convert_option_table().back());
   page.exit_statuses = exit_statuses();
   page.files = {
       {".quarvo-unfinished-*",

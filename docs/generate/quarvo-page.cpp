@@ -1,6 +1,7 @@
 // What the man page of quarvo says beside its options.
 
 #include "command-page.h"
+#include "global-types-and-parameters-options.h"
 #include "global-types-and-parameters.h"
 #include "quarvo-run.h"
 
@@ -48,19 +49,10 @@ std::vector<explained_term> examples() {
   };
 }
 
-void add_limits(command_page& page) {
-  add_to_option(page, "mismatchScore", "It must be -2 or less.");
-  add_to_option(page, "indelScore", "It must be -2 or less.");
-  add_to_option(page, "recursion", "It must be greater than 0; for perfect repeats only, use --searchMode exact.");
-  add_to_option(page, "maxUnitLen", "Largest value: " + std::to_string(largest_unit_length) + ".");
-  add_to_option(page, "lastSeq", "With -1 the search goes on to the last sequence.");
-}
-
 }  // namespace
 
 command_page quarvo_page() {
   init_param();
-  init_parsed_options();
   command_page page;
   page.name = "quarvo";
   page.version = quarvo_version;
@@ -78,9 +70,8 @@ command_page quarvo_page() {
       "stand behind \"--\".",
   };
   page.options = documented_options(option_table());
-  for (const documented_option& option : options_of_the_parser()) page.options.push_back(option);
   page.plain_words = {{"INPUT", "FASTA file to search", false}, {"RESULTS", "results file", true}};
-  page.plain_words_help = option_table().back().help;
+  page.plain_words_help = help_text(option_table().back());
   page.exit_statuses = exit_statuses();
   page.files = {{"INPUT.masked",
                  "With --maskX: the searched sequences, their repeats replaced by X. An older file of that name is "
@@ -90,6 +81,5 @@ command_page quarvo_page() {
   page.further_reading =
       "README.md and the pages in docs, installed in the directory share/doc/quarvo beside bin: what the results hold, "
       "how the searches work, what they cost.";
-  add_limits(page);
   return page;
 }

@@ -1,7 +1,7 @@
 // What the man page of quarvo-report says beside its options.
 
 #include "command-page.h"
-#include "global-types-and-parameters.h"
+#include "quarvo-version.h"
 #include "report-options.h"
 #include "report-run.h"
 
@@ -42,14 +42,9 @@ command_page quarvo_report_page() {
       "A page stays below 20 megabytes. Where the results hold more repeats than fit, those that score highest are "
       "listed and the page says what is left out; counts, distributions and densities cover all of them.",
   };
-  const auto table = report_option_table();
-  for (auto row = table.rbegin(); row != table.rend(); ++row) {
-    if (!std::holds_alternative<std::string*>(row->destination)) continue;
-    page.options.push_back({row->short_name, row->long_name, row->value_label, {}, row->help, ""});
-  }
-  for (documented_option& option : options_of_the_parser()) page.options.push_back(std::move(option));
+  page.options = documented_options(report_option_table());
   page.plain_words = {{"RESULTS", "results file", false}};
-  page.plain_words_help = table.back().help;
+  page.plain_words_help = help_text(report_option_table().back());
   page.exit_statuses = exit_statuses();
   page.files = {
       {".quarvo-unfinished-*",

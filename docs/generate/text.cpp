@@ -41,18 +41,6 @@ std::vector<std::string> words_of(const std::string& text) {
   return words;
 }
 
-std::string first_sentence(const std::string& text) {
-  const std::vector<std::string> words = words_of(text);
-  std::vector<std::string> sentence;
-  for (std::size_t i = 0; i < words.size(); ++i) {
-    sentence.push_back(words[i]);
-    if (i + 1 < words.size() && ends_sentence(words[i], words[i + 1])) break;
-  }
-  std::string whole = joined(sentence, " ");
-  if (whole.ends_with('.')) whole.pop_back();
-  return whole;
-}
-
 std::vector<std::string> filled_lines(const std::string& text, std::size_t width) {
   std::vector<std::string> lines;
   bool begins_line = true;

@@ -15,9 +15,6 @@ std::string joined(const std::vector<std::string>& parts, const std::string& sep
 // The words between the blanks of a text.
 std::vector<std::string> words_of(const std::string& text);
 
-// The text up to the end of its first sentence, without the full stop.
-std::string first_sentence(const std::string& text);
-
 // Lines of whole sentences, broken at blanks so that none exceeds `width` bytes unless a single word does.
 std::vector<std::string> filled_lines(const std::string& text, std::size_t width);
 

@@ -15,8 +15,8 @@ std::string with_backslashes(std::string text, const std::string& characters) {
 
 std::string choice_list(const documented_option& option) {
   std::vector<std::string> words;
-  for (const option_choice& choice : option.choices) {
-    words.push_back(choice.word + "\\:" + with_backslashes(choice.meaning, "\\\"'`$&;|<>()[]{}*?~#:, "));
+  for (const option_word& choice : option.choices) {
+    words.push_back(std::string(choice.word) + "\\:" + with_backslashes(choice.meaning, "\\\"'`$&;|<>()[]{}*?~#:, "));
   }
   return "((" + joined(words, " ") + "))";
 }
@@ -37,12 +37,13 @@ std::string exclusions(const documented_option& option) {
 }
 
 void write_option(std::ostream& out, const documented_option& option) {
-  const std::string behind_name =
-      "[" + with_backslashes(first_sentence(option.help), "\\[]:") + "]" + value_part(option);
+  std::string summary = option.summary;
+  if (summary.ends_with('.')) summary.pop_back();
+  const std::string after_name = "[" + with_backslashes(summary, "\\[]:") + "]" + value_part(option);
   if (!option.short_name.empty()) {
-    out << " \\\n  " << shell_quoted(exclusions(option) + "-" + option.short_name + behind_name);
+    out << " \\\n  " << shell_quoted(exclusions(option) + "-" + option.short_name + after_name);
   }
-  out << " \\\n  " << shell_quoted(exclusions(option) + "--" + option.long_name + behind_name);
+  out << " \\\n  " << shell_quoted(exclusions(option) + "--" + option.long_name + after_name);
 }
 
 }  // namespace

@@ -1,59 +1,54 @@
 #include "convert-options.h"
 
-#include <algorithm>
 #include <array>
 
 convert_option_values convert_options;
 
 namespace {
 
-constexpr std::array<const char*, 5> formats{"bed", "gff3", "json", "tsv", "multiqc"};
+constexpr std::array<option_word, 5> formats{
+    {{"bed", "One line a repeat, positions from 0"},
+     {"gff3", "Generic feature format 3"},
+     {"json", "One JSON object a repeat, on a line of its own"},
+     {"tsv", "Table of repeats and covered symbols by unit length, by unit and by sequence"},
+     {"multiqc", "The same table as custom content for MultiQC, for a file whose name ends in _mqc.json"}}};
 
-const std::array<convert_option_row, 5> rows{{
-    {"",
-     "sample",
-     &convert_options.sample,
-     "name",
-     {},
-     false,
-     "The name of the sample in a MultiQC file. Default: the name of the input file that was searched, without its "
-     "directories and endings."},
-    {"",
-     "lengths",
-     &convert_options.lengths,
-     "file",
-     {},
-     false,
-     "The lengths of the sequences, for results that do not tell them (format 3 without sequenceInfoAsComment): a file "
-     "with a name, a tab and a length on each line, as samtools faidx writes. Used for densities and for sequence "
-     "regions. Default: none, and what needs them is left out."},
-    {"o",
-     "output",
-     &convert_options.output,
-     "file",
-     {},
-     false,
-     "The file to write. It appears under this name when it is complete. Default: standard output."},
-    {"t", "to", &convert_options.to, "bed|gff3|json|tsv|multiqc", formats, true,
-     "The format to write. bed: One line a repeat, positions from 0. gff3: Generic feature format 3. json: One JSON "
-     "object a repeat, on a line of its own. tsv: Table of repeats and covered symbols by unit length, by unit and by "
-     "sequence. multiqc: The same table as custom content for MultiQC, for a file whose name ends in _mqc.json."},
-    {"",
-     "results",
-     &convert_options.results,
-     "Results file",
-     {},
-     true,
-     "The results file to read, plain or compressed by gzip, in output format 0, 1 or 3. /dev/stdin is standard "
-     "input."},
+const std::array<option_row, 5> rows{{
+    {.long_name = "sample",
+     .destination = &convert_options.sample,
+     .label = "name",
+     .summary = "The name of the sample in a MultiQC file.",
+     .help = "Default: the name of the input file that was searched, without its directories and endings."},
+    {.long_name = "lengths",
+     .destination = &convert_options.lengths,
+     .label = file_label,
+     .summary =
+         "The lengths of the sequences, for results that do not tell them (format 3 without sequenceInfoAsComment): a "
+         "file with a name, a tab and a length on each line, as samtools faidx writes.",
+     .help = "Used for densities and for sequence regions. Default: none, and what needs them is left out."},
+    {.short_name = "o",
+     .long_name = "output",
+     .destination = &convert_options.output,
+     .label = file_label,
+     .summary = "The file to write.",
+     .help = "It appears under this name when it is complete. Default: standard output."},
+    {.short_name = "t",
+     .long_name = "to",
+     .destination = word_destination{&convert_options.to},
+     .words = formats,
+     .is_required = true,
+     .summary = "The format to write.",
+     .help = "{words}."},
+    {.long_name = "results",
+     .destination = &convert_options.results,
+     .label = "Results file",
+     .is_required = true,
+     .most = 1,
+     .complaint = "Sorry, one results file is converted at a time. Name the file to write with --output.\n",
+     .summary = "The results file to read, plain or compressed by gzip, in output format 0, 1 or 3.",
+     .help = "/dev/stdin is standard input."},
 }};
 
 }  // namespace
 
-std::span<const convert_option_row> convert_option_table() { return rows; }
-
-std::span<const char* const> convert_format_words() { return formats; }
-
-convert_format convert_format_of(const std::string& word) {
-  return static_cast<convert_format>(std::find(formats.begin(), formats.end(), word) - formats.begin());
-}
+std::span<const option_row> convert_option_table() { return rows; }

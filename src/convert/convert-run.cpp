@@ -10,6 +10,7 @@
 #include "CResultsReader.h"
 #include "CSequenceLengths.h"
 #include "convert-options.h"
+#include "option-parser.h"
 #include "shown-text.h"
 
 namespace {
@@ -62,7 +63,7 @@ int CConvertRun::open_output() {
   if (!output.open(convert_options.output, convert_options.results[0], convert_options.lengths)) {
     return convert_status_not_written;
   }
-  conversion = make_conversion(convert_format_of(convert_options.to), lengths, convert_options.sample);
+  conversion = make_conversion(static_cast<convert_format>(convert_options.to), lengths, convert_options.sample);
   return 0;
 }
 
@@ -135,7 +136,9 @@ int CConvertRun::end_on_write_failure() const {
 }  // namespace
 
 int run_convert(int argc, char** argv) {
-  if (const int status = read_convert_options(argc, argv); status != 0) return status;
+  if (!read_options(convert_option_table(), convert_description, convert_status_not_written, argc, argv)) {
+    return convert_status_command_line;
+  }
   if (is_standard_error(convert_options.results[0], convert_options.lengths)) return convert_status_not_written;
   CConvertRun run;
   if (const int status = run.open_input(); status != 0) return status;

@@ -16,7 +16,7 @@ struct report_option_values {
 extern report_option_values report_options;
 
 // All options in the order of the usage text. The plain words come last.
-std::span<const convert_option_row> report_option_table();
+std::span<const option_row> report_option_table();
 
 inline constexpr const char* report_description =
     "This program makes a web page of results of Quarvo (output formats 0, 1 and 3): one file that any browser opens, "

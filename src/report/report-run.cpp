@@ -63,9 +63,7 @@ std::string without_directory(const std::string& name) { return name.substr(name
 }  // namespace
 
 int run_report(int argc, char** argv) {
-  parse_options(report_option_table(), report_description, report_status_not_written, argc, argv);
-  if (report_options.results.size() != 1) {
-    std::fputs("Sorry, a page is made of one results file. Name the page with --output.\n", stderr);
+  if (!read_options(report_option_table(), report_description, report_status_not_written, argc, argv)) {
     return report_status_command_line;
   }
   const std::string& name = report_options.results[0];

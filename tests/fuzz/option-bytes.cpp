@@ -102,9 +102,8 @@ struct value_maker {
 
   std::string operator()(const int*) const { return std::to_string(number(option, byte)); }
   std::string operator()(const unsigned*) const { return std::to_string(static_cast<unsigned>(number(option, byte))); }
-  std::string operator()(const std::string*) const {
-    const auto words = search_mode_words();
-    return words[static_cast<std::size_t>(byte) % words.size()];
+  std::string operator()(word_destination) const {
+    return option.words[static_cast<std::size_t>(byte) % option.words.size()].word;
   }
 
   // In quarters for the slopes, in percent for the perfection.
@@ -119,6 +118,7 @@ struct value_maker {
   }
 
   std::string operator()(const bool*) const { return {}; }
+  std::string operator()(const std::string*) const { return {}; }
   std::string operator()(const std::vector<std::string>*) const { return {}; }
 };
 

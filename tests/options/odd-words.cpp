@@ -22,12 +22,6 @@ constexpr std::array values{
     // Words.
     "exact", "extendExact", "imperfect", "Exact", " exact", "exact ", "exac", "exact|extendExact|imperfect"};
 
-bool is_switch(const option_row& option) { return std::holds_alternative<bool*>(option.destination); }
-
-bool is_plain_word(const option_row& option) {
-  return std::holds_alternative<std::vector<std::string>*>(option.destination);
-}
-
 std::string long_form(const option_row& option) { return std::string("--") + option.long_name; }
 std::string short_form(const option_row& option) { return std::string("-") + option.short_name; }
 
@@ -36,7 +30,7 @@ std::string short_form(const option_row& option) { return std::string("-") + opt
 std::span<const char* const> odd_values() { return values; }
 
 std::vector<option_words> spellings(const option_row& option, const char* value) {
-  if (is_plain_word(option)) return {{value}};
+  if (is_plain_words(option)) return {{value}};
   const bool has_short_form = *option.short_name != '\0';
   std::vector<option_words> forms;
   if (is_switch(option)) {
