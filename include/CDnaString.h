@@ -68,4 +68,21 @@ class CDnaString : public faststring {
   }
 };
 
+// Texts that a normal form needs, kept from unit to unit for their memory.
+struct normal_form_workspace {
+  CDnaString reversed;
+  CDnaString smallest_of_unit;
+};
+
+// Makes `result` the normal form of the unit: the smaller of the smallest cyclic permutations of it and of its reverse
+// complement. Returns true when the unit repeats a shorter one.
+inline bool set_to_normal_form(CDnaString& result, const CDnaString& unit, normal_form_workspace& work) {
+  CDnaString& other = work.smallest_of_unit;
+  work.reversed.set_to_reverse_complement_of(unit);
+  const bool periodic = result.setToMinAlphaRepModCyclicPermOf(work.reversed);
+  other.setToMinAlphaRepModCyclicPermOf(unit);
+  if (std::strcmp(result.c_str(), other.c_str()) > 0) result.assign(other.buffer, other.buffer + other.length);
+  return periodic;
+}
+
 #endif

@@ -1,8 +1,8 @@
 // What the man page of quarvo-convert says beside its options.
 
 #include "command-page.h"
+#include "companion.h"
 #include "convert-options.h"
-#include "convert-run.h"
 #include "quarvo-version.h"
 
 namespace {
@@ -11,14 +11,15 @@ std::vector<explained_term> exit_statuses() {
   const auto text = [](int status) { return std::to_string(status); };
   return {
       {"0", "The conversion is complete; also after --help and --version."},
-      {text(convert_status_command_line), "The command line was refused."},
-      {text(convert_status_not_read), "A file could not be opened, or not be read to its end."},
-      {text(convert_status_not_results), "The input is no results file in output format 0, 1 or 3."},
-      {text(convert_status_unfinished), "The results have no closing line: their run failed, was stopped or goes on."},
-      {text(convert_status_not_suited),
+      {text(companion_status::command_line), "The command line was refused."},
+      {text(companion_status::not_read), "A file could not be opened, or not be read to its end."},
+      {text(companion_status::not_results), "The input is no results file in output format 0, 1 or 3."},
+      {text(companion_status::unfinished),
+       "The results have no closing line: their run failed, was stopped or goes on."},
+      {text(companion_status::not_suited),
        "A name of a sequence cannot stand in the output or comes twice, or the lengths do not suit the results."},
-      {text(convert_status_not_written), "The output could not be opened or written, or is a file to read."},
-      {text(convert_status_out_of_memory), "Memory ran out."},
+      {text(companion_status::not_written), "The output could not be opened or written, or is a file to read."},
+      {text(companion_status::out_of_memory), "Memory ran out."},
       {"141", "Standard output is a pipe that was closed."},
   };
 }

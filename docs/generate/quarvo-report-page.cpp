@@ -1,9 +1,9 @@
 // What the man page of quarvo-report says beside its options.
 
 #include "command-page.h"
+#include "companion.h"
 #include "quarvo-version.h"
 #include "report-options.h"
-#include "report-run.h"
 
 namespace {
 
@@ -11,12 +11,13 @@ std::vector<explained_term> exit_statuses() {
   const auto text = [](int status) { return std::to_string(status); };
   return {
       {"0", "The page is complete; also after --help and --version."},
-      {text(report_status_command_line), "The command line was refused."},
-      {text(report_status_not_read), "The results could not be opened, or not be read to their end."},
-      {text(report_status_not_results), "The input is no results file in output format 0, 1 or 3."},
-      {text(report_status_unfinished), "The results have no closing line: their run failed, was stopped or goes on."},
-      {text(report_status_not_written), "The page could not be opened or written, or is the results file."},
-      {text(report_status_out_of_memory), "Memory ran out."},
+      {text(companion_status::command_line), "The command line was refused."},
+      {text(companion_status::not_read), "The results could not be opened, or not be read to their end."},
+      {text(companion_status::not_results), "The input is no results file in output format 0, 1 or 3."},
+      {text(companion_status::unfinished),
+       "The results have no closing line: their run failed, was stopped or goes on."},
+      {text(companion_status::not_written), "The page could not be opened or written, or is the results file."},
+      {text(companion_status::out_of_memory), "Memory ran out."},
       {"141", "Standard output is a pipe that was closed."},
   };
 }

@@ -31,22 +31,10 @@ bool is_periodic_as_is(const faststring& unit) {
 // Texts that a report needs, kept from repeat to repeat for their memory.
 struct report_workspace {
   CDnaString unit;
-  CDnaString reversed;
-  CDnaString smallest_of_unit;
   CDnaString reported_unit;
+  normal_form_workspace normal_form;
   CReportText text;
 };
-
-// The unit and the smaller of the smallest rotations of it and of its reverse complement.
-bool set_to_normal_form_with_complement(report_workspace& work) {
-  CDnaString& result = work.reported_unit;
-  CDnaString& other = work.smallest_of_unit;
-  work.reversed.set_to_reverse_complement_of(work.unit);
-  const bool periodic = result.setToMinAlphaRepModCyclicPermOf(work.reversed);
-  other.setToMinAlphaRepModCyclicPermOf(work.unit);
-  if (std::strcmp(result.c_str(), other.c_str()) > 0) result.assign(other.buffer, other.buffer + other.length);
-  return periodic;
-}
 
 // Brings the unit into the form in which units are reported. Returns true when it repeats a shorter unit.
 bool set_to_reported_unit(report_workspace& work, const Csat& sat) {
@@ -58,7 +46,7 @@ bool set_to_reported_unit(report_workspace& work, const Csat& sat) {
     case unit_normal_form:
       return work.reported_unit.setToMinAlphaRepModCyclicPermOf(work.unit);
     default:
-      return set_to_normal_form_with_complement(work);
+      return set_to_normal_form(work.reported_unit, work.unit, work.normal_form);
   }
 }
 

@@ -46,10 +46,10 @@ ordered_json page() {
             {"covered_per_megabase", column("Covered / Mb", "Covered symbols in a million symbols", "{:,.1f}")}}}};
 }
 
-ordered_json row(const CSummary::tally& counts, std::optional<std::int64_t> symbols) {
-  ordered_json values{{"repeats", counts.repeats}, {"covered_symbols", counts.covered}};
+ordered_json row(const repeat_tally& counts, std::optional<std::int64_t> symbols) {
+  ordered_json values{{"repeats", counts.repeats}, {"covered_symbols", counts.covered()}};
   if (const auto density = per_megabase(counts.repeats, symbols)) values["repeats_per_megabase"] = *density;
-  if (const auto density = per_megabase(counts.covered, symbols)) values["covered_per_megabase"] = *density;
+  if (const auto density = per_megabase(counts.covered(), symbols)) values["covered_per_megabase"] = *density;
   return values;
 }
 
@@ -81,7 +81,7 @@ bool CMultiqcConversion::finish(std::FILE* out) {
   const std::string sample = as_utf8(sample_name.empty() ? sample_of(header.input_file_name) : sample_name);
   const std::optional<std::int64_t> symbols = searched_symbols();
   ordered_json rows;
-  const auto add_row = [&](const std::string& name, const CSummary::tally& counts, auto of_symbols) {
+  const auto add_row = [&](const std::string& name, const repeat_tally& counts, auto of_symbols) {
     rows[new_key(rows, sample + name)] = row(counts, of_symbols);
   };
   add_row("", summary.all(), symbols);

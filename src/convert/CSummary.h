@@ -8,7 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "results-records.h"
+#include "repeat-tally.h"
 
 // How many repeats there are and how many symbols they cover: in all, by unit length, by unit in its normal form, and
 // by sequence.
@@ -17,40 +17,30 @@
 // same symbol, so groups do not add up to the whole. Memory grows with the number of different units and of sequences.
 class CSummary {
  public:
-  struct tally {
-    std::int64_t repeats = 0;
-    std::int64_t covered = 0;  // symbols
-    // How far the group covers the sequence that it saw last.
-    std::int64_t sequence = 0;
-    int covered_to = 0;
-  };
-
   struct sequence_row {
     std::string name;
     std::optional<int> length;
-    tally counts;
+    repeat_tally counts;
   };
 
   void begin_sequence(const results_sequence& sequence, std::optional<int> length);
   // A repeat of the sequence begun last. They must come by start.
   void add(const results_repeat& repeat);
 
-  const tally& all() const { return whole; }
-  const std::map<int, tally>& by_unit_length() const { return unit_lengths; }
+  const repeat_tally& all() const { return whole; }
+  const std::map<int, repeat_tally>& by_unit_length() const { return unit_lengths; }
   // By unit length, then alphabetically.
-  std::vector<std::pair<std::string, tally>> by_unit() const;
+  std::vector<std::pair<std::string, repeat_tally>> by_unit() const;
   // In the order of the results.
   const std::vector<sequence_row>& by_sequence() const { return sequences; }
   // The sum of the lengths of all sequences begun, unless one is not known.
   std::optional<std::int64_t> total_length() const;
 
  private:
-  tally whole;
-  std::map<int, tally> unit_lengths;
-  std::unordered_map<std::string, tally> units;
+  repeat_tally whole;
+  std::map<int, repeat_tally> unit_lengths;
+  std::unordered_map<std::string, repeat_tally> units;
   std::vector<sequence_row> sequences;
-
-  void count(tally& group, const results_repeat& repeat) const;
 };
 
 #endif

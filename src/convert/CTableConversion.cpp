@@ -14,14 +14,14 @@ class CTableLine {
     text += group;
   }
 
-  void end(std::FILE* out, const CSummary::tally& counts, std::optional<std::int64_t> symbols) {
+  void end(std::FILE* out, const repeat_tally& counts, std::optional<std::int64_t> symbols) {
     text += '\t';
     append_number(text, counts.repeats);
     text += '\t';
-    append_number(text, counts.covered);
+    append_number(text, counts.covered());
     text += '\t' + (symbols ? std::to_string(*symbols) : "NA");
     density(counts.repeats, symbols);
-    density(counts.covered, symbols);
+    density(counts.covered(), symbols);
     text += '\n';
     write(out, text);
   }

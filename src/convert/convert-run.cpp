@@ -9,23 +9,12 @@
 #include "CConvertedFile.h"
 #include "CResultsReader.h"
 #include "CSequenceLengths.h"
+#include "companion.h"
 #include "convert-options.h"
 #include "option-parser.h"
 #include "shown-text.h"
 
 namespace {
-
-int status_of(const results_trouble& trouble) {
-  switch (trouble.kind) {
-    case results_trouble::kind_type::not_opened:
-    case results_trouble::kind_type::not_read:
-      return convert_status_not_read;
-    case results_trouble::kind_type::unfinished:
-      return convert_status_unfinished;
-    default:
-      return convert_status_not_results;
-  }
-}
 
 constexpr const char* right_lengths = "Please name the lengths of the sequences that were searched.\n";
 
@@ -52,16 +41,16 @@ class CConvertRun {
 
 int CConvertRun::open_input() {
   if (!results.open(convert_options.results[0])) {
-    return end_with_message(status_of(results.trouble()), results.trouble_text());
+    return end_with_message(companion_status::of(results.trouble()), results.trouble_text());
   }
   if (convert_options.lengths.empty() || lengths.read(convert_options.lengths)) return 0;
-  return end_with_message(lengths.is_unreadable() ? convert_status_not_read : convert_status_not_suited,
+  return end_with_message(lengths.is_unreadable() ? companion_status::not_read : companion_status::not_suited,
                           lengths.trouble());
 }
 
 int CConvertRun::open_output() {
   if (!output.open(convert_options.output, convert_options.results[0], convert_options.lengths)) {
-    return convert_status_not_written;
+    return companion_status::not_written;
   }
   conversion = make_conversion(static_cast<convert_format>(convert_options.to), lengths, convert_options.sample);
   return 0;
@@ -81,7 +70,7 @@ int CConvertRun::convert() {
       case CResultsReader::item::end:
         return 0;
       default:
-        return end_with_message(status_of(results.trouble()), results.trouble_text());
+        return end_with_message(companion_status::of(results.trouble()), results.trouble_text());
     }
     if (status != 0) return status;
   }
@@ -91,14 +80,14 @@ int CConvertRun::begin_sequence() {
   const results_sequence& sequence = results.sequence();
   const std::optional<int> length = lengths.of(sequence.name);
   if (length && sequence.length && *length != *sequence.length) {
-    return end_with_message(convert_status_not_suited,
+    return end_with_message(companion_status::not_suited,
                             "Sorry, at line " + std::to_string(results.line_number()) +
                                 " the results give the length " + std::to_string(*sequence.length) + " of\n   \"" +
                                 shown(sequence.name) + "\"\nand the table of lengths gives " + std::to_string(*length) +
                                 ".\n" + right_lengths);
   }
   if (!conversion->begin_sequence(output.stream(), results.sequence())) {
-    return end_with_message(convert_status_not_suited, conversion->trouble());
+    return end_with_message(companion_status::not_suited, conversion->trouble());
   }
   return std::ferror(output.stream()) == 0 ? 0 : end_on_write_failure();
 }
@@ -106,7 +95,7 @@ int CConvertRun::begin_sequence() {
 int CConvertRun::add_repeat() {
   const std::optional<int> length = lengths.of(results.sequence().name);
   if (length && !results.sequence().length && results.repeat().end > *length) {
-    return end_with_message(convert_status_not_suited,
+    return end_with_message(companion_status::not_suited,
                             "Sorry, at line " + std::to_string(results.line_number()) +
                                 " a repeat ends behind the length that the table of lengths gives for\n   \"" +
                                 shown(results.sequence().name) + "\"\n" + right_lengths);
@@ -117,7 +106,7 @@ int CConvertRun::add_repeat() {
 
 int CConvertRun::finish() {
   if (!conversion->finish(output.stream())) {
-    return end_with_message(convert_status_not_written, conversion->trouble());
+    return end_with_message(companion_status::not_written, conversion->trouble());
   }
   return output.finish() ? 0 : end_on_write_failure();
 }
@@ -130,16 +119,16 @@ int CConvertRun::end_with_message(int status, const std::string& message) const 
 
 int CConvertRun::end_on_write_failure() const {
   output.report_write_failure();
-  return convert_status_not_written;
+  return companion_status::not_written;
 }
 
 }  // namespace
 
 int run_convert(int argc, char** argv) {
-  if (!read_options(convert_option_table(), convert_description, convert_status_not_written, argc, argv)) {
-    return convert_status_command_line;
+  if (!read_options(convert_option_table(), convert_description, companion_status::not_written, argc, argv)) {
+    return companion_status::command_line;
   }
-  if (is_standard_error(convert_options.results[0], convert_options.lengths)) return convert_status_not_written;
+  if (is_standard_error(convert_options.results[0], convert_options.lengths)) return companion_status::not_written;
   CConvertRun run;
   if (const int status = run.open_input(); status != 0) return status;
   if (const int status = run.open_output(); status != 0) return status;

@@ -9,11 +9,10 @@
 #include <unordered_map>
 #include <vector>
 
-#include "CCoverage.h"
 #include "CDistribution.h"
 #include "CSharedNames.h"
 #include "CTrack.h"
-#include "results-records.h"
+#include "repeat-tally.h"
 
 // What a report says of all repeats together, added up in one pass over a results file.
 //
@@ -21,17 +20,6 @@
 // the number of repeats.
 class CReportFigures {
  public:
-  struct count_and_coverage {
-    std::int64_t repeats = 0;
-    CCoverage coverage;
-
-    // Returns what CCoverage::add returns.
-    int add(std::int64_t sequence, const results_repeat& repeat) {
-      ++repeats;
-      return coverage.add(sequence, repeat.start, repeat.end);
-    }
-  };
-
   // A sequence with repeats. Name and title, what stands behind it in the header, are shortened.
   struct sequence_figures {
     std::int64_t ordinal = 0;  // among all sequences of the results, from 1
@@ -46,7 +34,7 @@ class CReportFigures {
     CTrack track;
   };
 
-  using unit_figures = std::pair<const std::string, count_and_coverage>;
+  using unit_figures = std::pair<const std::string, repeat_tally>;
 
   // The next sequence; its repeats follow by ascending start.
   void add(const results_sequence& sequence);
@@ -56,13 +44,13 @@ class CReportFigures {
   std::size_t current_sequence() const { return with_repeats.size() - 1; }
 
   std::int64_t repeats() const { return all.repeats; }
-  std::int64_t covered() const { return all.coverage.symbols(); }
+  std::int64_t covered() const { return all.covered(); }
   std::int64_t sequences() const { return sequence_count; }
   // Of all sequences together; nothing when a length is unknown.
   std::optional<std::int64_t> symbols() const;
   std::int64_t shortened_names() const { return shortened; }
 
-  const std::map<int, count_and_coverage>& unit_lengths() const { return by_unit_length; }
+  const std::map<int, repeat_tally>& unit_lengths() const { return by_unit_length; }
   std::size_t distinct_units() const { return by_unit.size(); }
   // The units in normal form with the most repeats, at most that many; equal ones in the order of the alphabet.
   std::vector<const unit_figures*> most_frequent_units(std::size_t most) const;
@@ -89,9 +77,9 @@ class CReportFigures {
   CSharedNames names;
   CSharedNames::key name_key = 0;  // of the current sequence
 
-  count_and_coverage all;
-  std::map<int, count_and_coverage> by_unit_length;
-  std::unordered_map<std::string, count_and_coverage> by_unit;
+  repeat_tally all;
+  std::map<int, repeat_tally> by_unit_length;
+  std::unordered_map<std::string, repeat_tally> by_unit;
   CDistribution length_distribution{edges_of_sizes()};
   CDistribution copy_distribution{edges_of_sizes()};
   CDistribution perfection_distribution{edges_of_percentages()};

@@ -51,7 +51,7 @@ void write_unit_lengths(CJsonText& json, const CReportFigures& figures) {
   json.key("unitLengths").begin_object();
   json.array("unitLength", all, [](const auto& entry) { return entry.first; });
   json.array("repeats", all, [](const auto& entry) { return entry.second.repeats; });
-  json.array("covered", all, [](const auto& entry) { return entry.second.coverage.symbols(); });
+  json.array("covered", all, [](const auto& entry) { return entry.second.covered(); });
   json.end_object();
 }
 
@@ -60,7 +60,7 @@ void write_units(CJsonText& json, const CReportFigures& figures) {
   json.key("units").begin_object().key("distinct").value(static_cast<std::int64_t>(figures.distinct_units()));
   json.array("unit", units, [](const auto* unit) { return std::string_view(unit->first); });
   json.array("repeats", units, [](const auto* unit) { return unit->second.repeats; });
-  json.array("covered", units, [](const auto* unit) { return unit->second.coverage.symbols(); });
+  json.array("covered", units, [](const auto* unit) { return unit->second.covered(); });
   json.end_object();
 }
 

@@ -7,6 +7,7 @@
 #include "CRepeatList.h"
 #include "CReportFigures.h"
 #include "CResultsReader.h"
+#include "companion.h"
 #include "option-parser.h"
 #include "report-json.h"
 #include "report-options.h"
@@ -15,28 +16,16 @@
 
 namespace {
 
-int status_of(const results_trouble& trouble) {
-  switch (trouble.kind) {
-    case results_trouble::kind_type::not_opened:
-    case results_trouble::kind_type::not_read:
-      return report_status_not_read;
-    case results_trouble::kind_type::unfinished:
-      return report_status_unfinished;
-    default:
-      return report_status_not_results;
-  }
-}
-
 int end_on_trouble(const CResultsReader& results, const CConvertedFile& page) {
   std::fputs(results.trouble_text().c_str(), stderr);
   std::fputs(page.fate(), stderr);
-  return status_of(results.trouble());
+  return companion_status::of(results.trouble());
 }
 
 int end_on_write_failure(const CConvertedFile& page) {
   page.report_write_failure();
   std::fputs(page.fate(), stderr);
-  return report_status_not_written;
+  return companion_status::not_written;
 }
 
 // Reads the file to its end. Returns false on trouble, which the reader tells of.
@@ -63,15 +52,15 @@ std::string without_directory(const std::string& name) { return name.substr(name
 }  // namespace
 
 int run_report(int argc, char** argv) {
-  if (!read_options(report_option_table(), report_description, report_status_not_written, argc, argv)) {
-    return report_status_command_line;
+  if (!read_options(report_option_table(), report_description, companion_status::not_written, argc, argv)) {
+    return companion_status::command_line;
   }
   const std::string& name = report_options.results[0];
-  if (is_standard_error(name, "")) return report_status_not_written;
+  if (is_standard_error(name, "")) return companion_status::not_written;
   CResultsReader results;
   CConvertedFile page;
   if (!results.open(name)) return end_on_trouble(results, page);
-  if (!page.open(report_options.output, name, "")) return report_status_not_written;
+  if (!page.open(report_options.output, name, "")) return companion_status::not_written;
 
   CReportFigures figures;
   CRepeatList list;

@@ -3,18 +3,27 @@
 #include <string_view>
 #include <utility>
 
+#include "CDnaString.h"
 #include "CTextScanner.h"
 #include "results-header.h"
 #include "results-lines.h"
 #include "results-texts.h"
 #include "shown-text.h"
-#include "unit-normal-form.h"
 
 namespace {
 
 constexpr std::string_view closing_line = closing_line_of_run(quarvo_format);
 
 std::string name_of(std::string_view full_name) { return std::string(full_name.substr(0, full_name.find(' '))); }
+
+void set_normal_form(results_repeat& repeat) {
+  CDnaString unit;
+  CDnaString form;
+  normal_form_workspace work;
+  unit.assign(repeat.unit.data(), repeat.unit.data() + repeat.unit.size());
+  set_to_normal_form(form, unit, work);
+  repeat.normal_form.assign(form.buffer, form.length);
+}
 
 }  // namespace
 
@@ -223,6 +232,6 @@ CResultsReader::item CResultsReader::checked_repeat() {
   if (its_sequence.length && its_repeat.end > *its_sequence.length) return fail_here("a repeat inside its sequence");
   last_start = its_repeat.start;
   last_end = its_repeat.end;
-  set_to_normal_form(its_repeat.normal_form, its_repeat.unit);
+  set_normal_form(its_repeat);
   return item::repeat;
 }

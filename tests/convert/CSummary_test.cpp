@@ -30,15 +30,15 @@ TEST(Summary, CountsASymbolOnceInEachGroup) {
   summary.add(repeat_at(13, 13, "A"));   // next to the one before
   summary.add(repeat_at(20, 29, "AC"));  // behind a gap
   EXPECT_EQ(summary.all().repeats, 5);
-  EXPECT_EQ(summary.all().covered, 23);
-  EXPECT_EQ(summary.by_unit_length().at(1).covered, 1);
-  EXPECT_EQ(summary.by_unit_length().at(2).covered, 22);
+  EXPECT_EQ(summary.all().covered(), 23);
+  EXPECT_EQ(summary.by_unit_length().at(1).covered(), 1);
+  EXPECT_EQ(summary.by_unit_length().at(2).covered(), 22);
   const auto units = summary.by_unit();
   ASSERT_EQ(units.size(), 3U);
   EXPECT_EQ(units[0].first, "A");
   EXPECT_EQ(units[1].first, "AC");
-  EXPECT_EQ(units[1].second.covered, 22);
-  EXPECT_EQ(units[2].second.covered, 3);
+  EXPECT_EQ(units[1].second.covered(), 22);
+  EXPECT_EQ(units[2].second.covered(), 3);
 }
 
 TEST(Summary, BeginsEachSequenceUncovered) {
@@ -48,10 +48,10 @@ TEST(Summary, BeginsEachSequenceUncovered) {
   summary.begin_sequence(named("b"), 100);
   summary.begin_sequence(named("c"), 100);
   summary.add(repeat_at(1, 10, "AC"));
-  EXPECT_EQ(summary.all().covered, 51);
+  EXPECT_EQ(summary.all().covered(), 51);
   ASSERT_EQ(summary.by_sequence().size(), 3U);
   EXPECT_EQ(summary.by_sequence()[1].counts.repeats, 0);
-  EXPECT_EQ(summary.by_sequence()[2].counts.covered, 10);
+  EXPECT_EQ(summary.by_sequence()[2].counts.covered(), 10);
 }
 
 TEST(Summary, KnowsTheTotalLengthOnlyWhenItKnowsAll) {

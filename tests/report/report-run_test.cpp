@@ -4,6 +4,7 @@
 
 #include <sys/resource.h>
 
+#include "companion.h"
 #include "read-results.h"
 
 namespace {
@@ -50,9 +51,9 @@ TEST_F(ReportRun, WritesToStandardOutput) {
 }
 
 TEST_F(ReportRun, RefusesWhatCannotBeRead) {
-  EXPECT_EQ(report({directory.path("nosuch"), "-o", page()}), report_status_not_read);
+  EXPECT_EQ(report({directory.path("nosuch"), "-o", page()}), companion_status::not_read);
   EXPECT_TRUE(has(messages, "nosuch"));
-  EXPECT_EQ(report({in(), "-o", page()}), report_status_not_results);
+  EXPECT_EQ(report({in(), "-o", page()}), companion_status::not_results);
   EXPECT_TRUE(has(messages, "in.fas"));
 }
 
@@ -60,7 +61,7 @@ TEST_F(ReportRun, RefusesUnfinishedResultsAndLeavesAnOlderPage) {
   const std::string whole = directory.contents("out.txt");
   directory.write("page.html", "older");
   for (std::size_t size = whole.size() - 1; size > whole.size() - 40; --size) {
-    EXPECT_EQ(report({directory.write("cut", whole.substr(0, size)), "-o", page()}), report_status_unfinished);
+    EXPECT_EQ(report({directory.write("cut", whole.substr(0, size)), "-o", page()}), companion_status::unfinished);
     EXPECT_EQ(directory.contents("page.html"), "older");
   }
 }
@@ -72,22 +73,22 @@ TEST_F(ReportRun, LeavesNoPageWhenTheResultsAreBad) {
 }
 
 TEST_F(ReportRun, WantsOneResultsFile) {
-  EXPECT_EQ(report({out(), out(), "-o", page()}), report_status_command_line);
+  EXPECT_EQ(report({out(), out(), "-o", page()}), companion_status::command_line);
   EXPECT_TRUE(has(messages, "one results file"));
 }
 
 TEST_F(ReportRun, NeverReplacesItsInput) {
   const std::string before = directory.contents("out.txt");
-  EXPECT_EQ(report({out(), "-o", out()}), report_status_not_written);
+  EXPECT_EQ(report({out(), "-o", out()}), companion_status::not_written);
   ASSERT_EQ(link(out().c_str(), page().c_str()), 0);
-  EXPECT_EQ(report({out(), "-o", page()}), report_status_not_written);
+  EXPECT_EQ(report({out(), "-o", page()}), companion_status::not_written);
   EXPECT_EQ(directory.contents("out.txt"), before);
 }
 
 TEST_F(ReportRun, SaysWhenThePageCannotBeWritten) {
-  EXPECT_EQ(report({out(), "-o", directory.path("nosuch/page.html")}), report_status_not_written);
+  EXPECT_EQ(report({out(), "-o", directory.path("nosuch/page.html")}), companion_status::not_written);
   EXPECT_TRUE(has(messages, "nosuch/page.html"));
-  EXPECT_EQ(report({out(), "-o", "/dev/full"}), report_status_not_written);
+  EXPECT_EQ(report({out(), "-o", "/dev/full"}), companion_status::not_written);
   EXPECT_TRUE(has(messages, "/dev/full"));
 }
 
