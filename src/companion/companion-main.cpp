@@ -8,7 +8,7 @@
 
 namespace {
 
-[[gnu::no_sanitize("address"), gnu::no_sanitize("undefined")]] void prepare_for_missing_memory() {
+__attribute__((no_sanitize("address", "undefined"))) void prepare_for_missing_memory() {
   end_when_memory_runs_out(this_companion.out_of_memory_message, companion_status::out_of_memory);
 }
 [[gnu::section(".preinit_array"), gnu::used]] void (*const run_before_the_libraries)() = prepare_for_missing_memory;

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <numeric>
 
-#include "CJsonText.h"
+#include "json-text.h"
 #include "printed-lines.h"
 
 namespace {

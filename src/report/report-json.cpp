@@ -1,13 +1,17 @@
 #include "report-json.h"
 
 #include <algorithm>
+#include <array>
+#include <nlohmann/json.hpp>
 #include <numeric>
 #include <string_view>
 #include <unordered_map>
 
-#include "CJsonText.h"
+#include "json-text.h"
 
 namespace {
+
+using nlohmann::ordered_json;
 
 constexpr std::size_t most_units = 100;
 constexpr std::size_t room_of_tracks = 4000000;
@@ -26,73 +30,87 @@ struct listed_sequences {
   bool is_listed(std::size_t i) const { return has_track[i] || rows[i] > 0; }
 };
 
-void write_head(CJsonText& json, const results_header& header, const std::string& results_name) {
-  json.key("version").value(1).key("program").value("Quarvo, version " + header.program_version);
-  json.key("results").begin_object().key("name").value(results_name).key("format").value(header.format).end_object();
-  json.key("settings").begin_array();
-  for (const auto& [label, value] : header.settings) json.begin_array().value(label).value(value).end_array();
-  json.end_array();
-}
-
-void write_totals(CJsonText& json, const CReportFigures& figures) {
-  json.key("totals").begin_object().key("repeats").value(figures.repeats());
-  json.key("covered").value(figures.covered()).key("sequences").value(figures.sequences());
-  json.key("symbols");
-  if (const auto symbols = figures.symbols(); symbols.has_value()) {
-    json.value(*symbols);
+// A number or a text; null for an optional value that is missing.
+template <typename Value>
+ordered_json json_of(const Value& value) {
+  if constexpr (requires { value.has_value(); }) {
+    return value.has_value() ? json_of(*value) : ordered_json();
   } else {
-    json.null();
+    return value;
   }
-  json.end_object();
 }
 
-void write_unit_lengths(CJsonText& json, const CReportFigures& figures) {
+// An array of what `element` gives for each item.
+template <typename Items, typename Element>
+ordered_json array_of(const Items& items, Element element) {
+  ordered_json array = ordered_json::array();
+  for (const auto& item : items) array.push_back(json_of(element(item)));
+  return array;
+}
+
+ordered_json totals_json(const CReportFigures& figures) {
+  ordered_json json;
+  json["repeats"] = figures.repeats();
+  json["covered"] = figures.covered();
+  json["sequences"] = figures.sequences();
+  json["symbols"] = json_of(figures.symbols());
+  return json;
+}
+
+ordered_json unit_lengths_json(const CReportFigures& figures) {
   const auto& all = figures.unit_lengths();
-  json.key("unitLengths").begin_object();
-  json.array("unitLength", all, [](const auto& entry) { return entry.first; });
-  json.array("repeats", all, [](const auto& entry) { return entry.second.repeats; });
-  json.array("covered", all, [](const auto& entry) { return entry.second.covered(); });
-  json.end_object();
+  ordered_json json;
+  json["unitLength"] = array_of(all, [](const auto& entry) { return entry.first; });
+  json["repeats"] = array_of(all, [](const auto& entry) { return entry.second.repeats; });
+  json["covered"] = array_of(all, [](const auto& entry) { return entry.second.covered(); });
+  return json;
 }
 
-void write_units(CJsonText& json, const CReportFigures& figures) {
+ordered_json units_json(const CReportFigures& figures) {
   const auto units = figures.most_frequent_units(most_units);
-  json.key("units").begin_object().key("distinct").value(static_cast<std::int64_t>(figures.distinct_units()));
-  json.array("unit", units, [](const auto* unit) { return std::string_view(unit->first); });
-  json.array("repeats", units, [](const auto* unit) { return unit->second.repeats; });
-  json.array("covered", units, [](const auto* unit) { return unit->second.covered(); });
-  json.end_object();
+  ordered_json json;
+  json["distinct"] = figures.distinct_units();
+  json["unit"] = array_of(units, [](const auto* unit) { return unit->first; });
+  json["repeats"] = array_of(units, [](const auto* unit) { return unit->second.repeats; });
+  json["covered"] = array_of(units, [](const auto* unit) { return unit->second.covered(); });
+  return json;
 }
 
-void write_distribution(CJsonText& json, std::string_view name, const CDistribution& distribution) {
+ordered_json distribution_json(const CDistribution& distribution) {
   const auto cells = distribution.cells();
-  json.key(name).begin_object();
-  json.array("edges", distribution.edges(), [](int edge) { return edge; });
-  json.array("unitLength", cells, [](const auto& cell) { return cell.unit_length; });
-  json.array("bin", cells, [](const auto& cell) { return cell.bin; });
-  json.array("repeats", cells, [](const auto& cell) { return cell.repeats; });
-  json.key("undefined").value(distribution.undefined()).end_object();
+  ordered_json json;
+  json["edges"] = distribution.edges();
+  json["unitLength"] = array_of(cells, [](const auto& cell) { return cell.unit_length; });
+  json["bin"] = array_of(cells, [](const auto& cell) { return cell.bin; });
+  json["repeats"] = array_of(cells, [](const auto& cell) { return cell.repeats; });
+  json["undefined"] = distribution.undefined();
+  return json;
 }
 
-std::string head_json(const results_header& header, const std::string& results_name, const CReportFigures& figures) {
-  CJsonText json;
-  write_head(json, header, results_name);
-  write_totals(json, figures);
-  write_unit_lengths(json, figures);
-  write_units(json, figures);
-  json.key("distributions").begin_object().key("longest").value(CDistribution::longest);
-  write_distribution(json, "length", figures.lengths());
-  write_distribution(json, "copies", figures.copies());
-  write_distribution(json, "perfection", figures.perfections());
-  json.end_object();
-  return json.text();
+ordered_json head_json(const results_header& header, const std::string& results_name, const CReportFigures& figures) {
+  ordered_json json;
+  json["version"] = 1;
+  json["program"] = "Quarvo, version " + header.program_version;
+  json["results"]["name"] = results_name;
+  json["results"]["format"] = header.format;
+  json["settings"] = array_of(header.settings, [](const auto& entry) { return std::array{entry.first, entry.second}; });
+  json["totals"] = totals_json(figures);
+  json["unitLengths"] = unit_lengths_json(figures);
+  json["units"] = units_json(figures);
+  ordered_json& distributions = json["distributions"];
+  distributions["longest"] = CDistribution::longest;
+  distributions["length"] = distribution_json(figures.lengths());
+  distributions["copies"] = distribution_json(figures.copies());
+  distributions["perfection"] = distribution_json(figures.perfections());
+  return json;
 }
 
-void write_track(CJsonText& json, const CTrack& track) {
-  json.begin_object().key("width").value(track.width());
-  json.array("starts", track.bins(), [](const CTrack::bin& bin) { return bin.starts; });
-  json.array("covered", track.bins(), [](const CTrack::bin& bin) { return bin.covered; });
-  json.end_object();
+ordered_json track_json(const CTrack& track) {
+  ordered_json json;
+  json["width"] = track.width();
+  json["starts"] = array_of(track.bins(), [](const CTrack::bin& bin) { return bin.starts; });
+  json["covered"] = array_of(track.bins(), [](const CTrack::bin& bin) { return bin.covered; });
+  return json;
 }
 
 std::size_t track_size(const CTrack& track) {
@@ -153,30 +171,24 @@ std::vector<CRepeatList::sequence_cost> sequence_costs(const sequence_list& sequ
   return costs;
 }
 
-void write_sequences(CJsonText& json, const CReportFigures& figures, const listed_sequences& listed) {
+ordered_json sequences_json(const CReportFigures& figures, const listed_sequences& listed) {
   const sequence_list& sequences = figures.sequences_with_repeats();
   std::vector<std::size_t> shown;
   for (std::size_t i = 0; i < sequences.size(); ++i) {
     if (listed.is_listed(i)) shown.push_back(i);
   }
-  json.key("sequences").begin_object();
-  json.array("ordinal", shown, [&](std::size_t i) { return sequences[i].ordinal; });
-  json.array("name", shown, [&](std::size_t i) { return std::string_view(sequences[i].name); });
-  json.array("nameFault", shown, [&](std::size_t i) { return figures.name_fault(sequences[i]); });
-  json.array("title", shown, [&](std::size_t i) { return std::string_view(sequences[i].title); });
-  json.array("length", shown, [&](std::size_t i) { return sequences[i].length; });
-  json.array("repeats", shown, [&](std::size_t i) { return sequences[i].repeats; });
-  json.array("covered", shown, [&](std::size_t i) { return sequences[i].covered; });
-  json.array("listed", shown, [&](std::size_t i) { return listed.rows[i]; });
-  json.key("track").begin_array();
-  for (const std::size_t i : shown) {
-    if (listed.has_track[i]) {
-      write_track(json, sequences[i].track);
-    } else {
-      json.null();
-    }
-  }
-  json.end_array().end_object();
+  ordered_json json;
+  json["ordinal"] = array_of(shown, [&](std::size_t i) { return sequences[i].ordinal; });
+  json["name"] = array_of(shown, [&](std::size_t i) { return sequences[i].name; });
+  json["nameFault"] = array_of(shown, [&](std::size_t i) { return figures.name_fault(sequences[i]); });
+  json["title"] = array_of(shown, [&](std::size_t i) { return sequences[i].title; });
+  json["length"] = array_of(shown, [&](std::size_t i) { return sequences[i].length; });
+  json["repeats"] = array_of(shown, [&](std::size_t i) { return sequences[i].repeats; });
+  json["covered"] = array_of(shown, [&](std::size_t i) { return sequences[i].covered; });
+  json["listed"] = array_of(shown, [&](std::size_t i) { return listed.rows[i]; });
+  json["track"] = array_of(
+      shown, [&](std::size_t i) { return listed.has_track[i] ? track_json(sequences[i].track) : ordered_json(); });
+  return json;
 }
 
 // The units of the rows, each once, and the index of each row's.
@@ -206,74 +218,63 @@ std::vector<int> steps_of(const std::vector<CRepeatList::row>& rows) {
   return steps;
 }
 
-// The columns of edits that the file does not give are empty.
-void write_edits(CJsonText& json, const results_header& header, const std::vector<CRepeatList::row>& rows) {
-  const std::vector<CRepeatList::row> none;
-  const auto& with_edits = header.format == 0 ? none : rows;
-  const auto& with_Ns = header.Ns_are_missense ? none : with_edits;
-  json.array("mismatches", with_edits, [](const auto& row) { return row.mismatches; });
-  json.array("insertions", with_edits, [](const auto& row) { return row.insertions; });
-  json.array("deletions", with_edits, [](const auto& row) { return row.deletions; });
-  json.array("ns", with_Ns, [](const auto& row) { return row.Ns; });
-}
-
-void write_repeats(CJsonText& json, const results_header& header, const std::vector<CRepeatList::row>& rows) {
+ordered_json repeats_json(const results_header& header, const std::vector<CRepeatList::row>& rows) {
   const unit_index units(rows);
-  json.key("repeats").begin_object();
-  json.array("unitTexts", units.texts, [](std::string_view text) { return text; });
-  json.array("step", steps_of(rows), [](int step) { return step; });
-  json.array("length", rows, [](const auto& row) { return row.span; });
-  json.array("excess", rows, [](const auto& row) { return row.excess; });
-  json.array("unit", units.of_row, [](std::size_t index) { return index; });
-  json.array("score", rows, [](const auto& row) { return row.score; });
-  json.array("defect", rows, [](const auto& row) { return row.defect; });
-  write_edits(json, header, rows);
-  json.end_object();
+  // The columns of edits that the file does not give are empty.
+  const std::vector<CRepeatList::row> none;
+  const auto& with_edits = header.format == quarvo_format ? none : rows;
+  const auto& with_Ns = header.Ns_are_missense ? none : with_edits;
+  ordered_json json;
+  json["unitTexts"] = array_of(units.texts, [](std::string_view text) { return text; });
+  json["step"] = steps_of(rows);
+  json["length"] = array_of(rows, [](const auto& row) { return row.span; });
+  json["excess"] = array_of(rows, [](const auto& row) { return row.excess; });
+  json["unit"] = units.of_row;
+  json["score"] = array_of(rows, [](const auto& row) { return row.score; });
+  json["defect"] = array_of(rows, [](const auto& row) { return row.defect; });
+  json["mismatches"] = array_of(with_edits, [](const auto& row) { return row.mismatches; });
+  json["insertions"] = array_of(with_edits, [](const auto& row) { return row.insertions; });
+  json["deletions"] = array_of(with_edits, [](const auto& row) { return row.deletions; });
+  json["ns"] = array_of(with_Ns, [](const auto& row) { return row.Ns; });
+  return json;
 }
 
 std::string_view kind_of_lines(const results_header& header) {
-  if (header.format == 3 || header.print_mode == 1) return "sequence";
-  return header.print_mode == 2 ? "alignment" : "none";
+  if (header.format == one_per_line_format || header.print_mode == print_sequence) return "sequence";
+  return header.print_mode == print_alignment ? "alignment" : "none";
 }
 
-void write_alignments(CJsonText& json, const results_header& header, const CRepeatList& list) {
-  CJsonText lines;
-  lines.begin_array();
-  json.key("alignments").begin_object().key("kind").value(kind_of_lines(header)).key("repeat").begin_array();
+ordered_json alignments_json(const results_header& header, const CRepeatList& list) {
+  ordered_json json;
+  json["kind"] = kind_of_lines(header);
+  json["repeat"] = ordered_json::array();
+  json["lines"] = ordered_json::array();
   auto text = list.alignments().begin();
   std::int64_t index = -1;
   for (const auto& row : list.rows()) {
     ++index;
     while (text != list.alignments().end() && text->order < row.order) ++text;
     if (text == list.alignments().end() || text->order != row.order) continue;
-    json.value(index);
-    lines.begin_array();
-    for (const std::string& line : text->lines) lines.value(line);
-    lines.end_array();
+    json["repeat"].push_back(index);
+    json["lines"].push_back(text->lines);
   }
-  json.end_array().key("lines").finished(lines.end_array().text()).end_object();
+  return json;
 }
 
-void write_optional(CJsonText& json, std::string_view key, bool is_there, int number) {
-  json.key(key);
-  if (is_there) {
-    json.value(number);
-  } else {
-    json.null();
-  }
-}
-
-void write_cut(CJsonText& json, const CReportFigures& figures, const CRepeatList& list,
-               const listed_sequences& listed) {
+ordered_json cut_json(const CReportFigures& figures, const CRepeatList& list, const listed_sequences& listed) {
   const bool are_repeats_cut = list.repeats_left_out() > 0 && !list.rows().empty();
-  json.key("cut").begin_object().key("repeats").value(list.repeats_left_out());
-  write_optional(json, "score", are_repeats_cut, list.lowest_score());
-  json.key("listedOfScore").value(are_repeats_cut ? list.listed_of_lowest_score() : 0);
-  json.key("alignments").value(list.alignments_left_out());
-  write_optional(json, "alignmentScore", list.alignments_left_out() > 0, list.best_score_left_out());
-  json.key("longAlignments").value(list.long_alignments_left_out());
-  json.key("tracks").value(listed.without_track).key("trackRepeats").value(listed.most_repeats_without_track);
-  json.key("names").value(figures.shortened_names()).end_object();
+  const bool are_alignments_cut = list.alignments_left_out() > 0;
+  ordered_json json;
+  json["repeats"] = list.repeats_left_out();
+  json["score"] = are_repeats_cut ? ordered_json(list.lowest_score()) : ordered_json();
+  json["listedOfScore"] = are_repeats_cut ? list.listed_of_lowest_score() : 0;
+  json["alignments"] = list.alignments_left_out();
+  json["alignmentScore"] = are_alignments_cut ? ordered_json(list.best_score_left_out()) : ordered_json();
+  json["longAlignments"] = list.long_alignments_left_out();
+  json["tracks"] = listed.without_track;
+  json["trackRepeats"] = listed.most_repeats_without_track;
+  json["names"] = figures.shortened_names();
+  return json;
 }
 
 }  // namespace
@@ -281,12 +282,8 @@ void write_cut(CJsonText& json, const CReportFigures& figures, const CRepeatList
 std::string report_json(const results_header& header, const std::string& results_name, CReportFigures& figures,
                         CRepeatList& list, std::size_t room) {
   constexpr std::size_t keys_and_cuts = 2000;
-  CJsonText json;
-  json.begin_object();
-  std::size_t used = keys_and_cuts;
-  const std::string head = head_json(header, results_name, figures);
-  used += head.size();
-  json.finished(head);
+  ordered_json json = head_json(header, results_name, figures);
+  std::size_t used = keys_and_cuts + inert_json(json).size() - 2;  // the brackets are among the keys
 
   coarsen_to_room(figures);
   const sequence_list& sequences = figures.sequences_with_repeats();
@@ -295,9 +292,9 @@ std::string report_json(const results_header& header, const std::string& results
   list.finish(room > used ? room - used : 0, room_of_alignments, sequence_costs(sequences, listed));
   for (const auto& row : list.rows()) ++listed.rows[row.sequence];
 
-  write_sequences(json, figures, listed);
-  write_repeats(json, header, list.rows());
-  write_alignments(json, header, list);
-  write_cut(json, figures, list, listed);
-  return json.end_object().text();
+  json["sequences"] = sequences_json(figures, listed);
+  json["repeats"] = repeats_json(header, list.rows());
+  json["alignments"] = alignments_json(header, list);
+  json["cut"] = cut_json(figures, list, listed);
+  return inert_json(json);
 }
