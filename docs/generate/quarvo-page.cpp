@@ -15,7 +15,7 @@ std::vector<explained_term> exit_statuses() {
       {"0", "All records were searched and all results were written; also after --help and --version."},
       {"1", "The command line could not be parsed."},
       {"129, 130, 143",
-       "The user stopped the run (SIGHUP, SIGINT, SIGTERM; SIGHUP is left alone under nohup). The results end behind "
+       "The user stopped the run (SIGHUP, SIGINT, SIGTERM; SIGHUP is left alone under nohup). The results end after "
        "the last completed record."},
       {"141", "Standard output is a pipe that was closed."},
       {shell_status(status_read_failed),
@@ -67,7 +67,7 @@ command_page quarvo_page() {
       "The input may be compressed by gzip or bgzip, whatever its name, and may be a pipe or /dev/stdin (but not with "
       "--maskX).",
       "An option and its value are two words. An option may be given once. File names that begin with \"-\" must "
-      "stand behind \"--\".",
+      "stand after \"--\".",
   };
   page.options = documented_options(option_table());
   page.plain_words = {{"INPUT", "FASTA file to search", false}, {"RESULTS", "results file", true}};

@@ -275,7 +275,7 @@ class CAlignment {
 };
 
 // Walks the repeat with its unit, edit by edit. An edit that lies outside the repeat is never met, nor are those
-// behind it in the list.
+// after it in the list.
 void align(CAlignment& alignment, const Csat& sat) {
   const char* unit = sat.unit_successor(sat.bwd_unit_cursor);
   const auto edits = sat.missense_entries();

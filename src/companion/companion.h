@@ -1,7 +1,7 @@
 #ifndef QUARVO_COMPANION_H
 #define QUARVO_COMPANION_H
 
-#include "results-trouble.h"
+#include "results-error.h"
 
 // A program beside quarvo that reads its results.
 struct companion_program {
@@ -22,7 +22,7 @@ inline constexpr int not_suited = 5;   // names or lengths do not suit the outpu
 inline constexpr int not_written = 6;  // the output cannot be opened or written
 inline constexpr int out_of_memory = 7;
 
-int of(const results_trouble& trouble);
+int of(const results_error& error);
 }  // namespace companion_status
 
 #endif

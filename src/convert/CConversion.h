@@ -22,18 +22,18 @@ class CConversion {
   virtual void begin(std::FILE* out, const results_header& header) = 0;
 
   // A sequence, with the length that the results or the table of lengths tell. Returns false when the format cannot
-  // express it; trouble() says why.
+  // express it; error() says why.
   virtual bool begin_sequence(std::FILE* out, const results_sequence& sequence) = 0;
 
   // A repeat of the sequence begun last.
   virtual void add(std::FILE* out, const results_repeat& repeat) = 0;
 
   // Called last, and only when the results are whole. Returns false when a file beside the output could not be written;
-  // trouble() says why.
+  // error() says why.
   virtual bool finish(std::FILE* out) = 0;
 
   // Lines for the user, each with its line end: what is wrong and what to do.
-  const std::string& trouble() const { return problem; }
+  const std::string& error() const { return problem; }
 
  protected:
   bool refuse(const std::string& why) {

@@ -8,7 +8,7 @@
 #include "sequence-names.h"
 
 // GFF3: features of the type tandem_repeat with the score of the repeat, in the order of the results. Each sequence
-// whose length is known has its sequence-region. All of these stand at the head, since tabix cannot read on behind such
+// whose length is known has its sequence-region. All of these stand at the head, since tabix cannot read on after such
 // a line between features; the features wait in a temporary file, which memory need not hold.
 class CGff3Conversion : public CConversion {
  public:

@@ -10,7 +10,7 @@ bool CSequenceLengths::read(const std::string& file_name) {
   const std::string head = "Sorry! These lengths cannot be used:\n   \"" + shown(file_name) + "\"\n";
   if (!lines.open(file_name)) {
     unreadable = true;
-    problem = head + "It cannot be opened: " + lines.trouble() + ".\n";
+    problem = head + "It cannot be opened: " + lines.error() + ".\n";
     return false;
   }
   CLineReader::outcome outcome = lines.next();
@@ -26,7 +26,7 @@ bool CSequenceLengths::read(const std::string& file_name) {
   }
   if (outcome == CLineReader::outcome::end_of_file) return true;
   unreadable = true;
-  problem = head + "At line " + std::to_string(lines.number()) + ": " + lines.trouble() + ".\n";
+  problem = head + "At line " + std::to_string(lines.number()) + ": " + lines.error() + ".\n";
   return false;
 }
 

@@ -7,10 +7,10 @@
 #include <unordered_map>
 
 // The lengths of sequences from a table beside the results: lines of a name, a tab, a length in symbols, and anything
-// behind a further tab, as in the index of a FASTA file or in chrom.sizes. Memory grows with the number of sequences.
+// after a further tab, as in the index of a FASTA file or in chrom.sizes. Memory grows with the number of sequences.
 class CSequenceLengths {
  public:
-  // Reads the table. Returns false when that is impossible; trouble() then says why, in lines for the user.
+  // Reads the table. Returns false when that is impossible; error() then says why, in lines for the user.
   bool read(const std::string& file_name);
 
   bool is_empty() const { return lengths.empty(); }
@@ -20,9 +20,9 @@ class CSequenceLengths {
   std::int64_t total() const { return sum; }
 
   bool was_read() const { return problem.empty(); }
-  // True when the trouble is the file itself, false when it is what stands in it.
+  // True when the error is the file itself, false when it is what stands in it.
   bool is_unreadable() const { return unreadable; }
-  const std::string& trouble() const { return problem; }
+  const std::string& error() const { return problem; }
 
  private:
   std::unordered_map<std::string, int> lengths;

@@ -41,11 +41,11 @@ class CConvertRun {
 
 int CConvertRun::open_input() {
   if (!results.open(convert_options.results[0])) {
-    return end_with_message(companion_status::of(results.trouble()), results.trouble_text());
+    return end_with_message(companion_status::of(results.error()), results.error_text());
   }
   if (convert_options.lengths.empty() || lengths.read(convert_options.lengths)) return 0;
   return end_with_message(lengths.is_unreadable() ? companion_status::not_read : companion_status::not_suited,
-                          lengths.trouble());
+                          lengths.error());
 }
 
 int CConvertRun::open_output() {
@@ -70,7 +70,7 @@ int CConvertRun::convert() {
       case CResultsReader::item::end:
         return 0;
       default:
-        return end_with_message(companion_status::of(results.trouble()), results.trouble_text());
+        return end_with_message(companion_status::of(results.error()), results.error_text());
     }
     if (status != 0) return status;
   }
@@ -87,7 +87,7 @@ int CConvertRun::begin_sequence() {
                                 ".\n" + right_lengths);
   }
   if (!conversion->begin_sequence(output.stream(), results.sequence())) {
-    return end_with_message(companion_status::not_suited, conversion->trouble());
+    return end_with_message(companion_status::not_suited, conversion->error());
   }
   return std::ferror(output.stream()) == 0 ? 0 : end_on_write_failure();
 }
@@ -97,7 +97,7 @@ int CConvertRun::add_repeat() {
   if (length && !results.sequence().length && results.repeat().end > *length) {
     return end_with_message(companion_status::not_suited,
                             "Sorry, at line " + std::to_string(results.line_number()) +
-                                " a repeat ends behind the length that the table of lengths gives for\n   \"" +
+                                " a repeat ends past the length that the table of lengths gives for\n   \"" +
                                 shown(results.sequence().name) + "\"\n" + right_lengths);
   }
   conversion->add(output.stream(), results.repeat());
@@ -106,7 +106,7 @@ int CConvertRun::add_repeat() {
 
 int CConvertRun::finish() {
   if (!conversion->finish(output.stream())) {
-    return end_with_message(companion_status::not_written, conversion->trouble());
+    return end_with_message(companion_status::not_written, conversion->error());
   }
   return output.finish() ? 0 : end_on_write_failure();
 }

@@ -63,7 +63,7 @@ std::vector<std::string> files_named(int argc, char** argv);
 // True when N's may be passed over for no score at all.
 inline bool Ns_are_neutral() { return global_Ns_allowed_in_a_row > 0 && !global_treat_Ns_as_missense; }
 
-// Writes the settings of the run, one a line, each behind the prefix.
+// Writes the settings of the run, one a line, each after the prefix.
 void print_search_parameters(std::FILE* out, const char* prefix);
 
 #endif

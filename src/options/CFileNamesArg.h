@@ -7,7 +7,7 @@
 #include <vector>
 
 // The plain words of a command line. The library's own argument would also take a misspelt option as a file name;
-// a word that begins with '-' is a file name only behind "--".
+// a word that begins with '-' is a file name only after "--".
 class CFileNamesArg : public TCLAP::UnlabeledMultiArg<std::string> {
  public:
   using TCLAP::UnlabeledMultiArg<std::string>::UnlabeledMultiArg;

@@ -45,7 +45,7 @@ class CRepeatList {
   // What counts of a sequence when repeats are chosen.
   struct sequence_cost {
     std::size_t name;     // bytes of its entry in the page, 0 when that is there anyway
-    std::int64_t extent;  // no repeat starts behind this position
+    std::int64_t extent;  // no repeat starts past this position
   };
 
   // Decides what is listed. A name or unit costs where it comes first. room: bytes for all repeats and alignments;

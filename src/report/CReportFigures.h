@@ -20,7 +20,7 @@
 // the number of repeats.
 class CReportFigures {
  public:
-  // A sequence with repeats. Name and title, what stands behind it in the header, are shortened.
+  // A sequence with repeats. Name and title, what stands after it in the header, are shortened.
   struct sequence_figures {
     std::int64_t ordinal = 0;  // among all sequences of the results, from 1
     std::string name;

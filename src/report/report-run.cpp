@@ -16,10 +16,10 @@
 
 namespace {
 
-int end_on_trouble(const CResultsReader& results, const CConvertedFile& page) {
-  std::fputs(results.trouble_text().c_str(), stderr);
+int end_on_error(const CResultsReader& results, const CConvertedFile& page) {
+  std::fputs(results.error_text().c_str(), stderr);
   std::fputs(page.fate(), stderr);
-  return companion_status::of(results.trouble());
+  return companion_status::of(results.error());
 }
 
 int end_on_write_failure(const CConvertedFile& page) {
@@ -28,7 +28,7 @@ int end_on_write_failure(const CConvertedFile& page) {
   return companion_status::not_written;
 }
 
-// Reads the file to its end. Returns false on trouble, which the reader tells of.
+// Reads the file to its end. Returns false on error, which the reader tells of.
 bool read_results(CResultsReader& results, CReportFigures& figures, CRepeatList& list) {
   for (;;) {
     switch (results.next()) {
@@ -59,12 +59,12 @@ int run_report(int argc, char** argv) {
   if (is_standard_error(name, "")) return companion_status::not_written;
   CResultsReader results;
   CConvertedFile page;
-  if (!results.open(name)) return end_on_trouble(results, page);
+  if (!results.open(name)) return end_on_error(results, page);
   if (!page.open(report_options.output, name, "")) return companion_status::not_written;
 
   CReportFigures figures;
   CRepeatList list;
-  if (!read_results(results, figures, list)) return end_on_trouble(results, page);
+  if (!read_results(results, figures, list)) return end_on_error(results, page);
   const std::string data =
       report_json(results.header(), without_directory(name), figures, list, room_for_data(report_template()));
   write_report_page(page.stream(), report_template(), data);

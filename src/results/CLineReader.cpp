@@ -45,7 +45,7 @@ CLineReader::outcome CLineReader::next_up_to(std::size_t longest) {
   return line.empty() ? outcome::end_of_file : outcome::line;
 }
 
-// What came before the trouble is handed out first.
+// What came before the error is handed out first.
 bool CLineReader::refill() {
   block.resize(block_size);
   block.resize(static_cast<std::size_t>(source.read(block.data(), static_cast<std::streamsize>(block_size))));

@@ -13,11 +13,11 @@ class CLineReader {
  public:
   enum class outcome { line, end_of_file, failed };
 
-  // Opens the named file. Returns false when that is impossible; trouble() says why.
+  // Opens the named file. Returns false when that is impossible; error() says why.
   bool open(const std::string& name);
 
   // Takes the next line. `line` means that text() is a whole line, without its end; or, when is_cut(), what stands
-  // behind the last line end of the file.
+  // after the last line end of the file.
   outcome next();
 
   // The same, but a line of more than `longest` bytes is cut there, and only bytes up to there are read.
@@ -30,7 +30,7 @@ class CLineReader {
   // The number of the line taken last, from 1; 0 before the first.
   std::int64_t number() const { return line_number; }
   // Why the file could not be opened, or not be read to its end.
-  const std::string& trouble() const { return reason; }
+  const std::string& error() const { return reason; }
   // See CByteSource; known when a line has been taken.
   const char* foreign_kind() const { return source.foreign_kind(); }
 

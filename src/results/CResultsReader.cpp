@@ -30,19 +30,19 @@ void set_normal_form(results_repeat& repeat) {
 bool CResultsReader::open(const std::string& name) {
   file_name = name;
   lines = std::make_unique<CLineReader>();
-  its_trouble = results_trouble();
+  its_error = results_error();
   its_sequence = results_sequence();
   is_in_sequence = is_at_end = has_waiting_repeat = false;
   if (!lines->open(name)) {
-    its_trouble = {results_trouble::kind_type::not_opened, "It cannot be opened: " + lines->trouble() + ".\n"};
+    its_error = {results_error::kind_type::not_opened, "It cannot be opened: " + lines->error() + ".\n"};
     return false;
   }
-  its_trouble = read_results_header(*lines, its_header);
-  return !its_trouble;
+  its_error = read_results_header(*lines, its_header);
+  return !its_error;
 }
 
 CResultsReader::item CResultsReader::next() {
-  if (its_trouble) return item::failed;
+  if (its_error) return item::failed;
   if (is_at_end) return item::end;
   if (has_waiting_repeat) {
     has_waiting_repeat = false;
@@ -53,12 +53,12 @@ CResultsReader::item CResultsReader::next() {
   return is_in_sequence ? next_inside_sequence() : next_outside_sequence();
 }
 
-std::string CResultsReader::trouble_text() const {
-  return "Sorry! These results cannot be used:\n   \"" + shown(file_name) + "\"\n" + its_trouble.text;
+std::string CResultsReader::error_text() const {
+  return "Sorry! These results cannot be used:\n   \"" + shown(file_name) + "\"\n" + its_error.text;
 }
 
-CResultsReader::item CResultsReader::fail(results_trouble what) {
-  its_trouble = std::move(what);
+CResultsReader::item CResultsReader::fail(results_error what) {
+  its_error = std::move(what);
   return item::failed;
 }
 
@@ -110,9 +110,9 @@ CResultsReader::item CResultsReader::finish() {
       is_at_end = true;
       return item::end;
     case CLineReader::outcome::line:
-      return fail({results_trouble::kind_type::not_results,
+      return fail({results_error::kind_type::not_results,
                    "At line " + std::to_string(lines->number()) +
-                       ", the file goes on behind its closing line. Results of several runs are read one by one.\n"});
+                       ", the file goes on after its closing line. Results of several runs are read one by one.\n"});
     default:
       return fail(read_failure(*lines));
   }
@@ -228,7 +228,7 @@ bool CResultsReader::is_in_order() const {
 }
 
 CResultsReader::item CResultsReader::checked_repeat() {
-  if (!is_in_order()) return fail_here("a repeat behind the one before it");
+  if (!is_in_order()) return fail_here("a repeat after the one before it");
   if (its_sequence.length && its_repeat.end > *its_sequence.length) return fail_here("a repeat inside its sequence");
   last_start = its_repeat.start;
   last_end = its_repeat.end;

@@ -7,16 +7,16 @@
 #include <string_view>
 
 #include "CLineReader.h"
+#include "results-error.h"
 #include "results-records.h"
-#include "results-trouble.h"
 
 // Reads a results file of the program, output formats 0, 1 and 3, in one pass from its head to its closing line.
 //
 //   CResultsReader results;
-//   if (!results.open("run.results")) ... results.trouble() ...
+//   if (!results.open("run.results")) ... results.error() ...
 //   for (;;) switch (results.next()) { ... }
 //
-// Every line is checked: text that no run writes there ends the reading with a trouble. So does a file without its
+// Every line is checked: text that no run writes there ends the reading with an error. So does a file without its
 // closing line, at the place where it ends; what was handed out before is what a failed run has found, and a caller
 // must not pass it on as whole results. Cost: linear; memory grows with the longest line and the largest repeat alone.
 // Not copyable.
@@ -25,11 +25,11 @@ class CResultsReader {
   enum class item {
     sequence,  // sequence() is the next one; its repeats follow
     repeat,    // repeat() is the next one of sequence(), ordered by start and then by end
-    end,       // the closing line, and nothing behind it
-    failed     // trouble() says why
+    end,       // the closing line, and nothing after it
+    failed     // error() says why
   };
 
-  // Opens the named file and reads its head. Returns false when that is impossible; trouble() then says why.
+  // Opens the named file and reads its head. Returns false when that is impossible; error() then says why.
   bool open(const std::string& name);
 
   // Reads on. Behind `end` and `failed` it gives the same again.
@@ -43,11 +43,11 @@ class CResultsReader {
   const results_sequence& sequence() const { return its_sequence; }
   const results_repeat& repeat() const { return its_repeat; }
 
-  const results_trouble& trouble() const { return its_trouble; }
+  const results_error& error() const { return its_error; }
   // The line that was read last, from 1.
   std::int64_t line_number() const { return lines->number(); }
-  // The whole message for a user: the file's name and the trouble, with a line end.
-  std::string trouble_text() const;
+  // The whole message for a user: the file's name and the error, with a line end.
+  std::string error_text() const;
 
  private:
   std::string file_name;
@@ -55,7 +55,7 @@ class CResultsReader {
   results_header its_header;
   results_sequence its_sequence;
   results_repeat its_repeat;
-  results_trouble its_trouble;
+  results_error its_error;
   std::string closing_line_here;  // of the current sequence
   bool is_in_sequence = false;
   bool is_at_end = false;
@@ -63,7 +63,7 @@ class CResultsReader {
   int last_start = 0;               // of the repeat before, in the same sequence; 0: none
   int last_end = 0;
 
-  item fail(results_trouble what);
+  item fail(results_error what);
   item fail_here(std::string_view expected);
   bool next_line();
 

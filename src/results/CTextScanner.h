@@ -32,11 +32,11 @@ class CTextScanner {
     return true;
   }
 
-  // A padded number and the text directly behind it.
+  // A padded number and the text directly after it.
   template <typename Number>
-  bool padded_number(Number& value, std::string_view behind) {
+  bool padded_number(Number& value, std::string_view after) {
     const std::string_view before = rest;
-    if (padded_number(value) && literal(behind)) return true;
+    if (padded_number(value) && literal(after)) return true;
     rest = before;
     return false;
   }

@@ -12,38 +12,38 @@
 
 namespace {
 
-using kind_type = results_trouble::kind_type;
+using kind_type = results_error::kind_type;
 
 std::string first_line() { return std::string(comment_prefix) + creator_title; }
 
 // Longer first lines are no results, whatever is in them.
 constexpr std::size_t longest_first_line = 4096;
 
-// Reads line by line; the first trouble ends the reading.
+// Reads line by line; the first error ends the reading.
 class CHeaderReader {
  public:
   CHeaderReader(CLineReader& file, results_header& result) : lines(file), header(result) {}
 
-  results_trouble read() {
+  results_error read() {
     header = results_header();
-    if (!read_first_line() || !read_version() || !read_title()) return trouble;
-    if (!read_settings()) return trouble;
-    trouble = interpret_settings(header);
-    if (trouble) return trouble;
+    if (!read_first_line() || !read_version() || !read_title()) return error;
+    if (!read_settings()) return error;
+    error = interpret_settings(header);
+    if (error) return error;
     for (const std::string& line : column_lines(header.layout(), comment_prefix)) {
       if (!next_line_is(line)) break;
     }
-    return trouble;
+    return error;
   }
 
  private:
   CLineReader& lines;
   results_header& header;
-  results_trouble trouble;
+  results_error error;
   std::string_view separator = " ";
 
-  bool fail(results_trouble what) {
-    trouble = std::move(what);
+  bool fail(results_error what) {
+    error = std::move(what);
     return false;
   }
 
@@ -105,7 +105,7 @@ class CHeaderReader {
     return true;
   }
 
-  // The line behind the title's label is nothing but the separator of all settings.
+  // The line after the title's label is nothing but the separator of all settings.
   bool read_title() {
     if (!next_line()) return false;
     CTextScanner scanner(lines.text());
@@ -167,22 +167,22 @@ std::string place(const CLineReader& lines) { return "At line " + std::to_string
 
 }  // namespace
 
-results_trouble read_results_header(CLineReader& lines, results_header& header) {
+results_error read_results_header(CLineReader& lines, results_header& header) {
   return CHeaderReader(lines, header).read();
 }
 
-results_trouble unexpected_line(const CLineReader& lines, const std::string& expected) {
+results_error unexpected_line(const CLineReader& lines, const std::string& expected) {
   return {kind_type::not_results,
           place(lines) + ", " + expected + " was expected. Please use the file as Quarvo wrote it.\n"};
 }
 
-results_trouble unexpected_end(const CLineReader& lines) {
+results_error unexpected_end(const CLineReader& lines) {
   return {kind_type::unfinished, "The file ends at line " + std::to_string(lines.number()) +
                                      ", without the closing line \"" + closing_line_of_run(quarvo_format) +
                                      "\".\nThe run that wrote it failed, was stopped "
                                      "or is still at work, or the file was cut. Please run it again, to its end.\n"};
 }
 
-results_trouble read_failure(const CLineReader& lines) {
-  return {kind_type::not_read, place(lines) + ": " + lines.trouble() + ".\n"};
+results_error read_failure(const CLineReader& lines) {
+  return {kind_type::not_read, place(lines) + ": " + lines.error() + ".\n"};
 }

@@ -24,7 +24,7 @@ struct results_header {
   bool Ns_are_missense = false;
   bool has_sequence_comments = false;  // format 3 with the lines that name each sequence
   bool is_whole_input = false;         // all sequences of the input were processed
-  // Every setting in the order of the file, by its label without the blanks around it and the colon behind it.
+  // Every setting in the order of the file, by its label without the blanks around it and the colon after it.
   std::vector<std::pair<std::string, std::string>> settings;
 
   repeat_layout layout() const { return {format, Ns_are_missense, flanking != 0}; }
@@ -37,7 +37,7 @@ struct results_header {
 struct results_sequence {
   std::int64_t ordinal = 0;              // 1 for the first sequence that this file tells of
   std::string name;                      // the header line up to its first blank; may be empty
-  std::optional<std::string> full_name;  // the header line behind '>'
+  std::optional<std::string> full_name;  // the header line after '>'
   std::optional<int> length;             // symbols
 };
 

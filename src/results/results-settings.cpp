@@ -11,7 +11,7 @@
 
 namespace {
 
-using kind_type = results_trouble::kind_type;
+using kind_type = results_error::kind_type;
 
 const std::string& value_of(const results_header& header, setting which) {
   static const std::string absent;
@@ -21,7 +21,7 @@ const std::string& value_of(const results_header& header, setting which) {
   return absent;
 }
 
-// Looks values up; the first one that no run writes is kept as the trouble.
+// Looks values up; the first one that no run writes is kept as the error.
 class CInterpreter {
  public:
   explicit CInterpreter(const results_header& head) : header(head) {}
@@ -44,20 +44,20 @@ class CInterpreter {
     return number;
   }
 
-  results_trouble first_trouble;
+  results_error first_error;
 
  private:
   const results_header& header;
 
   void refuse(setting which, std::string_view value) {
-    if (first_trouble) return;
-    first_trouble = {kind_type::not_results,
-                     "The setting \"" + std::string(row_of(which).name()) + "\" has the value \"" + shown(value) +
-                         "\", which no run gives it. Please use the file as Quarvo wrote it.\n"};
+    if (first_error) return;
+    first_error = {kind_type::not_results, "The setting \"" + std::string(row_of(which).name()) +
+                                               "\" has the value \"" + shown(value) +
+                                               "\", which no run gives it. Please use the file as Quarvo wrote it.\n"};
   }
 };
 
-results_trouble format_not_suited(int format) {
+results_error format_not_suited(int format) {
   return {kind_type::not_suited, "These are results in output format " + std::to_string(format) +
                                      ", which does not tell all that is wanted here.\nPlease run the search again "
                                      "with --outputFormat 0, 1 or 3.\n"};
@@ -65,7 +65,7 @@ results_trouble format_not_suited(int format) {
 
 }  // namespace
 
-results_trouble interpret_settings(results_header& header) {
+results_error interpret_settings(results_header& header) {
   CInterpreter value(header);
   header.format = value.mode(setting::output_format);
   if (header.format >= gff_format && header.format != one_per_line_format) return format_not_suited(header.format);
@@ -80,5 +80,5 @@ results_trouble interpret_settings(results_header& header) {
       value_of(header, setting::sequence_range) == std::string("1").append(range_dash).append(last_sequence);
   header.input_file_name = value_of(header, setting::input_file);
   header.output_file_name = value_of(header, setting::output_file);
-  return value.first_trouble;
+  return value.first_error;
 }

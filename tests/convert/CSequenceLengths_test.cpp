@@ -33,7 +33,7 @@ TEST_F(SequenceLengths, RefuseWhatIsNoTable) {
     CSequenceLengths lengths;
     EXPECT_FALSE(lengths.read(directory.write("table", text))) << text;
     EXPECT_FALSE(lengths.is_unreadable());
-    EXPECT_NE(lengths.trouble().find("At line "), std::string::npos) << lengths.trouble();
+    EXPECT_NE(lengths.error().find("At line "), std::string::npos) << lengths.error();
   }
   CSequenceLengths missing;
   EXPECT_FALSE(missing.read(directory.path("nosuch")));

@@ -86,11 +86,11 @@ int convert(const std::string& name, CConversion& conversion, std::FILE* out) {
         ++repeats;
         break;
       case CResultsReader::item::end:
-        require(!reader.trouble(), "an end without trouble");
+        require(!reader.error(), "an end without error");
         require(conversion.finish(out), "a conversion ends");
         return repeats;
       default:
-        require(static_cast<bool>(reader.trouble()) && !reader.trouble_text().empty(), "a failure with a reason");
+        require(static_cast<bool>(reader.error()) && !reader.error_text().empty(), "a failure with a reason");
         return -1;
     }
   }

@@ -33,7 +33,7 @@ TEST_F(ResultsHead, TellsTheSettingsInTheirOrder) {
 TEST_F(ResultsHead, TellsTheFewerSettingsOfAnExactSearchToStandardOutput) {
   run({"-M", "exact", "--outputFormat", "0", "--printRepeatSeqMode", "0", "--lastSeq", "1", in()});
   const whole_results whole = read_text(results);
-  ASSERT_FALSE(whole.trouble) << whole.text;
+  ASSERT_FALSE(whole.error) << whole.text;
   EXPECT_EQ(whole.header.settings.size(), 18U);
   EXPECT_EQ(whole.header.output_file_name, "");
   EXPECT_EQ(whole.header.format, 0);
@@ -55,7 +55,7 @@ TEST_F(ResultsHead, KeepsFileNamesWithLineEnds) {
     run({"--outputFormat", format, name, directory.path("out\n.txt")});
     ASSERT_EQ(status, 0) << messages;
     const whole_results whole = read_results(directory.path("out\n.txt"));
-    ASSERT_FALSE(whole.trouble) << whole.text;
+    ASSERT_FALSE(whole.error) << whole.text;
     EXPECT_EQ(whole.header.input_file_name, name);
     EXPECT_EQ(whole.header.output_file_name, directory.path("out\n.txt"));
     EXPECT_EQ(whole.repeat_count(), 1U);
@@ -83,7 +83,7 @@ TEST_F(ResultsHead, IsNotTakenInByNames) {
   for (const std::vector<std::string>& options : std::vector<std::vector<std::string>>{
            {"--outputFormat", "0"}, {"--outputFormat", "1"}, {"--outputFormat", "3", "--sequenceInfoAsComment"}}) {
     const whole_results whole = read_run(options);
-    ASSERT_FALSE(whole.trouble) << whole.text;
+    ASSERT_FALSE(whole.error) << whole.text;
     ASSERT_EQ(whole.blocks.size(), std::size(names));
     for (std::size_t i = 0; i != std::size(names); ++i) {
       EXPECT_EQ(whole.blocks[i].sequence.full_name, names[i]);
@@ -91,7 +91,7 @@ TEST_F(ResultsHead, IsNotTakenInByNames) {
     }
   }
   const whole_results table = read_run({"--outputFormat", "3"});
-  ASSERT_FALSE(table.trouble) << table.text;
+  ASSERT_FALSE(table.error) << table.text;
   EXPECT_EQ(table.repeat_count(), std::size(names));
 }
 

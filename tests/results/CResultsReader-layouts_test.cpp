@@ -47,8 +47,8 @@ class ResultsLayouts : public ResultsTest {
 
   // The blocks that have repeats tell the same repeats of the same sequences.
   static void expect_same(const whole_results& a, const whole_results& b) {
-    ASSERT_FALSE(a.trouble) << a.text;
-    ASSERT_FALSE(b.trouble) << b.text;
+    ASSERT_FALSE(a.error) << a.text;
+    ASSERT_FALSE(b.error) << b.text;
     const auto with_repeats = [](std::vector<whole_results::block> blocks) {
       std::erase_if(blocks, [](const auto& block) { return block.repeats.empty(); });
       return blocks;
@@ -95,7 +95,7 @@ TEST_F(ResultsLayouts, TellTheSameRepeats) {
 
 TEST_F(ResultsLayouts, TellTheSequencesInEveryFormatThatNamesThem) {
   const whole_results plain = read_run({"--outputFormat", "0"});
-  ASSERT_FALSE(plain.trouble) << plain.text;
+  ASSERT_FALSE(plain.error) << plain.text;
   ASSERT_EQ(plain.blocks.size(), 7U);
   EXPECT_EQ(plain.blocks[0].sequence.name, "mixed");
   EXPECT_EQ(plain.blocks[0].sequence.full_name, "mixed edits of every kind");
@@ -169,7 +169,7 @@ TEST_F(ResultsLayouts, GiveTheSameEditsInFormats1And3) {
 TEST_F(ResultsLayouts, GiveAlignmentsThatSpellSequenceAndEdits) {
   for (const char* flanking : {"0", "3"}) {
     const whole_results whole = read_run({"--outputFormat", "1", "-f", flanking});
-    ASSERT_FALSE(whole.trouble) << whole.text;
+    ASSERT_FALSE(whole.error) << whole.text;
     for (const auto& block : whole.blocks) {
       for (const results_repeat& repeat : block.repeats) {
         const auto& lines = *repeat.alignment;
@@ -208,12 +208,12 @@ TEST_F(ResultsLayouts, GiveTheNormalFormOfUnitsAsTheProgramDoes) {
 }
 
 TEST_F(ResultsLayouts, ReadAPerfectionThatIsNoNumber) {
-  ASSERT_FALSE(read_run({"--outputFormat", "0"}).trouble);
+  ASSERT_FALSE(read_run({"--outputFormat", "0"}).error);
   for (const char* text : {"   -nan %", "    nan %"}) {
     std::string changed = written();
     changed.replace(changed.find("100.000 %"), 9, text);
     const whole_results whole = read_text(changed);
-    ASSERT_FALSE(whole.trouble) << whole.text;
+    ASSERT_FALSE(whole.error) << whole.text;
     std::size_t without = 0;
     for (const auto& block : whole.blocks) {
       for (const results_repeat& repeat : block.repeats) without += std::isnan(repeat.perfection) ? 1 : 0;

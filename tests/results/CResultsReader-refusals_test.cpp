@@ -9,7 +9,7 @@
 
 namespace {
 
-using kind = results_trouble::kind_type;
+using kind = results_error::kind_type;
 using words = std::vector<std::string>;
 
 class ResultsRefusals : public ResultsTest {
@@ -18,7 +18,7 @@ class ResultsRefusals : public ResultsTest {
 
   void expect_refusal(const std::string& text, kind expected, const std::string& message) {
     const whole_results whole = read_text(text);
-    EXPECT_EQ(whole.trouble.kind, expected) << text;
+    EXPECT_EQ(whole.error.kind, expected) << text;
     EXPECT_TRUE(has(whole.text, message)) << whole.text;
     EXPECT_TRUE(has(whole.text, directory.path("text"))) << whole.text;
   }
@@ -45,7 +45,7 @@ TEST_F(ResultsRefusals, OfWhatIsNoResultsFile) {
 TEST_F(ResultsRefusals, OfFormatsThatTellTooLittle) {
   for (const char* format : {"2", "4"}) {
     const whole_results whole = read_run({"--outputFormat", format});
-    EXPECT_EQ(whole.trouble.kind, kind::not_suited);
+    EXPECT_EQ(whole.error.kind, kind::not_suited);
     EXPECT_TRUE(has(whole.text, std::string("output format ") + format)) << whole.text;
     EXPECT_TRUE(has(whole.text, "--outputFormat 0, 1 or 3")) << whole.text;
   }
@@ -53,10 +53,10 @@ TEST_F(ResultsRefusals, OfFormatsThatTellTooLittle) {
 
 TEST_F(ResultsRefusals, OfFilesThatCannotBeRead) {
   const whole_results missing = read_results(directory.path("nosuch"));
-  EXPECT_EQ(missing.trouble.kind, kind::not_opened);
+  EXPECT_EQ(missing.error.kind, kind::not_opened);
   EXPECT_TRUE(has(missing.text, "No such file")) << missing.text;
   const whole_results folder = read_results(directory.path("."));
-  EXPECT_EQ(folder.trouble.kind, kind::not_opened);
+  EXPECT_EQ(folder.error.kind, kind::not_opened);
   EXPECT_TRUE(has(folder.text, "Is a directory")) << folder.text;
 }
 
@@ -65,29 +65,29 @@ TEST_F(ResultsRefusals, OfEveryBeginningOfAResultsFile) {
   for (const words& options : {words{"--outputFormat", "0"}, words{"--outputFormat", "1", "-f", "3"},
                                words{"--outputFormat", "3"}, words{"--outputFormat", "3", "--sequenceInfoAsComment"}}) {
     const whole_results whole = read_run(options);
-    ASSERT_FALSE(whole.trouble) << whole.text;
+    ASSERT_FALSE(whole.error) << whole.text;
     const std::string text = written();
     const std::size_t behind_settings = text.find("Print sequence mode");
     for (std::size_t size = 30; size < text.size(); size += size < behind_settings ? 19 : 3) {
-      ASSERT_EQ(read_text(text.substr(0, size)).trouble.kind, kind::unfinished) << text.substr(0, size);
+      ASSERT_EQ(read_text(text.substr(0, size)).error.kind, kind::unfinished) << text.substr(0, size);
     }
-    for (std::size_t size = 0; size != 30; ++size) ASSERT_TRUE(read_text(text.substr(0, size)).trouble);
+    for (std::size_t size = 0; size != 30; ++size) ASSERT_TRUE(read_text(text.substr(0, size)).error);
   }
 }
 
 TEST_F(ResultsRefusals, OfEveryBeginningOfACompressedResultsFile) {
-  ASSERT_FALSE(read_run({"--outputFormat", "3"}).trouble);
+  ASSERT_FALSE(read_run({"--outputFormat", "3"}).error);
   for (const std::string& packed : {gzip_member(written()), bgzip_file(written(), 500)}) {
-    EXPECT_FALSE(read_text(packed).trouble);
-    EXPECT_EQ(read_text(packed + "x").trouble.kind, kind::not_read);
+    EXPECT_FALSE(read_text(packed).error);
+    EXPECT_EQ(read_text(packed + "x").error.kind, kind::not_read);
     for (std::size_t size = 2; size < packed.size(); size += 3) {
-      ASSERT_TRUE(read_text(packed.substr(0, size)).trouble) << size;
+      ASSERT_TRUE(read_text(packed.substr(0, size)).error) << size;
     }
   }
 }
 
 TEST_F(ResultsRefusals, SayWhereAFileEnds) {
-  ASSERT_FALSE(read_run({}).trouble);
+  ASSERT_FALSE(read_run({}).error);
   const std::string text = written();
   expect_refusal(text.substr(0, text.rfind("## Finished")), kind::unfinished,
                  "ends at line " + std::to_string(count(text, "\n") - 1) +
@@ -98,12 +98,12 @@ TEST_F(ResultsRefusals, OfARunThatFailed) {
   directory.write("in.fas", ">s1\nGGACACACACACGG\n>s2\nAC1GT\n");
   run({in(), out()});
   EXPECT_NE(status, 0);
-  EXPECT_EQ(read_results(out()).trouble.kind, kind::unfinished);
+  EXPECT_EQ(read_results(out()).error.kind, kind::unfinished);
 }
 
 // Settings that only some runs have may be missing, and a name may go on behind its line.
 TEST_F(ResultsRefusals, OfLinesThatNoRunWrites) {
-  ASSERT_FALSE(read_run({"--outputFormat", "1"}).trouble);
+  ASSERT_FALSE(read_run({"--outputFormat", "1"}).error);
   const std::string text = written();
   const auto lines = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
   std::size_t tried = 0;
@@ -112,22 +112,22 @@ TEST_F(ResultsRefusals, OfLinesThatNoRunWrites) {
     const bool is_optional = !has(without, "Output file") || !has(without, "Recursion") ||
                              !has(without, "Mismatch score") || !has(without, "reduction") || !has(without, "Indel");
     if (is_optional) continue;
-    EXPECT_TRUE(read_text(without).trouble) << "without line " << line;
-    EXPECT_TRUE(read_text(with_line(line, "junk\n")).trouble) << "line " << line;
+    EXPECT_TRUE(read_text(without).error) << "without line " << line;
+    EXPECT_TRUE(read_text(with_line(line, "junk\n")).error) << "line " << line;
     ++tried;
   }
   EXPECT_GT(tried, 40U);
 }
 
 TEST_F(ResultsRefusals, OfResultsBehindResults) {
-  ASSERT_FALSE(read_run({"--outputFormat", "0"}).trouble);
+  ASSERT_FALSE(read_run({"--outputFormat", "0"}).error);
   const std::string text = written();
-  expect_refusal(text + text, kind::not_results, "the file goes on behind its closing line");
-  expect_refusal(text + "x", kind::not_results, "the file goes on behind its closing line");
+  expect_refusal(text + text, kind::not_results, "the file goes on after its closing line");
+  expect_refusal(text + "x", kind::not_results, "the file goes on after its closing line");
 }
 
 TEST_F(ResultsRefusals, OfRepeatsThatContradictThemselves) {
-  ASSERT_FALSE(read_run({"-M", "exact", "--outputFormat", "0", "--printRepeatSeqMode", "0"}).trouble);
+  ASSERT_FALSE(read_run({"-M", "exact", "--outputFormat", "0", "--printRepeatSeqMode", "0"}).error);
   const std::string text = written();
   const std::string line =
       "    dinucleotide         3 :        12 |     10 bp |     10 BP |      8 pt | 100.000 % | unit AC\n";

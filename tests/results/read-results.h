@@ -17,8 +17,8 @@ struct whole_results {
 
   results_header header;
   std::vector<block> blocks;
-  results_trouble trouble;
-  std::string text;  // of the trouble
+  results_error error;
+  std::string text;  // of the error
 
   std::size_t repeat_count() const {
     std::size_t count = 0;
@@ -38,11 +38,11 @@ inline whole_results read_results(const std::string& name) {
       whole.blocks.back().repeats.push_back(reader.repeat());
     }
   }
-  EXPECT_EQ(item == CResultsReader::item::failed, static_cast<bool>(reader.trouble()));
+  EXPECT_EQ(item == CResultsReader::item::failed, static_cast<bool>(reader.error()));
   EXPECT_EQ(reader.next(), item) << "the end was not the end";
   whole.header = reader.header();
-  whole.trouble = reader.trouble();
-  if (whole.trouble) whole.text = reader.trouble_text();
+  whole.error = reader.error();
+  if (whole.error) whole.text = reader.error_text();
   return whole;
 }
 

@@ -1,10 +1,10 @@
-#ifndef QUARVO_RESULTS_TROUBLE_H
-#define QUARVO_RESULTS_TROUBLE_H
+#ifndef QUARVO_RESULTS_ERROR_H
+#define QUARVO_RESULTS_ERROR_H
 
 #include <string>
 
 // Why a results file cannot be used, and what the user can do about it.
-struct results_trouble {
+struct results_error {
   enum class kind_type {
     none,
     not_opened,   // the file cannot be opened
