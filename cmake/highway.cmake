@@ -1,5 +1,5 @@
 # Highway: portable vector code, chosen for the processor at run time. The target quarvo_highway is the library of the
-# system (libhwy-dev) where that is new enough, or else is compiled from the sources of Highway: those that
+# system (libhwy-dev) where that is new enough (its headers alone where they do), or else is compiled from the sources of Highway: those that
 # QUARVO_HIGHWAY_SOURCE names, or those that come with the sources of a release.
 set(QUARVO_HIGHWAY_SOURCE "" CACHE PATH "Sources of Highway 1.0 or newer, taken instead of the library of the system")
 set(bundled_highway ${PROJECT_SOURCE_DIR}/bundled/highway)
@@ -8,7 +8,15 @@ if(NOT QUARVO_HIGHWAY_SOURCE AND NOT QUARVO_STATIC)
   find_package(hwy 1.0 CONFIG QUIET)
   if(hwy_FOUND)
     add_library(quarvo_highway INTERFACE)
-    target_link_libraries(quarvo_highway INTERFACE hwy::hwy)
+    if(hwy_VERSION VERSION_LESS 1.1 AND CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64)$")
+      # src/fast/simd/target-choice.cpp in place of the shared library, which takes long to load. It knows these versions.
+      set(QUARVO_CHOOSES_TARGET ON)
+      foreach(property INTERFACE_INCLUDE_DIRECTORIES INTERFACE_COMPILE_DEFINITIONS)
+        set_property(TARGET quarvo_highway PROPERTY ${property} $<TARGET_PROPERTY:hwy::hwy,${property}>)
+      endforeach()
+    else()
+      target_link_libraries(quarvo_highway INTERFACE hwy::hwy)
+    endif()
     return()
   endif()
 endif()

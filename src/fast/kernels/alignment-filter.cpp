@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
+#include "aligned-words.h"
 #include "out-of-memory.h"
 #include "place-kept.h"
 #include "unroll.h"
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "alignment-filter.cpp"
-#include <hwy/aligned_allocator.h>
 #include <hwy/foreach_target.h>  // must come before highway.h
 #include <hwy/highway.h>
 
@@ -156,7 +156,7 @@ class CInterpreter {
 template <std::size_t vectors>
 void run_over_stretch(const alignment_program& program, const CBitPlanes& planes, bool Ns_match, std::uint64_t* kept) {
   using interpreter = CInterpreter<vectors>;
-  const auto memory = hwy::AllocateAligned<std::uint64_t>(program.slots * interpreter::slot_words);
+  const aligned_words memory = allocate_words(program.slots * interpreter::slot_words);
   if (!memory) raise_out_of_memory();
   interpreter run(program, planes, Ns_match, memory.get());
   for (std::size_t t = 0; t < planes.stretch(); t += vectors) {

@@ -1,6 +1,8 @@
 // The choices of the edits, and the bounds on what may still come, compared with following all paths: on every choice
 // of whole extensions.
 
+#include "edit-choice.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -9,7 +11,6 @@
 #include <string>
 #include <vector>
 
-#include "edit-choice.h"
 #include "support/candidate-sequences.h"
 #include "support/each-target.h"
 #include "support/random-dna.h"
