@@ -171,11 +171,12 @@ class CAlignment {
   using vector = hn::Vec<tag>;
 
  public:
-  CAlignment(const alignment_bound& bound, bool does_Ns_match, std::vector<std::uint8_t>& memory)
+  CAlignment(const alignment_bound& bound, int cluster_size, bool does_Ns_match, std::vector<std::uint8_t>& memory)
       : mismatch(hn::Set(d, clamped(bound.mismatch_penalty))),
         indel(hn::Set(d, clamped(bound.indel_penalty))),
         below_target(hn::Set(d, static_cast<Lane>(bound.T + bound.b))),
         L(static_cast<int>(bound.L)),
+        cluster(cluster_size),
         most_deletions((bound.T + bound.b) / bound.indel_penalty + 1),
         Ns_match(does_Ns_match) {
     const int diagonals = 5 * L + most_deletions + 2;
@@ -194,11 +195,11 @@ class CAlignment {
     auto decided = reached(best);
     place_start(without(decided, start));
     for (int row = 0; row < rows && lowest <= highest; ++row) {
-      if (is_cluster && row != 0 && row < CBatchBound::cluster) add_start(without(decided, start));
+      if (is_cluster && row != 0 && row < cluster) add_start(without(decided, start));
       take_row<is_cluster>(symbols(row), row, best, units);
       if (lowest > highest) {
         // Where the paths of all candidates of a cluster so far have died, the next ones begin anew.
-        if (is_cluster && row + 1 < CBatchBound::cluster) place_start(hn::Zero(d));
+        if (is_cluster && row + 1 < cluster) place_start(hn::Zero(d));
         continue;
       }
       drop_decided(decided, reached(best));
@@ -216,6 +217,7 @@ class CAlignment {
   vector indel;
   vector below_target;
   int L;
+  int cluster;
   int most_deletions;  // in a row
   bool Ns_match;
   int lowest = 0;  // the diagonals with a path, as indices; none when lowest > highest
@@ -275,6 +277,7 @@ class CAlignment {
     const auto is_N = Ns_match ? hn::Eq(symbol, hn::Set(d, static_cast<Lane>('N'))) : hn::Ne(zero, zero);
     const int last = highest;
     const int unit_length = L;
+    const int last_candidate = cluster - 1;
     const std::size_t lanes = hn::Lanes(d);
     Lane* const scores = now;
     auto row_best = best;
@@ -297,7 +300,7 @@ class CAlignment {
           k <= last ? hn::Max(hn::LoadU(d, scores + static_cast<std::size_t>(k) * lanes), deleted) : deleted;
       auto may_match = hn::Or(hn::Eq(symbol, units(r)), is_N);
       auto must_match = may_match;
-      if (is_cluster && u >= unit_length && r < CBatchBound::cluster - 1) {
+      if (is_cluster && u >= unit_length && r < last_candidate) {
         // The unit of some candidates begins anew here, that of the others goes on.
         const auto matches = hn::Or(hn::Eq(symbol, units(r + unit_length)), is_N);
         may_match = hn::Or(may_match, matches);
@@ -341,12 +344,12 @@ std::uint64_t bits_of(Vector kept) {
 
 // The candidates of one vector. Rightwards those of a cluster begin in ascending order, leftwards in descending order.
 template <bool is_cluster, typename Lane, typename View>
-std::uint64_t bound_lanes(const alignment_bound& bound, const View& view, int rows, bool Ns_match,
+std::uint64_t bound_lanes(const alignment_bound& bound, int size, const View& view, int rows, bool Ns_match,
                           CBatchBound::memory& memory) {
   const tag_of<Lane> d;
   const int L = static_cast<int>(bound.L);
-  constexpr int last = is_cluster ? CBatchBound::cluster - 1 : 0;
-  CAlignment<Lane> alignment(bound, Ns_match, memory.scores);
+  const int last = is_cluster ? size - 1 : 0;
+  CAlignment<Lane> alignment(bound, size, Ns_match, memory.scores);
   const auto text = [=](int offset) { return load_symbols(d, view.text(offset)); };
   const auto unit = [=](int offset) { return load_symbols(d, view.unit(offset)); };
   auto best = hn::Set(d, static_cast<Lane>(bound.b + 1));
@@ -359,38 +362,39 @@ std::uint64_t bound_lanes(const alignment_bound& bound, const View& view, int ro
 }
 
 template <bool is_cluster, typename Lane>
-std::uint64_t bound_scattered_lanes(const alignment_bound& bound, const symbol_range& record,
+std::uint64_t bound_scattered_lanes(const alignment_bound& bound, int size, const symbol_range& record,
                                     const char* const* positions, std::size_t count, bool Ns_match,
                                     CBatchBound::memory& memory) {
   const std::size_t lanes = hn::Lanes(tag_of<Lane>());
   const int L = static_cast<int>(bound.L);
-  const int unit_symbols = is_cluster ? L + CBatchBound::cluster - 1 : L;
+  const int unit_symbols = is_cluster ? L + size - 1 : L;
   const int rows = CBatchBound::rows(bound.L);
   std::uint64_t kept = 0;
   for (std::size_t first = 0; first < count; first += lanes) {
     CScatteredColumns columns(memory, record, positions + first, count - first, unit_symbols, lanes);
-    kept |= bound_lanes<is_cluster, Lane>(bound, scattered_view{&columns}, rows, Ns_match, memory) << first;
+    kept |= bound_lanes<is_cluster, Lane>(bound, size, scattered_view{&columns}, rows, Ns_match, memory) << first;
   }
   return kept;
 }
 
 template <bool is_cluster>
-std::uint64_t bound_batch(const alignment_bound& bound, const symbol_range& record, const char* const* positions,
-                          std::size_t count, bool Ns_match, CBatchBound::memory& memory) {
+std::uint64_t bound_batch(const alignment_bound& bound, int size, const symbol_range& record,
+                          const char* const* positions, std::size_t count, bool Ns_match, CBatchBound::memory& memory) {
   if (CBatchBound::is_narrow(bound)) {
-    return bound_scattered_lanes<is_cluster, std::uint8_t>(bound, record, positions, count, Ns_match, memory);
+    return bound_scattered_lanes<is_cluster, std::uint8_t>(bound, size, record, positions, count, Ns_match, memory);
   }
-  return bound_scattered_lanes<is_cluster, std::uint16_t>(bound, record, positions, count, Ns_match, memory);
+  return bound_scattered_lanes<is_cluster, std::uint16_t>(bound, size, record, positions, count, Ns_match, memory);
 }
 
 std::uint64_t bound_scattered(const alignment_bound& bound, const symbol_range& record, const char* const* positions,
                               std::size_t count, bool Ns_match, CBatchBound::memory& memory) {
-  return bound_batch<false>(bound, record, positions, count, Ns_match, memory);
+  return bound_batch<false>(bound, 1, record, positions, count, Ns_match, memory);
 }
 
-std::uint64_t bound_clusters(const alignment_bound& bound, const symbol_range& record, const char* const* positions,
-                             std::size_t count, bool Ns_match, CBatchBound::memory& memory) {
-  return bound_batch<true>(bound, record, positions, count, Ns_match, memory);
+std::uint64_t bound_clusters(const alignment_bound& bound, int size, const symbol_range& record,
+                             const char* const* positions, std::size_t count, bool Ns_match,
+                             CBatchBound::memory& memory) {
+  return bound_batch<true>(bound, size, record, positions, count, Ns_match, memory);
 }
 
 template <typename Lane>
@@ -401,7 +405,7 @@ std::uint64_t bound_consecutive_lanes(const alignment_bound& bound, const char* 
   std::uint64_t kept = 0;
   for (std::size_t first = 0; first < count; first += lanes) {
     const consecutive_view view{reinterpret_cast<const std::uint8_t*>(position + first)};
-    kept |= bound_lanes<false, Lane>(bound, view, rows, Ns_match, memory) << first;
+    kept |= bound_lanes<false, Lane>(bound, 1, view, rows, Ns_match, memory) << first;
   }
   return kept;
 }
@@ -439,10 +443,11 @@ std::uint64_t CBatchBound::may_reach(const alignment_bound& bound, const symbol_
   return HWY_DYNAMIC_DISPATCH(bound_scattered)(bound, record, positions, count, Ns_match, used) & first_bits(count);
 }
 
-std::uint64_t CBatchBound::clusters_may_reach(const alignment_bound& bound, const symbol_range& record,
+std::uint64_t CBatchBound::clusters_may_reach(const alignment_bound& bound, int size, const symbol_range& record,
                                               const char* const* positions, std::size_t count, bool Ns_match) {
   using namespace quarvo_batch_bound;
-  return HWY_DYNAMIC_DISPATCH(bound_clusters)(bound, record, positions, count, Ns_match, used) & first_bits(count);
+  return HWY_DYNAMIC_DISPATCH(bound_clusters)(bound, size, record, positions, count, Ns_match, used) &
+         first_bits(count);
 }
 
 std::uint64_t CBatchBound::may_reach_next(const alignment_bound& bound, const char* position, std::size_t count,

@@ -50,22 +50,19 @@ class CBatchBound {
     return bound.L < 120 && bound.T < 250 && bound.T + bound.b < 250;
   }
 
-  // Candidates of a cluster.
-  static constexpr int cluster = 64;
-
   // Symbols that consecutive candidates read on each side of the unit.
   static constexpr std::size_t reach(unsigned L) { return static_cast<std::size_t>(rows_of_next(L)) + 16; }
 
-  // The same for clusters of candidates, those at positions[i] .. positions[i] + cluster - 1: bit i of the result is
-  // set if any of them can reach bound.T.
+  // The same for clusters of candidates, those at positions[i] .. positions[i] + size - 1: bit i of the result is set
+  // if any of them can reach bound.T.
   //
   // Candidates next to each other meet the same symbols, so the paths of a cluster are followed together: all begin on
   // one diagonal, each at its own row, and a place keeps the highest score of any of them, which can do all that a
   // lower one can. What tells the candidates apart is where their unit ends. Until then no path knows of it; behind the
   // end of the first unit and up to that of the last one a symbol may match if it equals either the next symbol of the
   // longer view or that of the next copy, and must match only if it equals both. The scores to the left begin with the
-  // best of the cluster to the right. Premises: applies(), and L is no less than `cluster`.
-  std::uint64_t clusters_may_reach(const alignment_bound& bound, const symbol_range& record,
+  // best of the cluster to the right. Premises: applies(), and 0 < size <= L.
+  std::uint64_t clusters_may_reach(const alignment_bound& bound, int size, const symbol_range& record,
                                    const char* const* positions, std::size_t count, bool Ns_match);
 
   // Bit i of the result: the candidate at position + i can reach bound.T, for `count` candidates. As many as reach(L)

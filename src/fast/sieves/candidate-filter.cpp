@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <map>
 #include <tuple>
 
@@ -23,8 +24,11 @@ const alignment_program& program_for(const alignment_bound& bound) {
   return it->second;
 }
 
+// Unit lengths from which tests pay, by measurement. Where edits are cheap, programs are of no use from 9 on.
 constexpr unsigned shortest_for_potential = 21;
-constexpr unsigned shortest_for_clusters = 130;
+constexpr unsigned shortest_for_potential_if_mild = 16;
+constexpr unsigned shortest_for_clusters = 8;
+constexpr unsigned longest_for_small_clusters = 128;
 
 // Penalties beyond what any score can reach behave alike.
 int penalty_of(int score) { return -std::max(score, -1000000); }
@@ -40,6 +44,8 @@ const std::vector<std::uint64_t>& CCandidateFilter::candidates(unsigned L) {
   kept.assign((length + 63) / 64, 0);
   if (!tests_enabled) {
     keep_all();
+  } else if (!has_room(L)) {
+    return kept;
   } else if (is_short()) {
     test_short_record();
   } else if (is_for_potential(L)) {
@@ -51,22 +57,30 @@ const std::vector<std::uint64_t>& CCandidateFilter::candidates(unsigned L) {
   return kept;
 }
 
+// A score is no higher than the number of symbols beside the unit.
+bool CCandidateFilter::has_room(unsigned L) const {
+  return static_cast<std::int64_t>(length) - L >= static_cast<std::int64_t>(min_scores[L]);
+}
+
 // The potential costs the same for every unit length and keeps less the longer the unit is, while the bit planes cost
 // more with the square of it.
 bool CCandidateFilter::is_for_potential(unsigned L) const {
-  return L >= shortest_for_potential && (potential.has(L) || CPotentialFilter::applies(potential_settings(L)));
+  const bool is_mild = std::min(bound.mismatch_penalty, bound.indel_penalty) < 5;
+  return L >= (is_mild ? shortest_for_potential_if_mild : shortest_for_potential) &&
+         (potential.has(L) || CPotentialFilter::applies(potential_settings(L)));
 }
 
 CPotentialFilter::settings CCandidateFilter::potential_settings(unsigned shortest) const {
-  const unsigned alike = shortest + shortest / 3;
-  const auto longest = static_cast<unsigned>(std::min<std::size_t>({alike, global_max_unit_length, length}));
-  return {penalty_of(global_mismatch_score),
-          penalty_of(global_indel_score),
-          global_prefer_longer_repeat,
-          Ns_are_neutral(),
-          shortest,
-          longest,
-          [this](unsigned L) { return min_scores[L]; }};
+  CPotentialFilter::settings settings{penalty_of(global_mismatch_score),
+                                      penalty_of(global_indel_score),
+                                      global_prefer_longer_repeat,
+                                      Ns_are_neutral(),
+                                      shortest,
+                                      static_cast<unsigned>(std::min<std::size_t>(global_max_unit_length, length)),
+                                      [this](unsigned L) { return min_scores[L]; }};
+  while (settings.longest > shortest && !has_room(settings.longest)) --settings.longest;
+  settings.longest = CPotentialFilter::longest_alike(settings);
+  return settings;
 }
 
 void CCandidateFilter::test_potential(unsigned L) {
@@ -75,26 +89,35 @@ void CCandidateFilter::test_potential(unsigned L) {
   test_clusters();
 }
 
-// What the potential keeps of long units lies close together, beside copies of interspersed repeats.
+// What the potential keeps lies close together: in sequence of few kinds of symbols, and beside copies of interspersed
+// repeats.
 void CCandidateFilter::test_clusters() {
   if (bound.L < shortest_for_clusters || !CBatchBound::applies(bound)) return;
-  std::array<std::size_t, CBatchBound::most_candidates> words{};
+  const unsigned largest = std::min(64U, std::bit_floor(bound.L));
+  test_clusters(largest);
+  if (bound.L <= longest_for_small_clusters) test_clusters(largest / 4);
+}
+
+// Clusters of `size` candidates, a power of two, side by side.
+void CCandidateFilter::test_clusters(unsigned size) {
+  const std::uint64_t whole = ~std::uint64_t{0} >> (64 - size);
+  std::array<std::size_t, CBatchBound::most_candidates> starts{};
   std::array<const char*, CBatchBound::most_candidates> positions{};
   std::size_t count = 0;
   const auto test = [&] {
     if (count == 0) return;
-    const std::uint64_t bits =
-        batch.clusters_may_reach(bound, {sequence, sequence + length}, positions.data(), count, Ns_are_neutral());
+    const std::uint64_t bits = batch.clusters_may_reach(bound, static_cast<int>(size), {sequence, sequence + length},
+                                                        positions.data(), count, Ns_are_neutral());
     for (std::size_t i = 0; i < count; ++i) {
-      if ((bits >> i & 1) == 0) kept[words[i]] = 0;
+      if ((bits >> i & 1) == 0) kept[starts[i] / 64] &= ~(whole << starts[i] % 64);
     }
     count = 0;
   };
-  for (std::size_t word = 0; word < kept.size(); ++word) {
-    if (kept[word] == 0) continue;
-    words[count] = word;
-    positions[count++] = sequence + 64 * word;
-    if (count == words.size()) test();
+  for (std::size_t start = 0; start < 64 * kept.size(); start += size) {
+    if ((kept[start / 64] >> start % 64 & whole) == 0) continue;
+    starts[count] = start;
+    positions[count++] = sequence + start;
+    if (count == starts.size()) test();
   }
   test();
 }

@@ -56,10 +56,12 @@ class CCandidateFilter {
   bool is_short() const;
   void test_short_record();
   void keep(std::size_t first, std::uint64_t bits);
+  bool has_room(unsigned L) const;
   bool is_for_potential(unsigned L) const;
   CPotentialFilter::settings potential_settings(unsigned shortest) const;
   void test_potential(unsigned L);
   void test_clusters();
+  void test_clusters(unsigned size);
   bool run_kernel();
   bool test_alignment();
   void build_planes(int reach);

@@ -8,33 +8,41 @@
 
 // A bound for long units that serves all unit lengths at once: the self-alignment potential.
 //
-// While an extension is in the first copy of its unit, it aligns the sequence with itself: to the right, the symbol at
-// position x with the one at x - D, where the distance D starts at L, grows with an insertion and shrinks with a
-// deletion. That comparison does not depend on the candidate, so the best continuation from (x, D) is computed once for
-// all candidates that come by. Let V(x, D) be the best value over all paths from there that match whenever they can and
+// While an extension to the right is in one copy of its unit, it aligns the sequence with itself: the symbol at
+// position x with the one at x - D, where the distance D grows with an insertion and shrinks with a deletion. That
+// comparison does not depend on the candidate, so the best continuation from (x, D) is computed once for all candidates
+// that come by. Let V(x, D) be the best value, 0 at least, over all paths from there that match whenever they can and
 // edit only at mismatches, where a match is worth 1 + e, a mismatch e - m, a deletion e - g and an insertion -g: the
-// score, plus e = 4/3 for every unit symbol consumed (m, g: the penalties). W is the mirror image to the left.
+// score, plus e for every unit symbol consumed (m, g: the penalties). W is the mirror image to the left.
 //
-// For a candidate (p, L) let f = V(p + L, L) and h = W(p - 1, L), b = L + P - 1 (no score after an edit is below -b),
-// T its minimum score and X = e L - b. Suppose it is accepted, and let F be its score after the right extension.
-// - If the right extension leaves the first copy, it has consumed L unit symbols with a score of at least -b: f >= X.
-// - Else it consumed at least as many unit symbols as it has points, so f >= (1 + e) F.
-// - If the left extension leaves the first copy, then h >= X - F, so h + f / (1 + e) >= X.
-// - If neither does, f + h >= (1 + e) T.
-// Let T be large enough that (1 + e) T >= 2 X. Then the last case is one of the others, and with q = 1 / (1 + e):
-// f >= X, or h >= X - q f. So an accepted candidate has f >= X ("strong" to the right), or h >= X - q (1 - q) X
-// ("strong" to the left), or else both f and h of at least (1 - q) X ("weak"): for f below (1 - q) X the second case
-// asks for a strong h, and for any f below X it asks for a weak one. With a smaller T, f or h is at least the smaller
-// of X / (1 + q) and (1 + e) T / 2, and this takes the place of both strong thresholds. A larger e asks for more, but
-// from about 2 on random sequence has paths of any value.
+// A candidate (p, L) enters the first copy at (p + L, L). It enters a later one where the cursor is at the beginning of
+// the unit again, at some position x with the distance x - p. Let f(1) = V(p + L, L) and f(j) the best V(x, x - p) over
+// the x where a path may enter copy j, and let b = L + P - 1 (no score behind an edit is below -b).
+// - Leaving copy j, a path has consumed L more unit symbols: its score there is at most s(j) = s(j - 1) + f(j) - e L,
+//   where s(0) is the score it started with. If s(j) < -b, no path leaves copy j.
+// - Gaining z points in copy j it has consumed at least z unit symbols, so z <= f(j) / (1 + e), and the best score met
+//   there is at most s(j - 1) + f(j) / (1 + e).
+// - Entering copy j with i insertions made, it has at most (j - 1) L matches, so (j - 1) L - g i >= -b - s(0). With d
+//   deletions made, (j - 1) L - d - g d >= -b - s(0). So x - p lies from j L - ((j - 1) L + b + s(0)) / (g + 1) to
+//   j L + ((j - 1) L + b + s(0)) / g.
+// An accepted candidate has a score of T / 2 or more after the right extension, or less than that, s(0) <= (T - 1) / 2,
+// and gains T - s(0) to the left. So it is kept if the bound to the right reaches T / 2, or the bound to the left,
+// begun with s(0) = (T - 1) / 2, exceeds that by the rest of T; and wherever paths outlive the copies that are looked
+// at.
 //
-// Values are capped. That is sound: no threshold is above X. If (1 + e) F >= X, the candidate is kept for f. Else its
-// paths never lose more than b + q X, so from a value capped at X + b + q X or more on its path the start still gets X.
-// For the same reason that is high enough for what is not known where a stretch of the sequence ends. Distance 0, and
-// distances that cost more insertions than a first copy can pay for, need not be followed. A low cap keeps fewer
-// candidates beside perfect repeats, which is why the unit lengths tested in one run should be alike.
+// For example, L = T = 20, b = 20, e = 1, and the values to the right are 9 in the first copy and no more than 14
+// beyond. The first copy gives 9 / 2, less than 10 points. Its paths leave it with 9 - 20 = -11 at most, and gain no
+// more than -11 + 14 / 2 in the second, which they leave with -11 + 14 - 20 = -17. From the third they do not gain, and
+// leave it with -17 + 14 - 20 = -23: none gets farther, and nothing is found to the right.
 //
-// Premises: g >= 5, m >= 5, e L - b > 0, T > 0. Cost: about a third of a nanosecond for a position and distance.
+// Values are capped. That is sound: from a score of s a path never loses more than s + b in a copy, so where a value on
+// it was capped at C, the copy's value is C - s - b or more; and where s(j - 1) + b + f(j) is C or more the candidate
+// is kept. For the same reason C may stand for what is not known where a stretch of the sequence ends.
+//
+// A larger e lets paths die sooner, but the values of random sequence grow with it, without limit from some e on.
+//
+// Premises: g >= 3, m >= 3, T > 3. Cost: about half a nanosecond for a position and distance; the distances reach two
+// to six times the longest unit.
 class CPotentialFilter {
  public:
   struct settings {
@@ -49,6 +57,9 @@ class CPotentialFilter {
 
   static bool applies(const settings& s);
 
+  // The longest unit length that should be tested together with the shortest one: values of a byte cost half as much.
+  static unsigned longest_alike(const settings& s);
+
   // Tests all candidates of the sequence [sequence, sequence + length) for the lengths shortest .. longest, as many of
   // them, from the shortest on, as the memory for what is kept allows.
   void run(const char* sequence, std::size_t length, const settings& s);
@@ -59,21 +70,11 @@ class CPotentialFilter {
     // Returns by how many bytes the memory for it has grown.
     std::size_t add(std::size_t p, std::size_t length);
     void place(std::uint64_t* to) const;
-    // Places those whose bit is set in `among`.
-    void place_common(const std::uint64_t* among, std::uint64_t* to) const;
     std::size_t bytes() const { return list.size() * sizeof(std::uint32_t) + bits.size() * sizeof(std::uint64_t); }
 
    private:
     std::vector<std::uint32_t> list;
     std::vector<std::uint64_t> bits;
-  };
-
-  // What a run finds of one unit length.
-  struct findings {
-    CPositions strong;  // on either side
-    CPositions weak_to_the_right;
-    CPositions weak_to_the_left;
-    std::size_t bytes() const { return strong.bytes() + weak_to_the_right.bytes() + weak_to_the_left.bytes(); }
   };
 
   // Whether the last run has tested this unit length.
@@ -84,9 +85,7 @@ class CPotentialFilter {
 
  private:
   unsigned first_length = 0;
-  std::size_t its_length = 0;       // of the sequence
-  std::vector<findings> found;      // by L - first_length
-  std::vector<std::uint64_t> weak;  // scratch
+  std::vector<CPositions> found;  // by L - first_length
 };
 
 #endif
