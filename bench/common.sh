@@ -51,6 +51,7 @@ build_reference() {
 genome_file() {
   case $1 in
     human) echo human_chr20_5_15Mb.fa ;;
+    subtelomere) echo human_chr20_subtelomere_500kb.fa ;;
     at-rich) echo dictyostelium_2mb.fa ;;
     hairpins*) echo mirbase_hairpin_rna.fa ;;
     cdna*) echo dictyostelium_cdna.fa ;;
