@@ -77,9 +77,10 @@ class Csat {
   // an N that was consumed by an edit is subtracted from number_of_Ns all the same.
   void trim_Ns();
 
-  // The share of the aligned length that matches, in percent, by global_N_and_perfection_mode. Ends the process with
-  // status 2 for an unknown mode.
+  // The share of the aligned length that matches, in percent, by the mode of counting N's; that of
+  // global_N_and_perfection_mode when none is given. Ends the process with status 2 for an unknown mode.
   float perfection() const;
+  float perfection(int N_and_perfection_mode) const;
   // Whether the perfection lies in the range that is reported. A perfection that is not a number does.
   static bool is_reported_perfection(float perfection);
 

@@ -72,7 +72,7 @@ class CSpareSat {
     if (holder.records.empty()) holder.records.push_back(nullptr);
     Csat*& sat = holder.records.front();
     if (sat == nullptr) {
-      sat = sat_alloc.get_new(unit_begin, unit_end);
+      sat = holder.pool->get_new(unit_begin, unit_end);
     } else {
       sat->reset(unit_begin, unit_end);
     }
@@ -82,13 +82,13 @@ class CSpareSat {
   // Hands the record taken last to a list that keeps it.
   void move_to(CsatContainer& list) { list.take_last(holder, holder.records.begin()); }
 
-  CSpareSat() = default;
+  explicit CSpareSat(Csat_garbagecollector& pool) : holder(pool) {}
   CSpareSat(const CSpareSat&) = delete;
   CSpareSat& operator=(const CSpareSat&) = delete;
   ~CSpareSat() { holder.records.remove(nullptr); }
 
  private:
-  CsatContainer holder{sat_alloc};
+  CsatContainer holder;
 };
 
 #endif

@@ -4,7 +4,6 @@
 
 #include <string>
 
-#include "CSearchController.h"
 #include "CSequence_Mol.h"
 #include "Csat.h"
 #include "global-types-and-parameters.h"
@@ -16,14 +15,14 @@ namespace {
 void extend_all(benchmark::State& state, const std::string& text, unsigned L) {
   CSequence_Mol record(1, 'N');
   fill(record, text);
-  const CSearchController controller(1, record);
+  CFastSearch search(record);
   const char* const begin = record.symbols.buffer;
   std::size_t p = 0;
   std::size_t accepted = 0;
   Csat sat;
   for (auto _ : state) {
     sat.reset(begin + p, begin + p + L);
-    accepted += controller.extend_imperfect(sat) ? 1U : 0U;
+    accepted += search.controller.extend_imperfect(sat) ? 1U : 0U;
     p += 7;
     if (p + L + 1 > text.size()) p = 0;
   }

@@ -20,7 +20,8 @@ void search_record(benchmark::State& state, unsigned longest_unit, std::size_t l
   fill(record, sequence_with_repeats(length, longest_unit));
   std::size_t repeats = 0;
   for (auto _ : state) {
-    CSearchController controller(1, record);
+    CFastSearch fast(record);
+    CSearchController& controller = fast.controller;
     search(controller);
     repeats = controller.work_list.records.size() + controller.result_list.records.size();
   }
@@ -54,13 +55,14 @@ void remove_hidden(benchmark::State& state) {
   std::size_t found = 0;
   for (auto _ : state) {
     state.PauseTiming();
-    auto controller = std::make_unique<CSearchController>(1, record);
+    auto fast = std::make_unique<CFastSearch>(record);
+    CSearchController* const controller = &fast->controller;
     controller->complete_imperfect_search(stderr);
     found = controller->work_list.records.size();
     state.ResumeTiming();
     CSearchController::remove_hidden(controller->work_list);
     state.PauseTiming();
-    controller.reset();
+    fast.reset();
     state.ResumeTiming();
   }
   state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(found));

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <string>
 
+#include "CFastShortcuts.h"
+#include "CSearchController.h"
 #include "CSequence_Mol.h"
 #include "alignment-program.h"
 
@@ -21,6 +23,22 @@ void fill(CSequence_Mol& record, const std::string& text);
 
 // Gives all parameters their defaults, but for the longest unit, and drops the thresholds made from others.
 void set_parameters(unsigned longest_unit);
+
+// A search of the record as the program makes it.
+class CFastSearch {
+ public:
+  explicit CFastSearch(CSequence_Mol& record) : controller(1, record, settings, workspace) {
+    shortcuts.begin_record(record.symbols.buffer, record.symbols.buffer + record.symbols.length, settings);
+  }
+
+ private:
+  search_settings settings = (CSearchController::make_minimum_arrays(), current_search_settings());
+  CFastShortcuts shortcuts;
+  search_workspace workspace{sat_alloc, &shortcuts};
+
+ public:
+  CSearchController controller;
+};
 
 // What the alignment bound is under the default parameters.
 alignment_bound default_bound(unsigned L);

@@ -43,7 +43,10 @@ node thin_behind(CsatContainer& list, node a) {
 
 }  // namespace
 
-void CSearchController::remove_hidden(CsatContainer& list) {
-  if (!global_remove_mostly_hidden) return;
+void CSearchController::remove_mostly_hidden(CsatContainer& list) {
   for (node a = list.records.begin(); a != list.records.end();) a = thin_behind(list, a);
+}
+
+void CSearchController::remove_hidden(CsatContainer& list) {
+  if (global_remove_mostly_hidden) remove_mostly_hidden(list);
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <utility>
 
@@ -45,18 +46,34 @@ void release(int*& array) {
 
 }  // namespace
 
-CSearchController::CSearchController(unsigned number, CSequence_Mol& record, search_progress its_progress)
+CSearchController::CSearchController(unsigned number, CSequence_Mol& record, const search_settings& its_settings,
+                                     search_workspace& its_workspace, search_progress its_progress)
     : sequence_number(number),
       sequence(record),
-      result_list(sat_alloc),
-      work_list(sat_alloc),
-      progress(std::move(its_progress)) {
+      result_list(its_workspace.pool),
+      work_list(its_workspace.pool),
+      settings(its_settings),
+      workspace(its_workspace),
+      progress(std::move(its_progress)),
+      shortcuts(its_workspace.shortcuts != nullptr ? *its_workspace.shortcuts : as_defined) {}
+
+CSearchController::CSearchController(unsigned number, CSequence_Mol& record, std::unique_ptr<defaults> its_own)
+    : CSearchController(number, record, its_own->settings, its_own->workspace) {
+  own = std::move(its_own);
+}
+
+CSearchController::CSearchController(unsigned number, CSequence_Mol& record)
+    : CSearchController(
+          number, record,
+          (make_minimum_arrays(), std::make_unique<defaults>(defaults{current_search_settings(), {sat_alloc}}))) {}
+
+void CSearchController::make_minimum_arrays() {
   build_if_missing(minScores_user,
                    [](unsigned k) { return threshold(k, global_min_score, global_min_score_a, global_min_score_bx); });
   build_if_missing(minLengths_user, [](unsigned k) {
     return threshold(k, global_min_length, global_min_length_a, global_min_length_bx);
   });
-  build_if_missing(minScores_intern, [](unsigned k) { return k < 4 ? 4 : static_cast<int>(k); });
+  build_if_missing(minScores_intern, [](unsigned k) { return min_score_of_seeds(k); });
   build_if_missing(minLengths_intern, [](unsigned) { return 0; });
   minScores = minScores_user;
   minLengths = minLengths_user;
@@ -71,16 +88,19 @@ void CSearchController::reset_minimum_arrays() {
   minLengths = nullptr;
 }
 
-void CSearchController::report_progress(unsigned unit_length) {
-  if (progress) progress(unit_length);
+bool CSearchController::is_reportable(const Csat& sat) const {
+  const auto L = static_cast<unsigned>(sat.unit_length());
+  return sat.score >= settings.min_scores[L] && sat.length() >= settings.min_lengths[L];
 }
 
-bool CSearchController::passes_thresholds(const Csat& sat) {
-  const int L = sat.unit_length();
-  return sat.score >= minScores[L] && sat.length() >= minLengths[L];
+// The unit must be followed by a symbol, hold no N and, but for L = 1, be more than one symbol repeated.
+bool CSearchController::is_candidate(const char* p, unsigned L) const {
+  if (seq_end() - p <= static_cast<std::ptrdiff_t>(L)) return false;
+  if (std::memchr(p, 'N', L) != nullptr) return false;
+  return L == 1 || std::any_of(p + 1, p + L, [p](char c) { return c != *p; });
 }
 
-bool CSearchController::passes_user_thresholds(const Csat& sat) {
-  const int L = sat.unit_length();
-  return sat.score >= minScores_user[L] && sat.length() >= minLengths_user[L];
+const CUnitText& CSearchController::unit_text_of(const Csat& sat) {
+  workspace.unit.set(sat.unit_begin, sat.unit_end);
+  return workspace.unit;
 }

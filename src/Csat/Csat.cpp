@@ -55,13 +55,15 @@ void Csat::trim_Ns() {
   }
 }
 
-float Csat::perfection() const {
+float Csat::perfection() const { return perfection(global_N_and_perfection_mode); }
+
+float Csat::perfection(int N_and_perfection_mode) const {
   const int edits = mismatches + insertions + deletions;
   const int aligned = length();
   const auto percent = [](int matches, int divisor) {
     return static_cast<float>(matches) / static_cast<float>(divisor) * 100.0F;
   };
-  switch (global_N_and_perfection_mode) {
+  switch (N_and_perfection_mode) {
     case Ns_as_mismatch:
       return percent(aligned - edits - number_of_Ns, aligned);
     case Ns_as_neutral:

@@ -46,10 +46,14 @@ bool check_report_status() {
   return true;
 }
 
-std::function<void(unsigned unit_length)> progress_lines(unsigned sequence_number, const char* name) {
-  return [sequence_number, name](unsigned unit_length) {
-    if (check_report_status()) report_status(sequence_number, name, unit_length, 'r');
-  };
+search_progress progress_lines(unsigned sequence_number, const char* name) {
+  return {[sequence_number, name](unsigned unit_length) {
+            if (check_report_status()) report_status(sequence_number, name, unit_length, 'r');
+          },
+          [](const char* text) {
+            std::fputs(text, stderr);
+            std::fflush(stderr);
+          }};
 }
 
 void update_report_time() { time_next_status_report = std::time(nullptr) + report_interval; }

@@ -3,8 +3,9 @@
 
 #include <cstdio>
 #include <ctime>
-#include <functional>
 #include <string_view>
+
+#include "search-workspace.h"
 
 // What the program says about the run itself: banner, progress lines and closing texts. Everything but creator_message
 // and print_closing_line goes to standard error, which is flushed after every message.
@@ -24,8 +25,8 @@ void report_status(unsigned sequence_number, const char* name, unsigned pattern_
 // True when a progress line is due, at most once a minute; the next one is then due a minute later.
 bool check_report_status();
 
-// The progress of a search as the progress lines that are due.
-std::function<void(unsigned unit_length)> progress_lines(unsigned sequence_number, const char* name);
+// The progress of a search: a line for each of its steps, and the progress lines that are due.
+search_progress progress_lines(unsigned sequence_number, const char* name);
 
 // Restarts the progress interval.
 void update_report_time();

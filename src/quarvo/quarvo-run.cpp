@@ -49,6 +49,9 @@ int end_on_write_failure(const COutputFile& file) {
 // The files of a run and what happens to each record.
 class CRun {
  public:
+  // The parameters must have been read.
+  explicit CRun(CShortcuts* shortcuts) : settings(settings_of_parameters()), workspace{sat_alloc, shortcuts} {}
+
   // The steps of a run; each returns 0 or the status with which the run ends.
   int open_input();
   int open_results();
@@ -63,7 +66,13 @@ class CRun {
   COutputFile results{"as output file."};
   COutputFile masked{"as file for the masked sequences."};
   unsigned sequence_number = 0;
+  search_settings settings;
+  search_workspace workspace;
 
+  static search_settings settings_of_parameters() {
+    CSearchController::make_minimum_arrays();
+    return current_search_settings();
+  }
   std::string masked_name() const { return global_input_filename + ".masked"; }
   int check_masked_name() const;
   int read_record();
@@ -166,7 +175,8 @@ int CRun::process_record() {
   report_status(sequence_number, record.short_name.c_str(), global_min_unit_length, 'r');
   update_report_time();
 
-  CSearchController controller(sequence_number, record, progress_lines(sequence_number, record.short_name.c_str()));
+  CSearchController controller(sequence_number, record, settings, workspace,
+                               progress_lines(sequence_number, record.short_name.c_str()));
   switch (global_search_mode) {
     case search_mode_exact:
       controller.exact_search_2();
@@ -248,14 +258,14 @@ int read_parameters(int argc, char** argv) {
 
 }  // namespace
 
-int run_quarvo(int argc, char** argv) {
+int run_quarvo(int argc, char** argv, CShortcuts* shortcuts) {
   if (is_standard_error_input(argc, argv)) return status_output_not_opened;
   time_analysis_started = std::time(nullptr);
   quarvo_welcome(stderr);
   std::fflush(stderr);
   if (const int status = read_parameters(argc, argv); status != 0) return end_on_error(status);
 
-  CRun run;
+  CRun run(shortcuts);
   if (const int status = run.open_input(); status != 0) return status;
   if (const int status = run.open_results(); status != 0) return status;
   run.print_head();

@@ -1,6 +1,8 @@
 #ifndef QUARVO_QUARVO_RUN_H
 #define QUARVO_QUARVO_RUN_H
 
+class CShortcuts;
+
 // What a run ends with: 0, or one of these, or what read_and_init_parameters returned.
 inline constexpr int status_malformed_input = -25;
 inline constexpr int status_input_not_opened = -101;
@@ -12,7 +14,8 @@ inline constexpr int status_out_of_memory = -106;
 inline constexpr int status_read_failed = -107;
 
 // Does one whole run for the command line: reads the parameters, opens the files, searches and reports record by
-// record. Returns the exit status; every failure has been reported on standard error by then.
-int run_quarvo(int argc, char** argv);
+// record, by the shortcuts if there are any. Returns the exit status; every failure has been reported on standard error
+// by then.
+int run_quarvo(int argc, char** argv, CShortcuts* shortcuts = nullptr);
 
 #endif

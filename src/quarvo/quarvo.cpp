@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "CFastShortcuts.h"
 #include "out-of-memory.h"
 #include "quarvo-interruption.h"
 #include "quarvo-run.h"
@@ -25,7 +26,8 @@ int main(int argc, char** argv) {
   take_signals_of_writing_as_errors();
   stop_on_signals();
   try {
-    return run_quarvo(argc, argv);
+    CFastShortcuts shortcuts;
+    return run_quarvo(argc, argv, &shortcuts);
   } catch (const std::bad_alloc&) {
     raise_out_of_memory();
   }

@@ -14,10 +14,10 @@
 
 #include "CSearchController.h"
 #include "argument-vector.h"
-#include "candidate-filter.h"
 #include "global-types-and-parameters.h"
 #include "option-bytes.h"
 #include "reference-cost.h"
+#include "support/fast-search.h"
 #include "vector-targets.h"
 
 namespace {
@@ -84,7 +84,7 @@ bool set_parameters(std::vector<std::string> words) {
   return true;
 }
 
-std::string search(const std::string& sequence) {
+std::string search(const std::string& sequence, bool with_filters) {
   const CSilence silence;
   char* text = nullptr;
   std::size_t length = 0;
@@ -92,7 +92,10 @@ std::string search(const std::string& sequence) {
   if (out == nullptr) std::abort();
   {
     CBareRecord record(sequence);
-    CSearchController controller(1, record);
+    shortcut_switches switches;
+    switches.candidates = with_filters;
+    CFastSearch fast(record, switches);
+    CSearchController& controller = fast.controller;
     if (global_search_mode == search_mode_exact) controller.exact_search_2();
     if (global_search_mode == search_mode_extend_exact) controller.search_exact_and_extend_to_imperfect_repeats();
     if (global_search_mode == search_mode_imperfect) controller.complete_imperfect_search(out);
@@ -135,13 +138,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   CSearchController::reset_minimum_arrays();
 
   CYardstick yardstick(tested, sequence);
-  CCandidateFilter::tests_enabled = false;
   use_plainest_vector_target();
-  yardstick.text = search(sequence);
+  yardstick.text = search(sequence, false);
   for (const bool with_filters : {true, false}) {
-    CCandidateFilter::tests_enabled = with_filters;
-    on_each_vector_target([&](const char* target) { yardstick.compare(search(sequence), target, with_filters); });
+    on_each_vector_target(
+        [&](const char* target) { yardstick.compare(search(sequence, with_filters), target, with_filters); });
   }
-  CCandidateFilter::tests_enabled = true;
   return 0;
 }

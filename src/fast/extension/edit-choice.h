@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "edit.h"
+#include "edit-outlook.h"
 #include "layered-choice.h"
 #include "look-ahead.h"
 #include "return-bound.h"

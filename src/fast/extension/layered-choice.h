@@ -6,7 +6,7 @@
 #include <limits>
 #include <vector>
 
-#include "edit.h"
+#include "edit-outlook.h"
 #include "look-ahead.h"
 #include "match-window.h"
 

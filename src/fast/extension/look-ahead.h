@@ -6,8 +6,8 @@
 #include <limits>
 #include <vector>
 
-#include "direction.h"
-#include "extension-state.h"
+#include "perfect-run.h"
+#include "scoring.h"
 #include "unit-text.h"
 
 // The look-ahead of the imperfect extension: the highest score reachable from a state by perfect runs and single edits.
@@ -26,58 +26,29 @@
 // most one state for each diagonal and each mismatch on it). Memory is on the heap and the walk is bounded, so no depth
 // overflows the stack. Running out of memory is std::bad_alloc.
 
-// What the value of a look-ahead depends on beside the state.
-struct look_ahead_rules {
-  int mismatch_score;
-  int indel_score;
-  int score_reduction;
-  int prefer_longer;    // P, 0 or 1
-  int recursion_depth;  // compared with the 8-bit depth for equality
-  bool passes_over_Ns;
+using look_ahead_rules = scoring;
 
-  bool is_unlimited() const { return score_reduction == std::numeric_limits<int>::max(); }
-
-  // The score that an edit must leave behind is above this, for unit length L, when best was met on the way.
-  std::int64_t bound(int best, int L) const {
-    return std::max<std::int64_t>(static_cast<std::int64_t>(best) - score_reduction, -static_cast<std::int64_t>(L)) -
-           prefer_longer;
-  }
+// The layers of a look-ahead, kept for their memory by whoever asks for many.
+struct look_ahead_workspace {
+  static constexpr int none = -1;
+  struct state {
+    extension_state at;
+    int diagonal;  // unit symbols minus sequence symbols consumed by edits
+    int best;
+    int older = none;  // the state placed before on the same diagonal
+  };
+  std::vector<state> layer;
+  std::vector<state> next;
+  std::vector<int> newest_on_diagonal;  // of `next`; diagonals 0, -1, 1, -2, 2, ...
 };
-
-// The rules that the parameters give.
-look_ahead_rules current_look_ahead_rules();
-
-// Moves the state over matches and, where they are passed over, N's. Stops at the end or in front of a mismatch.
-template <typename Direction>
-inline void run_on(extension_state& at, const CUnitText& unit, const char* end, bool passes_over_Ns) {
-  const int L = unit.length();
-  for (;;) {
-    while (Direction::left_over(at.s, end) >= symbols_a_word) {
-      const int matches = Direction::matches_of_word(at.s, unit.begin(), at.u);
-      at.score += matches;
-      at.s = Direction::steps(at.s, matches);
-      at.u = unit.wrapped(Direction::unit_steps(at.u, matches));
-      if (matches != symbols_a_word) break;
-    }
-    while (at.s != end && Direction::ahead(at.s) == unit.begin()[at.u]) {
-      ++at.score;
-      at.s = Direction::step(at.s);
-      at.u = Direction::unit_step(at.u, L);
-    }
-    if (!passes_over_Ns || at.s == end || Direction::ahead(at.s) != 'N') return;
-    while (at.s != end && Direction::ahead(at.s) == 'N') {
-      at.s = Direction::step(at.s);
-      at.u = Direction::unit_step(at.u, L);
-    }
-  }
-}
 
 template <typename Direction>
 class CLookAhead {
  public:
   // For extensions of the unit up to `end` (the position with nothing ahead). The unit must stay as it is.
-  CLookAhead(const look_ahead_rules& its_rules, const CUnitText& its_unit, const char* its_end)
-      : rules(its_rules), unit(its_unit), end(its_end) {}
+  CLookAhead(const look_ahead_rules& its_rules, const CUnitText& its_unit, const char* its_end,
+             look_ahead_workspace& its_workspace)
+      : rules(its_rules), unit(its_unit), end(its_end), workspace(its_workspace) {}
 
   // The highest score reachable from the state, at this depth, when best was met before.
   int value(const extension_state& from, unsigned char depth, int best) {
@@ -91,13 +62,8 @@ class CLookAhead {
   // Trees of up to this many states are walked.
   static constexpr int most_visits = 200;
 
-  struct state {
-    extension_state at;
-    int diagonal;  // unit symbols minus sequence symbols consumed by edits
-    int best;
-    int older = none;  // the state placed before on the same diagonal
-  };
-  static constexpr int none = -1;
+  using state = look_ahead_workspace::state;
+  static constexpr int none = look_ahead_workspace::none;
 
   look_ahead_rules rules;
   const CUnitText& unit;
@@ -105,15 +71,7 @@ class CLookAhead {
   int highest = 0;
   int visits_left = 0;
 
-  struct buffers {
-    std::vector<state> layer;
-    std::vector<state> next;
-    std::vector<int> newest_on_diagonal;  // of `next`; diagonals 0, -1, 1, -2, 2, ...
-  };
-  static buffers& workspace() {
-    static buffers reused;
-    return reused;
-  }
+  look_ahead_workspace& workspace;
 
   int unit_step(int u) const { return Direction::unit_step(u, unit.length()); }
 
@@ -136,9 +94,9 @@ class CLookAhead {
   }
 
   int value_by_layers(const extension_state& from, unsigned char depth, int best) {
-    std::vector<state>& layer = workspace().layer;
-    std::vector<state>& next = workspace().next;
-    std::vector<int>& newest = workspace().newest_on_diagonal;
+    std::vector<state>& layer = workspace.layer;
+    std::vector<state>& next = workspace.next;
+    std::vector<int>& newest = workspace.newest_on_diagonal;
     highest = std::numeric_limits<int>::min();
     next.clear();
     std::fill(newest.begin(), newest.end(), none);
@@ -189,8 +147,8 @@ class CLookAhead {
 
   // Adds the state to the next layer unless one at the same place dominates it; replaces one that it dominates.
   void merge(state& added) {
-    std::vector<state>& next = workspace().next;
-    std::vector<int>& newest = workspace().newest_on_diagonal;
+    std::vector<state>& next = workspace.next;
+    std::vector<int>& newest = workspace.newest_on_diagonal;
     const std::size_t diagonal = index_of(added.diagonal);
     if (diagonal >= newest.size()) newest.resize(diagonal + 1, none);
     for (int i = newest[diagonal]; i != none; i = next[static_cast<std::size_t>(i)].older) {

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "edit.h"
+#include "edit-outlook.h"
 #include "look-ahead.h"
 #include "symbols-ahead.h"
 

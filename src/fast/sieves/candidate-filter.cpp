@@ -9,20 +9,9 @@
 #include "alignment-filter.h"
 #include "alignment-kernels.h"
 #include "alignment-program.h"
-#include "global-types-and-parameters.h"
 #include "run-filter.h"
 
 namespace {
-
-// Programs are the same for all records of a run.
-const alignment_program& program_for(const alignment_bound& bound) {
-  using key = std::tuple<unsigned, int, int, int, int>;
-  static std::map<key, alignment_program> made;
-  const key k{bound.L, bound.mismatch_penalty, bound.indel_penalty, bound.b, bound.T};
-  auto it = made.find(k);
-  if (it == made.end()) it = made.emplace(k, make_alignment_program(bound)).first;
-  return it->second;
-}
 
 // Unit lengths from which tests pay, by measurement. Where edits are cheap, programs are of no use from 9 on.
 constexpr unsigned shortest_for_potential = 21;
@@ -35,18 +24,29 @@ int penalty_of(int score) { return -std::max(score, -1000000); }
 
 }  // namespace
 
-CCandidateFilter::CCandidateFilter(const char* its_sequence, std::size_t its_length, const int* its_min_scores)
-    : sequence(its_sequence), length(its_length), min_scores(its_min_scores) {}
+const alignment_program& alignment_programs::program_for(const alignment_bound& bound) {
+  const std::tuple key{bound.L, bound.mismatch_penalty, bound.indel_penalty, bound.b, bound.T};
+  auto it = made.find(key);
+  if (it == made.end()) it = made.emplace(key, make_alignment_program(bound)).first;
+  return it->second;
+}
+
+CCandidateFilter::CCandidateFilter(const char* its_sequence, std::size_t its_length, const int* its_min_scores,
+                                   const scoring& its_rules, unsigned its_longest_unit,
+                                   alignment_programs& its_programs)
+    : sequence(its_sequence),
+      length(its_length),
+      min_scores(its_min_scores),
+      rules(its_rules),
+      longest_unit(its_longest_unit),
+      programs(its_programs) {}
 
 const std::vector<std::uint64_t>& CCandidateFilter::candidates(unsigned L) {
-  bound = {L, penalty_of(global_mismatch_score), penalty_of(global_indel_score),
-           static_cast<int>(L) + global_prefer_longer_repeat - 1, min_scores[L]};
+  bound = {L, penalty_of(rules.mismatch_score), penalty_of(rules.indel_score),
+           static_cast<int>(L) + rules.prefer_longer - 1, min_scores[L]};
   kept.assign((length + 63) / 64, 0);
-  if (!tests_enabled) {
-    keep_all();
-  } else if (!has_room(L)) {
-    return kept;
-  } else if (is_short()) {
+  if (!has_room(L)) return kept;
+  if (is_short()) {
     test_short_record();
   } else if (is_for_potential(L)) {
     test_potential(L);
@@ -71,12 +71,12 @@ bool CCandidateFilter::is_for_potential(unsigned L) const {
 }
 
 CPotentialFilter::settings CCandidateFilter::potential_settings(unsigned shortest) const {
-  CPotentialFilter::settings settings{penalty_of(global_mismatch_score),
-                                      penalty_of(global_indel_score),
-                                      global_prefer_longer_repeat,
-                                      Ns_are_neutral(),
+  CPotentialFilter::settings settings{penalty_of(rules.mismatch_score),
+                                      penalty_of(rules.indel_score),
+                                      rules.prefer_longer,
+                                      rules.passes_over_Ns,
                                       shortest,
-                                      static_cast<unsigned>(std::min<std::size_t>(global_max_unit_length, length)),
+                                      static_cast<unsigned>(std::min<std::size_t>(longest_unit, length)),
                                       [this](unsigned L) { return min_scores[L]; }};
   while (settings.longest > shortest && !has_room(settings.longest)) --settings.longest;
   settings.longest = CPotentialFilter::longest_alike(settings);
@@ -107,7 +107,7 @@ void CCandidateFilter::test_clusters(unsigned size) {
   const auto test = [&] {
     if (count == 0) return;
     const std::uint64_t bits = batch.clusters_may_reach(bound, static_cast<int>(size), {sequence, sequence + length},
-                                                        positions.data(), count, Ns_are_neutral());
+                                                        positions.data(), count, rules.passes_over_Ns);
     for (std::size_t i = 0; i < count; ++i) {
       if ((bits >> i & 1) == 0) kept[starts[i] / 64] &= ~(whole << starts[i] % 64);
     }
@@ -144,10 +144,10 @@ void CCandidateFilter::test_short_record() {
   const char* const begin = padded.data() + room;
   const int matches = std::min(std::min(bound.mismatch_penalty, bound.indel_penalty) - bound.b, bound.T);
   const char* const end = begin + length - bound.L;
-  CRunFilter runs(begin, begin + length, bound.L, matches, Ns_are_neutral());
+  CRunFilter runs(begin, begin + length, bound.L, matches, rules.passes_over_Ns);
   for (const char* p = runs.first_kept(begin); p < end; p = runs.first_kept(p + CBatchBound::most_candidates)) {
     const auto count = std::min<std::size_t>(CBatchBound::most_candidates, static_cast<std::size_t>(end - p));
-    keep(static_cast<std::size_t>(p - begin), batch.may_reach_next(bound, p, count, Ns_are_neutral()));
+    keep(static_cast<std::size_t>(p - begin), batch.may_reach_next(bound, p, count, rules.passes_over_Ns));
   }
 }
 
@@ -163,7 +163,7 @@ bool CCandidateFilter::run_kernel() {
   const alignment_kernel* const kernel = find_alignment_kernel(bound);
   if (kernel == nullptr) return false;
   build_planes(kernel->reach);
-  if (planes.has_Ns() && !Ns_are_neutral()) return false;
+  if (planes.has_Ns() && !rules.passes_over_Ns) return false;
   kernel->run(planes, kept.data());
   return true;
 }
@@ -171,10 +171,10 @@ bool CCandidateFilter::run_kernel() {
 // Returns false, and does nothing, where no program is of use.
 bool CCandidateFilter::test_alignment() {
   if (run_kernel()) return true;
-  const alignment_program& program = program_for(bound);
+  const alignment_program& program = programs.program_for(bound);
   if (program.is_empty()) return false;
   build_planes(program.reach);
-  run_alignment_program(program, planes, Ns_are_neutral(), kept.data());
+  run_alignment_program(program, planes, rules.passes_over_Ns, kept.data());
   return true;
 }
 
@@ -190,8 +190,8 @@ void CCandidateFilter::keep_all() {
 
 std::uint64_t CCandidateFilter::still_candidates(const char* const* positions, std::size_t count) {
   if (count == 0) return 0;
-  if (!tests_enabled || is_short() || !CBatchBound::applies(bound)) {
+  if (is_short() || !CBatchBound::applies(bound)) {
     return ~std::uint64_t{0} >> (CBatchBound::most_candidates - count);
   }
-  return batch.may_reach(bound, {sequence, sequence + length}, positions, count, Ns_are_neutral());
+  return batch.may_reach(bound, {sequence, sequence + length}, positions, count, rules.passes_over_Ns);
 }

@@ -1,16 +1,26 @@
 #ifndef QUARVO_FAST_CANDIDATE_FILTER_H
 #define QUARVO_FAST_CANDIDATE_FILTER_H
 
-#include <array>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <map>
+#include <tuple>
 #include <vector>
 
 #include "alignment-program.h"
 #include "batch-bound.h"
 #include "bit-planes.h"
 #include "potential-filter.h"
+#include "scoring.h"
+
+// Alignment programs that were made, for all records of a run.
+class alignment_programs {
+ public:
+  const alignment_program& program_for(const alignment_bound& bound);
+
+ private:
+  std::map<std::tuple<unsigned, int, int, int, int>, alignment_program> made;
+};
 
 // Which candidates of imperfect mode are worth extending.
 //
@@ -24,14 +34,12 @@ class CCandidateFilter {
  public:
   // For the candidates of the sequence [sequence, sequence + length) under the parameters and the minimum scores by
   // unit length. All of these must outlive the filter and not change.
-  CCandidateFilter(const char* sequence, std::size_t length, const int* min_scores);
+  CCandidateFilter(const char* sequence, std::size_t length, const int* min_scores, const scoring& its_rules,
+                   unsigned longest_unit, alignment_programs& its_programs);
 
   // Interpreted programs pay when all of their lanes are in use; up to this length a record is tested exactly at once
   // where no kernel serves.
   static constexpr std::size_t longest_short_record = 1500;
-
-  // Off, every candidate is kept. The results are the same then, only later, and tests compare them.
-  static inline bool tests_enabled = true;
 
   // The candidates of unit length L to look at: bit p % 64 of word p / 64 for position p. Positions at or behind
   // `length` are never set. Valid until the next call.
@@ -45,6 +53,9 @@ class CCandidateFilter {
   const char* sequence;
   std::size_t length;
   const int* min_scores;
+  scoring rules;
+  unsigned longest_unit;
+  alignment_programs& programs;
   alignment_bound bound{};
   CBitPlanes planes;
   CPotentialFilter potential;
@@ -66,54 +77,6 @@ class CCandidateFilter {
   bool test_alignment();
   void build_planes(int reach);
   void keep_all();
-};
-
-// Collects candidates for the tighter test, and then takes them in the order of adding.
-//
-// What the tighter test says depends on the sequence alone, so it does not matter that candidates are taken later than
-// they are added. Whether a candidate may be anchored does change meanwhile: the mask closes where a repeat is
-// accepted, and opens again at its edits. So `take` must look at the mask itself, and candidates that the mask refused
-// when they were added are put to it again, untested, if a repeat was accepted in between.
-template <typename Take>
-class CCandidateBatch {
- public:
-  // take(p) extends a candidate that the mask admits, and returns whether the mask has changed.
-  CCandidateBatch(CCandidateFilter& its_filter, Take take_candidate) : filter(its_filter), take(take_candidate) {}
-
-  // Adds a candidate that the mask admits now.
-  void add(const char* p) {
-    tested[tested_count++] = p;
-    add_refused(p);
-    if (tested_count == tested.size()) finish();
-  }
-
-  // Adds a candidate that the mask refuses now.
-  void add_refused(const char* p) {
-    candidates[count++] = p;
-    if (count == candidates.size()) finish();
-  }
-
-  // To be called behind the last candidate.
-  void finish() {
-    const std::uint64_t kept = filter.still_candidates(tested.data(), tested_count);
-    bool has_mask_changed = false;
-    for (std::size_t i = 0, t = 0; i != count; ++i) {
-      const bool is_tested = t != tested_count && tested[t] == candidates[i];
-      const bool is_wanted = is_tested ? (kept >> t & 1) != 0 : has_mask_changed;
-      if (is_tested) ++t;
-      if (is_wanted && take(candidates[i])) has_mask_changed = true;
-    }
-    count = 0;
-    tested_count = 0;
-  }
-
- private:
-  CCandidateFilter& filter;
-  Take take;
-  std::array<const char*, 4 * CBatchBound::most_candidates> candidates{};
-  std::array<const char*, CBatchBound::most_candidates> tested{};
-  std::size_t count = 0;
-  std::size_t tested_count = 0;
 };
 
 #endif

@@ -3,9 +3,11 @@
 #include <hwy/highway.h>
 #include <hwy/targets.h>
 
+#include "CFastShortcuts.h"
 #include "quarvo-run.h"
 
 int main(int argc, char** argv) {
   hwy::SetSupportedTargetsForTest(hwy::SupportedAndGeneratedTargets().back());
-  return run_quarvo(argc, argv);
+  CFastShortcuts shortcuts;
+  return run_quarvo(argc, argv, &shortcuts);
 }

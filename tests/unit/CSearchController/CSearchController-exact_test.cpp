@@ -140,18 +140,15 @@ TEST_F(ExactSearch, CoversARepeatAtTheBoundsOfThePerfectionRange) {
   EXPECT_EQ(search("ACACNNACAC"), texts{"[0,10) AC score 6 2N"});
 }
 
-TEST_F(ExactSearch, FindsARepeatBelowTheUsersThresholdsFromEveryStartAgain) {
+TEST_F(ExactSearch, FindsARepeatThatIsNotCoveredFromEveryStartAgain) {
   set_unit_lengths(2, 2);
-  global_min_score = 9;
-  global_remove_mostly_hidden = false;
-  // The thresholds of seeds let the repeat through, those of the user do not.
-  const CSearched seeds(search_mode_extend_exact, "ACACACAC");
-  EXPECT_EQ(seeds.work(), texts{});
+  global_min_perfection = 101.0F;
+  CSearchController::reset_minimum_arrays();
   CTestRecord record("ACACACAC");
-  CSearchController controller(1, record);
-  CSearchController::minScores = CSearchController::minScores_intern;
-  controller.exact_search_2();
-  EXPECT_EQ(controller.result_list.records.size(), 6U);
+  CSearchController as_defined(1, record);
+  as_defined.exact_search_2();
+  EXPECT_EQ(as_defined.result_list.records.size(), 6U);
+  EXPECT_EQ(search("ACACACAC"), texts{"[0,8) AC score 6"});  // one is enough where none is reported
 }
 
 TEST_F(ExactSearch, SortsShorterUnitsFirstAmongRepeatsWithTheSameEnds) {

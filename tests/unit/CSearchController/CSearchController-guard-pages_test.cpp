@@ -4,18 +4,19 @@
 
 #include <string>
 
-#include "candidate-filter.h"
 #include "support/candidate-sequences.h"
 #include "support/candidate-settings.h"
 #include "support/each-target.h"
+#include "support/fast-search.h"
 #include "support/guarded-record.h"
 #include "support/search.h"
 
 namespace {
 
 // What the search finds in a record, whose symbols must be the only thing that it reads of it.
-texts search(int mode, CSequence_Mol& record) {
-  CSearchController controller(1, record);
+texts search(int mode, CSequence_Mol& record, const shortcut_switches& switches) {
+  CFastSearch fast(record, switches);
+  CSearchController& controller = fast.controller;
   ::testing::internal::CaptureStderr();
   if (mode == search_mode_exact) controller.exact_search_2();
   if (mode == search_mode_extend_exact) controller.search_exact_and_extend_to_imperfect_repeats();
@@ -28,14 +29,14 @@ class GuardPages : public ParameterTest {
  protected:
   std::size_t found = 0;
 
-  void check(const std::string& symbols) {
+  void check(const std::string& symbols, const shortcut_switches& switches = {}) {
     for (const int mode : {search_mode_exact, search_mode_extend_exact, search_mode_imperfect}) {
       CTestRecord plain(symbols);
-      const texts expected = search(mode, plain);
+      const texts expected = search(mode, plain, switches);
       found += expected.size();
       for (const guarded_side side : {guarded_side::begin, guarded_side::end}) {
         CGuardedRecord guarded(symbols, side);
-        ASSERT_EQ(search(mode, guarded), expected) << symbols;
+        ASSERT_EQ(search(mode, guarded, switches), expected) << symbols;
       }
     }
   }
@@ -87,16 +88,16 @@ TEST_F(GuardPages, StopNoSearchForLongUnits) {
   EXPECT_GT(found, 100U);
 }
 
-// Without filters every candidate is extended, the ones at the ends of the record too.
+// Without the sieves every candidate is extended, the ones at the ends of the record too.
 TEST_F(GuardPages, StopNoSearchUnderManySettings) {
   CRandomDna random(4);
   CCandidateSequences sequences(random);
   for (int round = 0; round < 150; ++round) {
     const candidate_settings settings = random_candidate_settings(random, static_cast<unsigned>(random.number(1, 25)));
     settings.put_in_force();
-    CCandidateFilter::tests_enabled = random.coin();
-    check(sequences.make(random.number(1, 400), random.number(1, 25), 10));
-    CCandidateFilter::tests_enabled = true;
+    shortcut_switches switches;
+    switches.candidates = random.coin();
+    check(sequences.make(random.number(1, 400), random.number(1, 25), 10), switches);
   }
   EXPECT_GT(found, 1000U);
 }

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "results-texts.h"
 #include "support/repeats.h"
 
 namespace {

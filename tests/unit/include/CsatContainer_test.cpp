@@ -141,7 +141,7 @@ class Spare : public ::testing::Test {
 };
 
 TEST_F(Spare, IsTheSameRecordForOneCandidateAfterTheOther) {
-  CSpareSat spare;
+  CSpareSat spare(sat_alloc);
   Csat& first = spare.take(record.at(0), record.at(2));
   first.score = 9;
   first.add_missense(record.at(0), 'M');
@@ -153,7 +153,7 @@ TEST_F(Spare, IsTheSameRecordForOneCandidateAfterTheOther) {
 
 TEST_F(Spare, IsAnotherRecordAfterOneWasKept) {
   CsatContainer kept(sat_alloc);
-  CSpareSat spare;
+  CSpareSat spare(sat_alloc);
   Csat* const first = &spare.take(record.at(0), record.at(2));
   spare.move_to(kept);
   EXPECT_NE(&spare.take(record.at(1), record.at(3)), first);
@@ -163,7 +163,7 @@ TEST_F(Spare, IsAnotherRecordAfterOneWasKept) {
 TEST_F(Spare, GoesBackToThePoolInTheEnd) {
   Csat* taken = nullptr;
   {
-    CSpareSat spare;
+    CSpareSat spare(sat_alloc);
     taken = &spare.take(record.at(0), record.at(2));
   }
   ASSERT_FALSE(sat_alloc.records.empty());
@@ -172,7 +172,7 @@ TEST_F(Spare, GoesBackToThePoolInTheEnd) {
 
 TEST_F(Spare, ThatWasNeverTakenLeavesThePoolAlone) {
   const std::list<Csat*> before = sat_alloc.records;
-  { const CSpareSat spare; }
+  { const CSpareSat spare(sat_alloc); }
   EXPECT_EQ(sat_alloc.records, before);
 }
 

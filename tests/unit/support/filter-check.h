@@ -1,8 +1,8 @@
 #ifndef QUARVO_TESTS_FILTER_CHECK_H
 #define QUARVO_TESTS_FILTER_CHECK_H
 
-// Whether a filter keeps what it must, on every kind of vector code: all candidates that the plain bound lets reach the
-// minimum score, and all that the plain extension makes good enough, wherever they are and whatever the mask would say.
+// Whether a filter keeps what it must, on every kind of vector code: all candidates that the bound lets reach the
+// minimum score, and all that the extension makes good enough, wherever they are and whatever the mask would say.
 
 #include <gtest/gtest.h>
 
@@ -11,10 +11,10 @@
 #include <string>
 #include <vector>
 
+#include "CSearchController.h"
+#include "bound-by-table.h"
 #include "candidate-settings.h"
 #include "each-target.h"
-#include "plain-bound.h"
-#include "plain-extension.h"
 
 // Bit p % 64 of word p / 64 for position p.
 using position_bits = std::vector<std::uint64_t>;
@@ -34,16 +34,13 @@ inline std::vector<std::size_t> candidate_positions(const std::string& symbols, 
   return positions;
 }
 
-// The final score of a candidate, before N's are trimmed.
-inline int plain_final_score(const std::string& symbols, unsigned L, std::size_t p) {
-  const char* const begin = symbols.data();
-  const int length = static_cast<int>(L);
-  const plain_side right{begin + p + L, 1, static_cast<int>(symbols.size() - p - L), begin + p, length};
-  const plain_side left{begin + p - 1, -1, static_cast<int>(p), begin + p, length};
-  plain_state start;
-  start.score = CPlainExtension::extend(right, plain_state{}, 0).score;
-  start.u = length - 1;
-  return CPlainExtension::extend(left, start, 0).score;
+// The final score of a candidate, extended as defined, before N's are trimmed.
+inline int final_score(const std::string& symbols, unsigned L, std::size_t p) {
+  Csat sat;
+  sat.reset(symbols.data() + p, symbols.data() + p + L);
+  CSearchController::extend_imperfect_forward(sat, symbols.data() + symbols.size());
+  CSearchController::extend_imperfect_backward(sat, symbols.data() - 1);
+  return sat.score;
 }
 
 struct filter_case {
@@ -58,11 +55,11 @@ enum class yardstick { bound_and_extension, bound };
 inline position_bits must_be_kept(const filter_case& c, yardstick by) {
   position_bits wanted = no_positions(c.symbols.size());
   const alignment_bound bound = c.settings.bound(c.L);
-  CPlainBound plain(bound, Ns_are_neutral());
+  CBoundByTable plain(bound, Ns_are_neutral());
   const char* const begin = c.symbols.data();
   for (const std::size_t p : candidate_positions(c.symbols, c.L)) {
     const bool may_reach = plain.reaches(begin, begin + c.symbols.size(), begin + p);
-    const bool is_accepted = by != yardstick::bound && plain_final_score(c.symbols, c.L, p) >= bound.T;
+    const bool is_accepted = by != yardstick::bound && final_score(c.symbols, c.L, p) >= bound.T;
     if (may_reach || is_accepted) set_bit(wanted, p);
     if (is_accepted && !may_reach) {
       ADD_FAILURE() << "The bound refuses an accepted candidate: L " << c.L << ", p " << p << ", " << c.settings.text()

@@ -7,6 +7,7 @@
 
 #include "CSearchController.h"
 #include "default-parameters.h"
+#include "fast-search.h"
 #include "global-types-and-parameters.h"
 #include "quarvo-messages.h"
 #include "repeats.h"
@@ -17,11 +18,18 @@
 class CSearched {
  public:
   CTestRecord record;
-  CSearchController controller;
+
+ private:
+  CFastSearch fast;
+
+ public:
+  CSearchController& controller;
   std::string progress;  // what the search wrote to standard error
 
   CSearched(int mode, const std::string& symbols)
-      : record(symbols), controller(with_new_thresholds(), record, progress_lines(7, record.short_name.c_str())) {
+      : record(symbols),
+        fast(with_new_thresholds(record), {}, 7, progress_lines(7, record.short_name.c_str())),
+        controller(fast.controller) {
     ::testing::internal::CaptureStderr();
     if (mode == search_mode_exact) controller.exact_search_2();
     if (mode == search_mode_extend_exact) controller.search_exact_and_extend_to_imperfect_repeats();
@@ -33,9 +41,9 @@ class CSearched {
   texts work() const { return describe(controller.work_list.records, record); }
 
  private:
-  static unsigned with_new_thresholds() {
+  static CSequence_Mol& with_new_thresholds(CTestRecord& record) {
     CSearchController::reset_minimum_arrays();
-    return 7;
+    return record;
   }
 };
 

@@ -199,7 +199,7 @@ look_ahead_rules random_rules(CRandomDna& random, int depth) {
   const std::vector<std::pair<int, int>> penalties{{-5, -5}, {-5, -5}, {-3, -3}, {-2, -2},  {-4, -5},  {-5, -4},
                                                    {-2, -9}, {-9, -2}, {-7, -3}, {-60, -2}, {-2, -60}, {-61, -5}};
   const auto [mismatch, indel] = random.one_of(penalties);
-  return {mismatch, indel, unlimited, random.number(0, 1), depth, random.number(0, 3) != 0};
+  return {mismatch, indel, unlimited, random.number(0, 1), depth, random.number(0, 3) != 0, 2};
 }
 
 class EditChoice : public ::testing::TestWithParam<int> {};
@@ -242,7 +242,7 @@ INSTANTIATE_TEST_SUITE_P(Depths, EditChoice, ::testing::Range(1, CRunEnds::most_
                          [](const auto& depth) { return "Depth" + std::to_string(depth.param); });
 
 TEST(RunEnds, ApplyWithinTheirPremisesAlone) {
-  const look_ahead_rules rules{-5, -4, unlimited, 1, 5, true};
+  const look_ahead_rules rules{-5, -4, unlimited, 1, 5, true, 2};
   CRunEnds run_ends;
   const auto apply_with = [&](auto change) {
     look_ahead_rules changed = rules;
@@ -262,7 +262,7 @@ TEST(RunEnds, ApplyWithinTheirPremisesAlone) {
 
 // Where scores rise above what is needed, or nothing dies out, the bound must not refuse.
 TEST(ReturnBound, AllowsWhatAPathReaches) {
-  const look_ahead_rules rules{-5, -5, unlimited, 1, 5, true};
+  const look_ahead_rules rules{-5, -5, unlimited, 1, 5, true, 2};
   CUnitText unit;
   const std::string text = "ACGTT" + std::string("CACGTTACGTTACGTT");
   unit.set(text.data(), text.data() + 5);

@@ -31,13 +31,13 @@ class GrowthBound : public ParameterTest {
   }
 
   bool may_grow_to_the_right() const {
-    return CGrowthBound(current_look_ahead_rules())
+    return CGrowthBound(current_scoring())
         .may_grow<rightwards>({sat.pos_right, static_cast<int>(sat.fwd_unit_cursor - sat.unit_begin), sat.score}, unit,
                               record.end());
   }
 
   bool may_grow_to_the_left() const {
-    return CGrowthBound(current_look_ahead_rules())
+    return CGrowthBound(current_scoring())
         .may_grow<leftwards>({sat.pos_left, static_cast<int>(sat.bwd_unit_cursor - sat.unit_begin), sat.score}, unit,
                              record.begin());
   }

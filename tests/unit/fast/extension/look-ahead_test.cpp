@@ -1,5 +1,7 @@
 // The look-ahead of the imperfect extension.
 
+#include "look-ahead.h"
+
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -7,8 +9,8 @@
 #include <vector>
 
 #include "CSearchController.h"
+#include "search-settings.h"
 #include "support/default-parameters.h"
-#include "support/plain-look-ahead.h"
 #include "support/random-dna.h"
 #include "support/random-parameters.h"
 #include "support/test-record.h"
@@ -20,19 +22,23 @@ class LookAhead : public ParameterTest {
   // To the right from position s of the symbols, with the unit's position u next.
   static int forward(const CTestRecord& record, int s, const std::string& unit, int u, int score,
                      unsigned char depth = 1, int best = 0) {
-    const char* const unit_begin = unit.data();
-    const int L = static_cast<int>(unit.size());
-    return CSearchController::extend_imperfect_forward_leap_ahead(record.at(s), unit_begin + u, unit_begin,
-                                                                  unit_begin + L, score, L, depth, record.end(), best);
+    return value<rightwards>(record.at(s), record.end(), unit, u, score, depth, best);
   }
 
   // To the left from the symbol before position s.
   static int backward(const CTestRecord& record, int s, const std::string& unit, int u, int score,
                       unsigned char depth = 1, int best = 0) {
-    const char* const unit_begin = unit.data();
-    const int L = static_cast<int>(unit.size());
-    return CSearchController::extend_imperfect_backward_leap_ahead(
-        record.at(s), unit_begin + u, unit_begin, unit_begin + L, score, L, depth, record.begin() - 1, best);
+    return value<leftwards>(record.at(s), record.begin(), unit, u, score, depth, best);
+  }
+
+ private:
+  template <typename Direction>
+  static int value(const char* s, const char* end, const std::string& unit, int u, int score, unsigned char depth,
+                   int best) {
+    CUnitText text;
+    text.set(unit.data(), unit.data() + unit.size());
+    look_ahead_workspace space;
+    return CLookAhead<Direction>(current_scoring(), text, end, space).value({s, u, score}, depth, best);
   }
 };
 
@@ -170,7 +176,7 @@ std::ostream& operator<<(std::ostream& out, const trial& t) {
              << ", at depth " << t.depth << ", best " << t.best << ", " << extension_parameters();
 }
 
-TEST_P(LookAheadProperty, HasTheValueOfThePlainRecursionInBothDirections) {
+TEST_P(LookAheadProperty, HasTheValueOfTheDefinedRecursionInBothDirections) {
   const int depth = GetParam();
   CRandomDna random(100U + static_cast<unsigned>(depth));
   int gains = 0;
@@ -178,16 +184,17 @@ TEST_P(LookAheadProperty, HasTheValueOfThePlainRecursionInBothDirections) {
     set_random_extension_parameters(random, depth);
     const trial t = random_trial(random, depth);
     const CTestRecord record(t.symbols);
+    const char* const unit = t.unit.data();
     const int L = static_cast<int>(t.unit.size());
     const auto start_depth = static_cast<unsigned char>(t.depth);
-    const plain_side right{record.at(t.s), 1, static_cast<int>(t.symbols.size()) - t.s, t.unit.data(), L};
-    const int value = plain_look_ahead(right, 0, t.u, t.score, start_depth, t.best);
+    const int value = CSearchController::extend_imperfect_forward_leap_ahead(
+        record.at(t.s), unit + t.u, unit, unit + L, t.score, L, start_depth, record.end(), t.best);
     gains += value > t.score ? 1 : 0;
     ASSERT_EQ(forward(record, t.s, t.unit, t.u, t.score, start_depth, t.best), value)
         << "to the right, round " << round << ": " << t;
-    const plain_side left{record.at(t.s) - 1, -1, t.s, t.unit.data(), L};
     ASSERT_EQ(backward(record, t.s, t.unit, t.u, t.score, start_depth, t.best),
-              plain_look_ahead(left, 0, t.u, t.score, start_depth, t.best))
+              CSearchController::extend_imperfect_backward_leap_ahead(
+                  record.at(t.s), unit + t.u, unit, unit + L, t.score, L, start_depth, record.begin() - 1, t.best))
         << "to the left, round " << round << ": " << t;
   }
   EXPECT_GT(gains, 5000);

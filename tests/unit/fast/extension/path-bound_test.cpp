@@ -16,7 +16,7 @@ namespace {
 position_bits keep(const filter_case& c) {
   const std::vector<char> exact(c.symbols.begin(), c.symbols.end());  // so that a sanitizer notices reading beyond it
   const char* const begin = exact.data();
-  CPathBound bound(current_look_ahead_rules(), begin, begin + exact.size());
+  CPathBound bound(current_scoring(), begin, begin + exact.size());
   CUnitText unit;
   position_bits kept = no_positions(c.symbols.size());
   for (const std::size_t p : candidate_positions(c.symbols, c.L)) {

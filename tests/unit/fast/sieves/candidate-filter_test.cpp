@@ -20,7 +20,9 @@ namespace {
 class CAskedFilter {
  public:
   explicit CAskedFilter(const std::string& symbols)
-      : exact(symbols.begin(), symbols.end()), filter(exact.data(), exact.size(), CSearchController::minScores) {}
+      : exact(symbols.begin(), symbols.end()),
+        filter(exact.data(), exact.size(), CSearchController::minScores, current_scoring(), global_max_unit_length,
+               programs) {}
 
   // The candidates of a unit length that both tests keep. The second is asked in batches of up to `batch`.
   position_bits keep(unsigned L, std::size_t batch) {
@@ -42,6 +44,7 @@ class CAskedFilter {
 
  private:
   std::vector<char> exact;
+  alignment_programs programs;
   CCandidateFilter filter;
 
   void ask(std::vector<const char*>& positions, position_bits& kept) {

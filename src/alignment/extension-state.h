@@ -1,5 +1,5 @@
-#ifndef QUARVO_FAST_EXTENSION_STATE_H
-#define QUARVO_FAST_EXTENSION_STATE_H
+#ifndef QUARVO_EXTENSION_STATE_H
+#define QUARVO_EXTENSION_STATE_H
 
 // A place on the way of an extension: the position, the unit cursor and the score there.
 struct extension_state {

@@ -1,5 +1,5 @@
-#ifndef QUARVO_TESTS_PLAIN_BOUND_H
-#define QUARVO_TESTS_PLAIN_BOUND_H
+#ifndef QUARVO_TESTS_BOUND_BY_TABLE_H
+#define QUARVO_TESTS_BOUND_BY_TABLE_H
 
 // The bound that the filters of imperfect mode rest on, as it is stated: the best score over all alignment paths that
 // match whenever they can, edit only at mismatches, are at -b or above after every edit and pass over neutral N's for
@@ -11,18 +11,31 @@
 #include <vector>
 
 #include "alignment-program.h"
-#include "plain-look-ahead.h"
 
-class CPlainBound {
+// One side of a repeat to grow. Positions are counted from 0 at the repeat's end, in the direction of growth.
+struct repeat_side {
+  const char* first;  // the symbol at position 0
+  int step;           // 1 to the right, -1 to the left
+  int symbols;        // up to the end of the sequence
+  const char* unit_begin;
+  int unit_length;
+
+  char symbol(int position) const { return first[position * step]; }
+  // The position in the unit one step behind u, in the direction of growth.
+  int unit_step(int u) const { return (u + step + unit_length) % unit_length; }
+  char unit_symbol(int u) const { return unit_begin[u]; }
+};
+
+class CBoundByTable {
  public:
-  CPlainBound(const alignment_bound& its_bound, bool are_Ns_neutral)
+  CBoundByTable(const alignment_bound& its_bound, bool are_Ns_neutral)
       : bound(its_bound), Ns_are_neutral(are_Ns_neutral) {}
 
   // The bound of the candidate unit at `p` of the symbols [begin, end), or T as soon as it is known to be no less.
   int score(const char* begin, const char* end, const char* p) {
     const int L = static_cast<int>(bound.L);
-    const plain_side right{p + L, 1, static_cast<int>(end - p) - L, p, L};
-    const plain_side left{p - 1, -1, static_cast<int>(p - begin), p, L};
+    const repeat_side right{p + L, 1, static_cast<int>(end - p) - L, p, L};
+    const repeat_side left{p - 1, -1, static_cast<int>(p - begin), p, L};
     const int to_right = best_of(right, 0, 0);
     return to_right >= bound.T ? bound.T : best_of(left, L - 1, to_right);
   }
@@ -42,7 +55,7 @@ class CPlainBound {
 
   static void raise(int& best, int score) { best = std::max(best, score); }
 
-  int best_of(const plain_side& side, int first_u, int start) {
+  int best_of(const repeat_side& side, int first_u, int start) {
     int best = start;
     now.assign(1, start);
     lowest = 0;
@@ -56,7 +69,7 @@ class CPlainBound {
   }
 
   // `next` begins one diagonal lower, since an insertion leads there. A deletion leads to the next diagonal of `now`.
-  void take(char symbol, const plain_side& side, int first_u, int i) {
+  void take(char symbol, const repeat_side& side, int first_u, int i) {
     next.assign(now.size() + 1, dead);
     for (std::size_t k = 0; k < now.size(); ++k) {
       const int score = now[k];
@@ -84,7 +97,7 @@ class CPlainBound {
     raise(now[k + 1], after_indel);
   }
 
-  static int unit_symbol(const plain_side& side, int first_u, int consumed) {
+  static int unit_symbol(const repeat_side& side, int first_u, int consumed) {
     const int L = side.unit_length;
     return ((first_u + side.step * consumed) % L + L) % L;
   }

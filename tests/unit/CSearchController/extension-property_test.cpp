@@ -1,4 +1,4 @@
-// The extension compared with a plain one, step for step as it is defined.
+// The extension with shortcuts compared with the extension as it is defined.
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,8 @@
 
 #include "CSearchController.h"
 #include "support/default-parameters.h"
-#include "support/plain-extension.h"
+#include "support/fast-extension.h"
+#include "support/fast-search.h"
 #include "support/random-parameters.h"
 #include "support/repeats.h"
 #include "support/test-record.h"
@@ -59,39 +60,14 @@ std::string state_of(const Csat& sat, const CTestRecord& record) {
          std::to_string(sat.bwd_unit_cursor - sat.unit_begin) + " edits " + edits_of(sat, record);
 }
 
-void add_counts(Csat& sat, const plain_state& side) {
-  sat.score = side.score;
-  sat.mismatches += side.mismatches;
-  sat.insertions += side.insertions;
-  sat.deletions += side.deletions;
-  sat.number_of_Ns += side.Ns;
-}
-
-void extend_plainly(Csat& sat, const CTestRecord& record) {
-  const int L = sat.unit_length();
-  const plain_side right{sat.unit_end, 1, static_cast<int>(record.end() - sat.unit_end), sat.unit_begin, L};
-  const plain_state to_right = CPlainExtension::extend(right, plain_state{}, 0);
-  add_counts(sat, to_right);
-  sat.pos_right = sat.unit_end + to_right.position;
-  sat.fwd_unit_cursor = sat.unit_begin + to_right.u;
-  for (const auto& [position, letter] : to_right.edits) sat.add_missense(sat.unit_end + position, letter);
-
-  const plain_side left{sat.unit_begin - 1, -1, static_cast<int>(sat.unit_begin - record.begin()), sat.unit_begin, L};
-  plain_state start;
-  start.u = L - 1;
-  start.score = sat.score;
-  const plain_state to_left = CPlainExtension::extend(left, start, 0);
-  add_counts(sat, to_left);
-  sat.pos_left = sat.unit_begin - to_left.position;
-  sat.bwd_unit_cursor = sat.unit_begin + to_left.u;
-  for (const auto& [position, letter] : to_left.edits) {
-    sat.add_missense(sat.unit_begin - position - (letter == 'D' ? 0 : 1), letter);
-  }
+void extend_as_defined(Csat& sat, const CTestRecord& record) {
+  CSearchController::extend_imperfect_forward(sat, record.end());
+  CSearchController::extend_imperfect_backward(sat, record.begin() - 1);
 }
 
 class ExtensionProperty : public ParameterTest, public ::testing::WithParamInterface<int> {};
 
-TEST_P(ExtensionProperty, EndsWhereThePlainExtensionEnds) {
+TEST_P(ExtensionProperty, WithShortcutsEndsWhereItIsDefinedToEnd) {
   const int depth = GetParam();
   CRandomDna random(200U + static_cast<unsigned>(depth));
   const int rounds = depth <= 4 ? 12000 : 6000;
@@ -103,11 +79,12 @@ TEST_P(ExtensionProperty, EndsWhereThePlainExtensionEnds) {
     const char* const unit_begin = record.at(repeat.unit_begin);
     Csat expected;
     expected.reset(unit_begin, unit_begin + repeat.unit_length);
-    extend_plainly(expected, record);
+    extend_as_defined(expected, record);
     Csat sat;
     sat.reset(unit_begin, unit_begin + repeat.unit_length);
-    CSearchController::extend_imperfect_forward(sat, record.end());
-    CSearchController::extend_imperfect_backward(sat, record.begin() - 1);
+    CFastExtension fast(record.begin(), record.end());
+    fast.to_the_right(sat);
+    fast.to_the_left(sat);
     ASSERT_EQ(state_of(sat, record), state_of(expected, record))
         << repeat.symbols << ", unit at " << repeat.unit_begin << ", round " << round << ", " << extension_parameters();
     edits += expected.mismatches + expected.insertions + expected.deletions;
@@ -116,7 +93,7 @@ TEST_P(ExtensionProperty, EndsWhereThePlainExtensionEnds) {
 }
 
 // The record must be right only where the repeat is accepted.
-TEST_P(ExtensionProperty, OfACandidateAcceptsWhatThePlainExtensionMakesGoodEnough) {
+TEST_P(ExtensionProperty, OfACandidateAcceptsWhatTheDefinitionMakesGoodEnough) {
   const int depth = GetParam();
   CRandomDna random(300U + static_cast<unsigned>(depth));
   int accepted = 0;
@@ -127,17 +104,17 @@ TEST_P(ExtensionProperty, OfACandidateAcceptsWhatThePlainExtensionMakesGoodEnoug
     global_min_length = random.number(0, 40);
     CSearchController::reset_minimum_arrays();
     CTestRecord record(repeat.symbols);
-    const CSearchController controller(1, record);
+    CFastSearch fast(record);
     const char* const unit_begin = record.at(repeat.unit_begin);
     Csat expected;
     expected.reset(unit_begin, unit_begin + repeat.unit_length);
-    extend_plainly(expected, record);
+    extend_as_defined(expected, record);
     expected.trim_Ns();
     const bool is_good = expected.score >= CSearchController::minScores[repeat.unit_length] &&
                          expected.length() >= CSearchController::minLengths[repeat.unit_length];
     Csat sat;
     sat.reset(unit_begin, unit_begin + repeat.unit_length);
-    ASSERT_EQ(controller.extend_imperfect(sat), is_good)
+    ASSERT_EQ(fast.controller.extend_imperfect(sat), is_good)
         << repeat.symbols << ", unit at " << repeat.unit_begin << ", round " << round << ", " << extension_parameters();
     if (!is_good) continue;
     ++accepted;

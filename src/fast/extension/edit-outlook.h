@@ -1,8 +1,7 @@
-#ifndef QUARVO_FAST_EDIT_H
-#define QUARVO_FAST_EDIT_H
+#ifndef QUARVO_EDIT_OUTLOOK_H
+#define QUARVO_EDIT_OUTLOOK_H
 
-// The edits that an extension may make at a mismatch, in the order in which they are preferred at equal values.
-enum class edit : unsigned char { mismatch, insertion, deletion, none };
+#include "edit.h"
 
 // What a look-ahead finds at a mismatch.
 struct edit_outlook {

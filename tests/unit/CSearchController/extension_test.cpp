@@ -6,6 +6,7 @@
 
 #include "CSearchController.h"
 #include "support/default-parameters.h"
+#include "support/fast-extension.h"
 #include "support/repeats.h"
 #include "support/test-record.h"
 
@@ -21,8 +22,14 @@ class CGrown {
     sat.reset(record.at(unit_from), record.at(unit_to));
   }
 
+  // Both as defined; with shortcuts the same comes of it.
   CGrown& to_the_right() {
+    Csat fast;
+    fast.reset(sat.unit_begin, sat.unit_end);
+    fast.recursion_depth = sat.recursion_depth;
+    CFastExtension(record.begin(), record.end()).to_the_right(fast);
     CSearchController::extend_imperfect_forward(sat, record.end());
+    EXPECT_EQ(describe(fast, record) + edits_of(fast, record), repeat() + edits());
     return *this;
   }
   CGrown& to_the_left() {

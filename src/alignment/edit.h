@@ -1,0 +1,7 @@
+#ifndef QUARVO_EDIT_H
+#define QUARVO_EDIT_H
+
+// The edits of an alignment, in the order of preference among equals.
+enum class edit : unsigned char { mismatch, insertion, deletion, none };
+
+#endif

@@ -1,0 +1,31 @@
+#ifndef QUARVO_SCORING_H
+#define QUARVO_SCORING_H
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+
+// How an extension is scored and where it stops: all that it depends on beside the sequence and the unit. A match is
+// worth 1.
+struct scoring {
+  int mismatch_score;   // negative
+  int indel_score;      // negative
+  int score_reduction;  // how far below the best score an edit may lead
+  int prefer_longer;    // P, 0 or 1
+  int recursion_depth;  // compared with the 8-bit depth for equality
+  bool passes_over_Ns;  // for a score of 0; else an N is a symbol that matches nothing
+  int Ns_in_a_row;      // the longest run of N's that an extension passes over
+
+  bool is_unlimited() const { return score_reduction == std::numeric_limits<int>::max(); }
+
+  // The score that an edit must leave behind is above this, for unit length L, when best was met on the way.
+  std::int64_t bound(int best, int L) const {
+    return std::max<std::int64_t>(static_cast<std::int64_t>(best) - score_reduction, -static_cast<std::int64_t>(L)) -
+           prefer_longer;
+  }
+
+  // The least score that any edit of unit length L may leave behind, whatever came before.
+  std::int64_t least_after_edit(int L) const { return -static_cast<std::int64_t>(L) - prefer_longer + 1; }
+};
+
+#endif

@@ -1,0 +1,121 @@
+#include "CFastShortcuts.h"
+
+#include "growth-bound.h"
+#include "leap-ahead.h"
+#include "path-bound.h"
+
+void CFastShortcuts::begin_record(const char* its_begin, const char* its_end, const search_settings& its_settings) {
+  CShortcuts::begin_record(its_begin, its_end, its_settings);
+  settings = &its_settings;
+  last_seed = CLastSeed();
+  last_extended = nullptr;
+}
+
+void CFastShortcuts::end_record() {
+  starts.reset();
+  queue.reset();
+  filter.reset();
+}
+
+const char* CFastShortcuts::first_candidate(unsigned L, const CAnchorSeq& mask) {
+  if (!switches.candidates) return CShortcuts::first_candidate(L, mask);
+  if (!filter) {
+    filter.emplace(begin, static_cast<std::size_t>(end - begin), settings->min_scores.data(), settings->rules,
+                   settings->max_unit_length, programs);
+    queue.emplace(*filter, begin, end, switches.tighter_test);
+  }
+  return queue->first(L, mask);
+}
+
+const char* CFastShortcuts::next_candidate(bool was_accepted) {
+  return switches.candidates ? queue->next(was_accepted) : CShortcuts::next_candidate(was_accepted);
+}
+
+bool CFastShortcuts::may_reach(const Csat& sat, const CUnitText& unit, int T) {
+  return !switches.path_bound || CPathBound(settings->rules, begin, end).may_reach(sat, unit, T);
+}
+
+bool CFastShortcuts::may_grow(const Csat& sat, const CUnitText& unit, bool to_the_right) {
+  if (!switches.growth_bound) return true;
+  CGrowthBound bound(settings->rules);
+  const auto state_at = [&sat](const char* position, const char* cursor) {
+    return extension_state{position, static_cast<int>(cursor - sat.unit_begin), sat.score};
+  };
+  return to_the_right ? bound.may_grow<rightwards>(state_at(sat.pos_right, sat.fwd_unit_cursor), unit, end)
+                      : bound.may_grow<leftwards>(state_at(sat.pos_left, sat.bwd_unit_cursor), unit, begin);
+}
+
+void CFastShortcuts::begin_extension(bool to_the_right, const CUnitText& unit, const char* its_end) {
+  if (!switches.edit_choice) return;
+  unit_length = unit.length();
+  const scoring& rules = settings->rules;
+  if (to_the_right) {
+    left.reset();
+    right.emplace(
+        extension<rightwards>{{rules, unit, its_end, choice_space}, {rules, unit, its_end, look_ahead_space}});
+  } else {
+    right.reset();
+    left.emplace(extension<leftwards>{{rules, unit, its_end, choice_space}, {rules, unit, its_end, look_ahead_space}});
+  }
+}
+
+CShortcuts::decision CFastShortcuts::choose_edit(const extension_state& at, unsigned char depth, int best) {
+  if (!switches.edit_choice) return {};
+  return right ? choose(*right, at, depth, best) : choose(*left, at, depth, best);
+}
+
+// Both rules at the end of an extension keep nothing below best - P, so one that cannot come back to that ends at its
+// best end.
+template <typename Direction>
+CShortcuts::decision CFastShortcuts::choose(extension<Direction>& side, const extension_state& at, unsigned char depth,
+                                            int best) {
+  const scoring& rules = settings->rules;
+  if (rules.is_unlimited()) {
+    const edit chosen = side.choice.choose(at, depth, best - rules.prefer_longer);
+    return {true, chosen, chosen == edit::none && side.choice.is_hopeless()};
+  }
+  const auto deeper = static_cast<unsigned char>(depth + 1);
+  return {true, best_edit<Direction>(at, best, rules, unit_length, [&](const extension_state& behind) {
+            return side.look_ahead.value(behind, deeper, best);
+          })};
+}
+
+void CFastShortcuts::begin_exact_scan(const exact_scan& scan) {
+  is_for_seeds = scan.is_for_seeds;
+  is_known = false;
+  if (switches.exact_starts) starts.emplace(begin, end, scan, *settings);
+}
+
+const char* CFastShortcuts::next_start(const char* p) { return switches.exact_starts ? starts->next(p) : p; }
+
+bool CFastShortcuts::is_known_repeat(Csat& sat) {
+  is_known = switches.exact_starts && starts->is_known(sat);
+  return is_known;
+}
+
+// A seed whose extension cannot reach the score would be extended, rejected and leave no trace: an extension reads
+// nothing that other seeds change. What is known was worth storing before.
+bool CFastShortcuts::is_worth_storing(const Csat& sat, const CUnitText& unit) {
+  if (!is_for_seeds || is_known) return true;
+  const int T = settings->min_scores[static_cast<unsigned>(sat.unit_length())];
+  return sat.score >= T || may_reach(sat, unit, T);
+}
+
+const char* CFastShortcuts::behind_start(const Csat& sat, bool is_stored, bool is_covered) {
+  if (!switches.exact_starts) return CShortcuts::behind_start(sat, is_stored, is_covered);
+  return starts->behind(sat, is_stored, is_covered);
+}
+
+bool CFastShortcuts::is_new_seed(Csat& seed, bool& is_accepted) {
+  if (!switches.repeated_seeds || !last_seed.is_like(seed)) {
+    last_seed.set(seed);
+    return true;
+  }
+  is_accepted = last_extended != nullptr;
+  if (is_accepted) CLastSeed::copy_extension(*last_extended, seed);
+  return false;
+}
+
+void CFastShortcuts::note_extension(const Csat& extended, bool is_accepted) {
+  last_extended = is_accepted ? &extended : nullptr;
+}

@@ -1,0 +1,85 @@
+#ifndef QUARVO_CFASTSHORTCUTS_H
+#define QUARVO_CFASTSHORTCUTS_H
+
+#include <optional>
+
+#include "CCandidateQueue.h"
+#include "CExactStarts.h"
+#include "CLastSeed.h"
+#include "CShortcuts.h"
+#include "candidate-filter.h"
+#include "edit-choice.h"
+#include "look-ahead.h"
+
+// Which shortcuts are taken. The results are the same with any of them off, only later; tests compare them, benchmarks
+// measure what each is worth.
+struct shortcut_switches {
+  bool candidates = true;      // positions that cannot lead to a repeat are left out
+  bool tighter_test = true;    // those left are tested once more, in batches
+  bool path_bound = true;      // an extension or seed whose paths cannot reach the score is left out
+  bool growth_bound = true;    // a side of a seed that cannot grow is left as it is
+  bool edit_choice = true;     // the three look-aheads at a mismatch are followed as one, equal places once
+  bool exact_starts = true;    // starts that cannot lead to an exact repeat, or to a known one, are left out
+  bool repeated_seeds = true;  // a seed like the one before is not extended again
+};
+
+// The shortcuts that make the search fast: this class asks what the other folders of fast/ know. Keeps its memory from
+// record to record. Not for two searches at once.
+class CFastShortcuts final : public CShortcuts {
+ public:
+  explicit CFastShortcuts(const shortcut_switches& its_switches = {}) : switches(its_switches) {}
+
+  void begin_record(const char* its_begin, const char* its_end, const search_settings& its_settings) override;
+  void end_record() override;
+
+  const char* first_candidate(unsigned L, const CAnchorSeq& mask) override;
+  const char* next_candidate(bool was_accepted) override;
+
+  bool may_reach(const Csat& sat, const CUnitText& unit, int T) override;
+  bool may_grow(const Csat& sat, const CUnitText& unit, bool to_the_right) override;
+
+  void begin_extension(bool to_the_right, const CUnitText& unit, const char* its_end) override;
+  decision choose_edit(const extension_state& at, unsigned char depth, int best) override;
+
+  void begin_exact_scan(const exact_scan& scan) override;
+  const char* next_start(const char* p) override;
+  bool is_known_repeat(Csat& sat) override;
+  bool is_worth_storing(const Csat& sat, const CUnitText& unit) override;
+  const char* behind_start(const Csat& sat, bool is_stored, bool is_covered) override;
+
+  bool is_new_seed(Csat& seed, bool& is_accepted) override;
+  void note_extension(const Csat& extended, bool is_accepted) override;
+
+ private:
+  // The extension under way, in one direction: one look-ahead for all edits, or one for each where the score reduction
+  // is finite.
+  template <typename Direction>
+  struct extension {
+    CEditChoice<Direction> choice;
+    CLookAhead<Direction> look_ahead;
+  };
+
+  shortcut_switches switches;
+  const search_settings* settings = nullptr;
+  alignment_programs programs;
+  std::optional<CCandidateFilter> filter;
+  std::optional<CCandidateQueue> queue;
+
+  edit_choice_space choice_space;
+  look_ahead_workspace look_ahead_space;
+  std::optional<extension<rightwards>> right;
+  std::optional<extension<leftwards>> left;
+  int unit_length = 0;
+
+  template <typename Direction>
+  decision choose(extension<Direction>& side, const extension_state& at, unsigned char depth, int best);
+
+  std::optional<CExactStarts> starts;
+  bool is_known = false;      // the repeat in hand, from one before
+  bool is_for_seeds = false;  // the exact scan under way
+
+  CLastSeed last_seed;
+  const Csat* last_extended = nullptr;  // what it became, if it was accepted
+};
+
+#endif
