@@ -13,6 +13,8 @@ function(quarvo_library name)
     target_include_directories(quarvo_${name} INTERFACE ${CMAKE_CURRENT_SOURCE_DIR})
     target_link_libraries(quarvo_${name} INTERFACE ${ARGN})
   endif()
+  set_property(GLOBAL APPEND PROPERTY QUARVO_LIBRARIES quarvo_${name})
+  set_property(GLOBAL PROPERTY quarvo_${name}_FOLDER ${CMAKE_CURRENT_SOURCE_DIR})
 endfunction()
 
 # quarvo_executable(NAME SOURCE ...) makes a program that users run, where they find it: at the top of the build.
