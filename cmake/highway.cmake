@@ -1,6 +1,6 @@
 # Highway: portable vector code, chosen for the processor at run time. The target quarvo_highway is the library of the
-# system (libhwy-dev) where that is new enough (its headers alone where they do), or else is compiled from the sources of Highway: those that
-# QUARVO_HIGHWAY_SOURCE names, or those that come with the sources of a release.
+# system (libhwy-dev) where that is new enough (its headers alone where they do), or else is compiled from the sources of
+# Highway: those that QUARVO_HIGHWAY_SOURCE names, or those that come with the sources of a release.
 set(QUARVO_HIGHWAY_SOURCE "" CACHE PATH "Sources of Highway 1.0 or newer, taken instead of the library of the system")
 set(bundled_highway ${PROJECT_SOURCE_DIR}/bundled/highway)
 

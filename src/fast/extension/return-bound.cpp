@@ -180,7 +180,8 @@ HWY_EXPORT(allows);
 }
 
 bool return_bound_allows(const return_question& question) {
-  return HWY_DYNAMIC_DISPATCH(quarvo_return_bound::allows)(question);
+  using namespace quarvo_return_bound;
+  return HWY_DYNAMIC_DISPATCH(allows)(question);
 }
 
 #endif

@@ -34,24 +34,27 @@ void transpose_16(const std::array<const std::uint8_t*, 16>& rows, std::uint8_t*
 
 #else
 
+// Rows are plain arrays: std::array's own functions would be compiled without the instructions that vectors may need.
 using vector_16 = hn::Vec<hn::Full128<std::uint8_t>>;
+using block_16 = vector_16[16];
 
 // Interleaves row i with row i + 8, which doubles the number of bytes of a column that lie together.
-HWY_INLINE void interleave_halves(std::array<vector_16, 16>& rows) {
+HWY_INLINE void interleave_halves(block_16& rows) {
   const hn::Full128<std::uint8_t> d;
-  std::array<vector_16, 16> interleaved;
+  block_16 interleaved;
   QUARVO_UNROLL
   for (std::size_t i = 0; i < 8; ++i) {
     interleaved[2 * i] = hn::InterleaveLower(d, rows[i], rows[i + 8]);
     interleaved[2 * i + 1] = hn::InterleaveUpper(d, rows[i], rows[i + 8]);
   }
-  rows = interleaved;
+  QUARVO_UNROLL
+  for (std::size_t i = 0; i < 16; ++i) rows[i] = interleaved[i];
 }
 
 // A block of bytes, 16 x 16: byte c of row r goes to byte r of row c.
 void transpose_16(const std::array<const std::uint8_t*, 16>& rows, std::uint8_t* to, std::size_t stride) {
   const hn::Full128<std::uint8_t> d;
-  std::array<vector_16, 16> block;
+  block_16 block;
   QUARVO_UNROLL
   for (std::size_t r = 0; r < 16; ++r) block[r] = hn::LoadU(d, rows[r]);
   QUARVO_UNROLL
