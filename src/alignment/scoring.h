@@ -18,13 +18,13 @@ struct scoring {
 
   bool is_unlimited() const { return score_reduction == std::numeric_limits<int>::max(); }
 
-  // The score that an edit must leave behind is above this, for unit length L, when best was met on the way.
-  std::int64_t bound(int best, int L) const {
-    return std::max<std::int64_t>(static_cast<std::int64_t>(best) - score_reduction, -static_cast<std::int64_t>(L)) -
-           prefer_longer;
+  // The least score that an edit may leave behind, for unit length L, when best was met on the way.
+  std::int64_t least_after_edit(int best, int L) const {
+    const std::int64_t reduced = static_cast<std::int64_t>(best) - score_reduction;
+    return std::max(reduced - prefer_longer + 1, least_after_edit(L));
   }
 
-  // The least score that any edit of unit length L may leave behind, whatever came before.
+  // The floor: the least score that any edit may leave behind, whatever came before.
   std::int64_t least_after_edit(int L) const { return -static_cast<std::int64_t>(L) - prefer_longer + 1; }
 };
 

@@ -30,8 +30,7 @@ struct edit_choice_space {
 template <typename Direction>
 class CEditChoice {
  public:
-  CEditChoice(const look_ahead_rules& its_rules, const CUnitText& its_unit, const char* its_end,
-              edit_choice_space& its_space)
+  CEditChoice(const scoring& its_rules, const CUnitText& its_unit, const char* its_end, edit_choice_space& its_space)
       : rules(its_rules), unit(its_unit), end(its_end), space(its_space) {
     space.run_ends.set(rules, unit.length());
   }
@@ -48,7 +47,7 @@ class CEditChoice {
   bool is_hopeless() const { return hopeless; }
 
  private:
-  look_ahead_rules rules;
+  scoring rules;
   const CUnitText& unit;
   const char* end;
   edit_choice_space& space;

@@ -3,7 +3,8 @@
 
 #include <cstdint>
 
-#include "look-ahead.h"
+#include "perfect-run.h"
+#include "scoring.h"
 #include "unit-text.h"
 
 // Which ends of a repeat an extension may move at all.
@@ -20,7 +21,7 @@
 // Premises: none.
 class CGrowthBound {
  public:
-  explicit CGrowthBound(const look_ahead_rules& its_rules) : rules(its_rules) {}
+  explicit CGrowthBound(const scoring& its_rules) : rules(its_rules) {}
 
   // Whether the repeat that ends at `at`, extended in the direction up to `end`, may change.
   template <typename Direction>
@@ -29,7 +30,7 @@ class CGrowthBound {
     const char next = Direction::ahead(at.s);
     if (next == unit.begin()[at.u] || (next == 'N' && rules.passes_over_Ns)) return true;
     needed = at.score - rules.prefer_longer;
-    lowest = -static_cast<std::int64_t>(unit.length()) - rules.prefer_longer + 1;
+    lowest = rules.least_after_edit(unit.length());
     paths_left = most_paths;
     return edits_lead_there<Direction>(at, unit, end);
   }
@@ -37,7 +38,7 @@ class CGrowthBound {
  private:
   static constexpr int most_paths = 150;
 
-  look_ahead_rules rules;
+  scoring rules;
   int needed = 0;
   std::int64_t lowest = 0;  // the least score behind an edit
   int paths_left = 0;

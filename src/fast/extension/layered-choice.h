@@ -48,12 +48,11 @@ struct layered_states {
 template <typename Direction>
 class CLayeredChoice {
  public:
-  CLayeredChoice(const look_ahead_rules& its_rules, const CUnitText& its_unit, const char* its_end,
-                 layered_states& its_space)
+  CLayeredChoice(const scoring& its_rules, const CUnitText& its_unit, const char* its_end, layered_states& its_space)
       : rules(its_rules),
         window(its_unit, its_end, its_rules.passes_over_Ns, its_rules.recursion_depth),
         space(its_space) {
-    const std::int64_t lowest = rules.bound(0, its_unit.length()) + 1;
+    const std::int64_t lowest = rules.least_after_edit(its_unit.length());
     least_for_mismatch = at_least(lowest - rules.mismatch_score);
     least_for_indel = at_least(lowest - rules.indel_score);
     least_for_any = std::min(least_for_mismatch, least_for_indel);
@@ -81,7 +80,7 @@ class CLayeredChoice {
   using diagonal_states = layered_states::diagonal_states;
   static constexpr int no_state = layered_states::none;
 
-  look_ahead_rules rules;
+  scoring rules;
   CMatchWindow<Direction> window;
   layered_states& space;
   int least_for_mismatch;  // the score that an edit needs before it

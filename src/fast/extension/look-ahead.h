@@ -8,6 +8,7 @@
 
 #include "perfect-run.h"
 #include "scoring.h"
+#include "three-edits.h"
 #include "unit-text.h"
 
 // The look-ahead of the imperfect extension: the highest score reachable from a state by perfect runs and single edits.
@@ -25,8 +26,6 @@
 // Cost: a constant number of steps for small trees; with an unlimited reduction polynomial in the depth (a layer has at
 // most one state for each diagonal and each mismatch on it). Memory is on the heap and the walk is bounded, so no depth
 // overflows the stack. Running out of memory is std::bad_alloc.
-
-using look_ahead_rules = scoring;
 
 // The layers of a look-ahead, kept for their memory by whoever asks for many.
 struct look_ahead_workspace {
@@ -46,7 +45,7 @@ template <typename Direction>
 class CLookAhead {
  public:
   // For extensions of the unit up to `end` (the position with nothing ahead). The unit must stay as it is.
-  CLookAhead(const look_ahead_rules& its_rules, const CUnitText& its_unit, const char* its_end,
+  CLookAhead(const scoring& its_rules, const CUnitText& its_unit, const char* its_end,
              look_ahead_workspace& its_workspace)
       : rules(its_rules), unit(its_unit), end(its_end), workspace(its_workspace) {}
 
@@ -65,15 +64,13 @@ class CLookAhead {
   using state = look_ahead_workspace::state;
   static constexpr int none = look_ahead_workspace::none;
 
-  look_ahead_rules rules;
+  scoring rules;
   const CUnitText& unit;
   const char* end;
   int highest = 0;
   int visits_left = 0;
 
   look_ahead_workspace& workspace;
-
-  int unit_step(int u) const { return Direction::unit_step(u, unit.length()); }
 
   // The defined recursion. Gives up when the tree is too large.
   void visit(extension_state at, unsigned char depth, int best) {
@@ -82,15 +79,9 @@ class CLookAhead {
     highest = std::max(highest, at.score);
     if (at.s == end || depth == rules.recursion_depth) return;
     best = std::max(best, at.score);
-    const std::int64_t bound = rules.bound(best, unit.length());
     ++depth;
-    if (static_cast<std::int64_t>(at.score) + rules.mismatch_score > bound) {
-      visit({Direction::step(at.s), unit_step(at.u), at.score + rules.mismatch_score}, depth, best);
-    }
-    if (static_cast<std::int64_t>(at.score) + rules.indel_score > bound) {
-      visit({Direction::step(at.s), at.u, at.score + rules.indel_score}, depth, best);
-      visit({at.s, unit_step(at.u), at.score + rules.indel_score}, depth, best);
-    }
+    each_edit<Direction>(at, rules, unit.length(), rules.least_after_edit(best, unit.length()),
+                         [&](edit, const extension_state& behind) { visit(behind, depth, best); });
   }
 
   int value_by_layers(const extension_state& from, unsigned char depth, int best) {
@@ -113,17 +104,13 @@ class CLookAhead {
 
   // The three edits at the mismatch that the state stands at, as far as they are admissible.
   void place_edits(unsigned char depth, const state& from) {
-    const std::int64_t bound = rules.bound(from.best, unit.length());
-    const char* const s = Direction::step(from.at.s);
-    const int u = unit_step(from.at.u);
-    if (static_cast<std::int64_t>(from.at.score) + rules.mismatch_score > bound) {
-      place(depth, {{s, u, from.at.score + rules.mismatch_score}, from.diagonal, from.best});
-    }
-    if (static_cast<std::int64_t>(from.at.score) + rules.indel_score > bound) {
-      const int score = from.at.score + rules.indel_score;
-      place(depth, {{s, from.at.u, score}, from.diagonal - 1, from.best});
-      place(depth, {{from.at.s, u, score}, from.diagonal + 1, from.best});
-    }
+    const auto diagonal_behind = [&from](edit made) {
+      return from.diagonal + (made == edit::deletion ? 1 : made == edit::insertion ? -1 : 0);
+    };
+    each_edit<Direction>(from.at, rules, unit.length(), rules.least_after_edit(from.best, unit.length()),
+                         [&](edit made, const extension_state& behind) {
+                           place(depth, {behind, diagonal_behind(made), from.best});
+                         });
   }
 
   // Moves the state to the end of its perfect run and, if edits may follow there, into the next layer.

@@ -6,7 +6,8 @@
 #include <limits>
 
 #include "Csat.h"
-#include "look-ahead.h"
+#include "perfect-run.h"
+#include "scoring.h"
 #include "unit-text.h"
 
 // The alignment bound of alignment-program.h for one candidate, without rounding: the best score over all paths that
@@ -18,7 +19,7 @@
 // are passed over for 0. Gives up, and answers true, where a path tree is large.
 class CPathBound {
  public:
-  CPathBound(const look_ahead_rules& its_rules, const char* its_begin, const char* its_end)
+  CPathBound(const scoring& its_rules, const char* its_begin, const char* its_end)
       : rules(its_rules), seq_begin(its_begin), seq_end(its_end) {}
 
   // For a record that is about to be extended; `unit` is the text of its unit.
@@ -26,7 +27,7 @@ class CPathBound {
     threshold = T;
     highest = sat.score;
     visits_left = most_visits;
-    const std::int64_t lowest = -static_cast<std::int64_t>(unit.length()) - rules.prefer_longer + 1;
+    const std::int64_t lowest = rules.least_after_edit(unit.length());
     least_for_mismatch = at_least(lowest - rules.mismatch_score);
     least_for_indel = at_least(lowest - rules.indel_score);
     const auto index = [&sat](const char* cursor) { return static_cast<int>(cursor - sat.unit_begin); };
@@ -37,7 +38,7 @@ class CPathBound {
  private:
   static constexpr int most_visits = 150;
 
-  look_ahead_rules rules;
+  scoring rules;
   const char* seq_begin;
   const char* seq_end;
   int threshold = 0;

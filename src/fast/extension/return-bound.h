@@ -50,11 +50,11 @@ class CReturnBound {
   static constexpr int highest_score = 255;
 
   template <typename Direction>
-  bool may_return(const extension_state& from, const CUnitText& unit, const char* end, const look_ahead_rules& rules,
+  bool may_return(const extension_state& from, const CUnitText& unit, const char* end, const scoring& rules,
                   int needed) {
     constexpr bool is_left = std::is_same_v<Direction, leftwards>;
     const int L = unit.length();
-    const std::int64_t floor = -static_cast<std::int64_t>(L) - rules.prefer_longer;
+    const std::int64_t floor = rules.least_after_edit(L) - 1;
     const std::int64_t highest = static_cast<std::int64_t>(std::max(from.score, needed)) - floor;
     if (L > longest_unit || highest > highest_score || needed <= floor) return true;
     if (is_left) {

@@ -47,7 +47,7 @@ std::uint64_t starts_of_runs(std::uint64_t ends, std::uint64_t different) {
 
 }  // namespace
 
-void CRunEnds::set(const look_ahead_rules& rules, int unit_length) {
+void CRunEnds::set(const scoring& rules, int unit_length) {
   if (depth != rules.recursion_depth || mismatch_score != rules.mismatch_score || indel_score != rules.indel_score) {
     depth = rules.recursion_depth;
     mismatch_score = rules.mismatch_score;
@@ -56,7 +56,7 @@ void CRunEnds::set(const look_ahead_rules& rules, int unit_length) {
   }
   is_applied = rules.is_unlimited() && depth >= 1 && depth <= most_edits &&
                std::min(mismatch_score, indel_score) >= -most_penalty && std::max(mismatch_score, indel_score) < 0;
-  const std::int64_t lowest = rules.bound(0, unit_length) + 1;
+  const std::int64_t lowest = rules.least_after_edit(unit_length);
   least_for_mismatch = lowest - mismatch_score;
   least_for_indel = lowest - indel_score;
 }

@@ -36,7 +36,7 @@ class CRunEnds {
   static constexpr int symbols = CSymbolsAhead::size;
 
   // For look-aheads by these rules with units of this length.
-  void set(const look_ahead_rules& rules, int unit_length);
+  void set(const scoring& rules, int unit_length);
 
   // Whether the premises hold.
   bool applies() const { return is_applied; }

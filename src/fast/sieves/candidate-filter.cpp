@@ -43,7 +43,7 @@ CCandidateFilter::CCandidateFilter(const char* its_sequence, std::size_t its_len
 
 const std::vector<std::uint64_t>& CCandidateFilter::candidates(unsigned L) {
   bound = {L, penalty_of(rules.mismatch_score), penalty_of(rules.indel_score),
-           static_cast<int>(L) + rules.prefer_longer - 1, min_scores[L]};
+           static_cast<int>(-rules.least_after_edit(static_cast<int>(L))), min_scores[L]};
   kept.assign((length + 63) / 64, 0);
   if (!has_room(L)) return kept;
   if (is_short()) {

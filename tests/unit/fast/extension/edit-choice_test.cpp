@@ -23,7 +23,7 @@ constexpr int unlimited = std::numeric_limits<int>::max();
 template <typename Direction>
 class CPlainOutlook {
  public:
-  CPlainOutlook(const look_ahead_rules& its_rules, const CUnitText& its_unit, const char* its_end)
+  CPlainOutlook(const scoring& its_rules, const CUnitText& its_unit, const char* its_end)
       : rules(its_rules), unit(its_unit), end(its_end) {}
 
   edit_outlook of(const extension_state& at) {
@@ -40,7 +40,7 @@ class CPlainOutlook {
   }
 
  private:
-  look_ahead_rules rules;
+  scoring rules;
   const CUnitText& unit;
   const char* end;
   edit_outlook outlook{};
@@ -79,8 +79,8 @@ class CPlainOutlook {
 // Whether a path that edits wherever it likes has the needed score behind an edit; all paths that stand at one place
 // with one score are one.
 template <typename Direction>
-bool comes_back_plainly(const extension_state& from, const CUnitText& unit, const char* end,
-                        const look_ahead_rules& rules, int needed) {
+bool comes_back_plainly(const extension_state& from, const CUnitText& unit, const char* end, const scoring& rules,
+                        int needed) {
   const int L = unit.length();
   const int floor = -L - rules.prefer_longer;
   std::vector<int> scores(static_cast<std::size_t>(L), floor);
@@ -133,7 +133,7 @@ struct choice_counts {
 template <typename Direction>
 class CChecker {
  public:
-  CChecker(const look_ahead_rules& its_rules, const CUnitText& its_unit, const char* its_end, choice_counts& its_counts)
+  CChecker(const scoring& its_rules, const CUnitText& its_unit, const char* its_end, choice_counts& its_counts)
       : rules(its_rules), unit(its_unit), end(its_end), counts(its_counts) {
     space.run_ends.set(rules, unit.length());
   }
@@ -167,7 +167,7 @@ class CChecker {
   }
 
  private:
-  look_ahead_rules rules;
+  scoring rules;
   const CUnitText& unit;
   const char* end;
   choice_counts& counts;
@@ -195,7 +195,7 @@ class CChecker {
   }
 };
 
-look_ahead_rules random_rules(CRandomDna& random, int depth) {
+scoring random_rules(CRandomDna& random, int depth) {
   const std::vector<std::pair<int, int>> penalties{{-5, -5}, {-5, -5}, {-3, -3}, {-2, -2},  {-4, -5},  {-5, -4},
                                                    {-2, -9}, {-9, -2}, {-7, -3}, {-60, -2}, {-2, -60}, {-61, -5}};
   const auto [mismatch, indel] = random.one_of(penalties);
@@ -213,7 +213,7 @@ TEST_P(EditChoice, IsThatOfAllPathsOnEveryChoiceOfWholeExtensions) {
     CCandidateSequences sequences(random);
     CUnitText unit;
     for (int round = 0; round < (depth <= 5 ? 14 : 5); ++round) {
-      const look_ahead_rules rules = random_rules(random, depth);
+      const scoring rules = random_rules(random, depth);
       const int L = random.number(1, random.coin() ? 12 : 140);
       const std::string text = sequences.make(random.number(L + 1, 500), L, random.number(6, 40));
       SCOPED_TRACE("round " + std::to_string(round) + ", L " + std::to_string(L) + ", scores " +
@@ -242,27 +242,27 @@ INSTANTIATE_TEST_SUITE_P(Depths, EditChoice, ::testing::Range(1, CRunEnds::most_
                          [](const auto& depth) { return "Depth" + std::to_string(depth.param); });
 
 TEST(RunEnds, ApplyWithinTheirPremisesAlone) {
-  const look_ahead_rules rules{-5, -4, unlimited, 1, 5, true, 2};
+  const scoring rules{-5, -4, unlimited, 1, 5, true, 2};
   CRunEnds run_ends;
   const auto apply_with = [&](auto change) {
-    look_ahead_rules changed = rules;
+    scoring changed = rules;
     change(changed);
     run_ends.set(changed, 10);
     return run_ends.applies();
   };
-  EXPECT_TRUE(apply_with([](look_ahead_rules&) {}));
-  EXPECT_TRUE(apply_with([](look_ahead_rules& r) { r.recursion_depth = 7; }));
-  EXPECT_TRUE(apply_with([](look_ahead_rules& r) { r.indel_score = -60; }));
-  EXPECT_FALSE(apply_with([](look_ahead_rules& r) { r.recursion_depth = 8; }));
-  EXPECT_FALSE(apply_with([](look_ahead_rules& r) { r.recursion_depth = 0; }));
-  EXPECT_FALSE(apply_with([](look_ahead_rules& r) { r.score_reduction = 1000; }));
-  EXPECT_FALSE(apply_with([](look_ahead_rules& r) { r.mismatch_score = -61; }));
-  EXPECT_FALSE(apply_with([](look_ahead_rules& r) { r.indel_score = 0; }));
+  EXPECT_TRUE(apply_with([](scoring&) {}));
+  EXPECT_TRUE(apply_with([](scoring& r) { r.recursion_depth = 7; }));
+  EXPECT_TRUE(apply_with([](scoring& r) { r.indel_score = -60; }));
+  EXPECT_FALSE(apply_with([](scoring& r) { r.recursion_depth = 8; }));
+  EXPECT_FALSE(apply_with([](scoring& r) { r.recursion_depth = 0; }));
+  EXPECT_FALSE(apply_with([](scoring& r) { r.score_reduction = 1000; }));
+  EXPECT_FALSE(apply_with([](scoring& r) { r.mismatch_score = -61; }));
+  EXPECT_FALSE(apply_with([](scoring& r) { r.indel_score = 0; }));
 }
 
 // Where scores rise above what is needed, or nothing dies out, the bound must not refuse.
 TEST(ReturnBound, AllowsWhatAPathReaches) {
-  const look_ahead_rules rules{-5, -5, unlimited, 1, 5, true, 2};
+  const scoring rules{-5, -5, unlimited, 1, 5, true, 2};
   CUnitText unit;
   const std::string text = "ACGTT" + std::string("CACGTTACGTTACGTT");
   unit.set(text.data(), text.data() + 5);
