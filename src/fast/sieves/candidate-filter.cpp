@@ -100,7 +100,7 @@ void CCandidateFilter::test_clusters() {
 
 // Clusters of `size` candidates, a power of two, side by side.
 void CCandidateFilter::test_clusters(unsigned size) {
-  const std::uint64_t whole = ~std::uint64_t{0} >> (64 - size);
+  const std::uint64_t whole = size < 64 ? (std::uint64_t{1} << size) - 1 : ~std::uint64_t{0};
   std::array<std::size_t, CBatchBound::most_candidates> starts{};
   std::array<const char*, CBatchBound::most_candidates> positions{};
   std::size_t count = 0;
