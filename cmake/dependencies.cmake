@@ -16,3 +16,9 @@ add_library(quarvo_dependencies INTERFACE)
 target_include_directories(quarvo_dependencies SYSTEM INTERFACE ${QUARVO_TCLAP_INCLUDE_DIR})
 target_compile_definitions(quarvo_dependencies INTERFACE ZLIB_CONST)
 target_link_libraries(quarvo_dependencies INTERFACE quarvo_highway ZLIB::ZLIB)
+
+# Vectors of a size that only the processor knows cannot be members of a class; arm64 has NEON beside them.
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(aarch64|arm64)$")
+  target_compile_definitions(quarvo_dependencies INTERFACE
+    "HWY_DISABLED_TARGETS=(HWY_SVE|HWY_SVE2|HWY_SVE_256|HWY_SVE2_128)")
+endif()
