@@ -64,20 +64,22 @@ static void good_bye_on_error(int code) {
 
 // ---- files -----------------------------------------------------------------------------------
 
-static int file_failure(const char* first_line, const std::string& name, const char* last_line, int code) {
+static int file_failure(const char* first_line, const std::string& name, const char* last_line, int code,
+                        const char* reason = "") {
   fprintf(stderr, "%s\n   \"", first_line);
   print_file_name(stderr, name);
   fprintf(stderr, "\"\n%s\n", last_line);
+  if (*reason) fprintf(stderr, "%s\n", reason);
   good_bye_on_error(code);
   return code;
 }
 
-static int results_not_opened() {
-  return file_failure("Sorry! Failed to open file", global_output_filename, "as output file.", -102);
+static int results_not_opened(const char* reason = "") {
+  return file_failure("Sorry! Failed to open file", global_output_filename, "as output file.", -102, reason);
 }
 
-static int masked_not_opened(const std::string& name) {
-  return file_failure("Sorry! Failed to open file", name, "as file for the masked sequences.", -103);
+static int masked_not_opened(const std::string& name, const char* reason = "") {
+  return file_failure("Sorry! Failed to open file", name, "as file for the masked sequences.", -103, reason);
 }
 
 static int results_not_written() {
@@ -116,12 +118,12 @@ static int open_results(FILE*& results, const std::string& masked_name) {
   }
   const bool have_results = fstat(fd, &results_file) == 0;
   if (!global_output_filename.empty() && have_input && have_results && same_regular_file(results_file, input_file))
-    return results_not_opened();
+    return results_not_opened("It is the input file.");
   if (global_mask_repeats && stat(masked_name.c_str(), &masked_file) == 0) {
-    if ((have_input && same_regular_file(masked_file, input_file)) ||
-        (have_results && same_regular_file(masked_file, results_file))) {
+    const bool is_input = have_input && same_regular_file(masked_file, input_file);
+    if (is_input || (have_results && same_regular_file(masked_file, results_file))) {
       if (created) unlink(global_output_filename.c_str());
-      return masked_not_opened(masked_name);
+      return masked_not_opened(masked_name, is_input ? "It is the input file." : "It is the file for the results.");
     }
   }
 
