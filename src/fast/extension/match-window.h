@@ -22,6 +22,20 @@ struct window_state {
 // that of the extension; here the 64 symbols ahead are compared with the unit once on each diagonal, and a run is then
 // a bit scan. Runs that leave the window, or come to an N that is passed over, are followed symbol by symbol.
 //
+// For example, the unit ACGTT from its first symbol on, and a copy that lacks a T. A bit is set (x) where the symbols
+// differ:
+//
+//   offset               0 1 2 3 4 5 6 7 8 9 ...
+//   symbols ahead        A C G T A C G T T A C G
+//   diagonal -1          x x x x x x x x x x x x     the unit from its last symbol on: T A C G T T A C G T T A
+//   diagonal  0          . . . . x x x x . x x x     A C G T T A C G T T A C
+//   diagonal +1          x x x . . . . . . . . .     C G T T A C G T T A C G
+//
+// The run from offset 0 on diagonal 0 is as long as the zeros from bit 0 on: 4. From there a mismatch leads to offset 5
+// on diagonal 0 and an insertion to 5 on -1, where the runs are empty, and a deletion to 4 on +1, where the zeros go on
+// as far as the copy is good. The look-ahead after that edit is answered from the same words: the window moves only
+// when the extension is more than 16 symbols into it, or too many diagonals off.
+//
 // Diagonals are counted modulo the unit length, as the unit repeats.
 template <typename Direction>
 class CMatchWindow {

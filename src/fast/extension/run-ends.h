@@ -23,6 +23,21 @@
 // The highest score is that of the highest bit of some word. From there the words are followed back to the first edit.
 // All is exact: sets hold no place that a look-ahead does not reach, and lack none.
 //
+// For example, the first edit, at the mismatch that is the symbol at offset 0, with the unit ACGTT at its last symbol
+// and penalties of 5. Of 64 bits 8 are shown, in the order of offsets, so that a carry goes to the right:
+//
+//                    mismatch (0, 0)    insertion (0, 1)   deletion (1, 0)     counts as (D, I)
+//   symbols          A C G T C A C G    A C G T C A C G    A C G T C A C G
+//   unit             T A C G T T A C    T T A C G T T A    A C G T T A C G     on the diagonals 0, -1 and +1
+//   equal            0 0 0 0 0 0 0 0    0 0 0 0 0 0 0 0    1 1 1 1 0 1 1 1
+//   starts           0 1 0 0 0 0 0 0    0 1 0 0 0 0 0 0    1 0 0 0 0 0 0 0     shifted, shifted, not shifted
+//   carried          0 0 0 0 0 0 0 0    0 0 0 0 0 0 0 0    0 0 0 0 1 1 1 1     equal + (starts & equal)
+//   ends of runs     0 1 0 0 0 0 0 0    0 1 0 0 0 0 0 0    0 0 0 0 1 0 0 0     (carried | starts) & ~equal
+//   score            1 - 6 = -5         1 - 6 = -5         4 - 5 = -1          offset less what the edits lost
+//
+// At a depth of 1 the deletion is chosen. A second edit leads from those of these places where it is admissible to the
+// words of (0, 0), (0, 1), (0, 2), (1, 0), (1, 1) and (2, 0); that of (1, 1) is reached from (0, 1) and from (1, 0).
+//
 // Premises: the score reduction is unlimited (the floor is the same everywhere), at most most_edits edits a look-ahead,
 // penalties of up to most_penalty. The scores of mismatches and indels may differ. A path that leaves the 64 symbols
 // ahead, or comes to an N that is passed over, leaves what is known here, and there is no answer. The end of the record

@@ -20,6 +20,24 @@
 // AND with the plane of matches or its complement. Scores only ever get rounded up, and where a plane would be rare or
 // the rows end, its candidates are kept instead. So the test keeps every candidate whose final score can reach T.
 //
+// For example, the whole program for L = 2, b = 2, T = 4 and penalties of 6. E(i,j) is the plane of "the symbols at
+// p + i and p + j are equal", the unit is at 0 and 1, and s<n> are the candidates with a path of score n, all of them
+// on diagonal 0. Rightwards from the score 0, then leftwards from the best score, rounded up to 1 or to T - 1:
+//
+//   row 0   s0 = all                                       row 4   s1 = ~above_1, s3 = above_1
+//   row 1   s1 = s0 & E(2,0)   above_1 |= s1 & E(3,1)              keep |= s3 & E(-1,1)
+//   row 2   s2 = s1 & E(3,1)                               row 5   s2 = s1 & E(-1,1)
+//   row 3   s3 = s2 & E(4,0)   keep |= s3 & E(5,1)         row 6   s3 = s2 & E(-2,0)   keep |= s3 & E(-3,1)
+//
+// That is all, since an edit would lead from 3 to -3, below -b. Penalties of 5 allow the edits from 3 to -2. What they
+// add to the right, with m = s3 & ~E(5,1), the paths of row 3 at a mismatch:
+//
+//   diagonal         -1 (insertion)       0 (mismatch)         +1 (deletion)
+//   row 3                                                      m, still in this row
+//   row 4            m                    m                    m & E(5,0)            scores -2, -2, -1
+//   row 5            m & E(6,1)           m & E(6,0)           ... & E(6,1)          scores -1, -1,  0
+//   row 6            ... & E(7,0)         ... & E(7,1)         ... & E(7,0)          few by now: keep |= any of them
+//
 // The program for one unit length is made from the scoring: at run time, to be interpreted by alignment-filter.h, or,
 // for the default scoring, when Quarvo is built, to be compiled (alignment-kernels.h).
 

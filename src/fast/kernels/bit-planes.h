@@ -14,6 +14,21 @@
 // go from -margin to stretch + margin + overrun - 1; positions outside the sequence read as arbitrary symbols that are
 // not N. Words of lanes that stand for no symbol at all hold anything. Costs 3/8 byte a symbol, and as much while it is
 // built.
+//
+// For example, with 3 lanes in place of 512 the 12 symbols ACGTGATCCGAA make stretches of 4:
+//
+//   position   0 1 2 3 | 4 5 6 7 | 8 9 10 11         low    0 for A and T, 1 for C and G
+//   symbol     A C G T | G A T C | C G A  A          high   0 for A and C, 1 for G and T
+//
+//   vector t   -1   0    1    2    3    4    5
+//   lane 0      ?   A    C    G    T    G    A       what lane 0 has in its margin, lane 1 begins with
+//   lane 1      T   G    A    T    C    C    G
+//   lane 2      C   C    G    A    A    ?    ?       ?: outside the sequence
+//   low        ?01 011  101  100  010  11?  01?
+//   high       ?10 010  001  110  100  10?  01?
+//
+// So whether the positions 0, 4 and 8 equal those 5 further on is seen at once from the vectors 0 and 5, without any
+// shift: ~(low(0) ^ low(5) | high(0) ^ high(5)) = 11?, as A is at 0 and 5, and G at 4 and 9.
 class CBitPlanes {
  public:
   static constexpr std::size_t lanes = 512;

@@ -20,6 +20,17 @@ struct symbol_range {
 // consumed). Unlike the bit planes, which see all positions, this sees only what they left, so it pays to be exact:
 // nothing is rounded. Outside the record there are symbols that equal no other.
 //
+// For example, one lane for the unit ACGTTG, b = 6 and penalties of 5, so that it holds score + 7. Beside the scores
+// that a row begins with stands the unit symbol that it compares, and a copy that lacks a T follows:
+//
+//   row  symbol    diagonal -2     -1      0     +1
+//    0     A                            7 A            matches, as rows 1 to 3
+//    4     G                           11 T            11 - 5 = 6 goes to -1 (insertion), to 0 (mismatch) and, in this
+//                                             6 G      row still, to +1 (deletion), where G matches: 7
+//    5     A                     6 T    6 G   7 A      each 6 leaves 1 on its diagonal and beside it, where there is
+//    6     C              1 T    1 G    1 A   8 C      no more; 1 is the score -b, so the next mismatch is the end of
+//    7     G                                  9 G      these paths, and the one with the deletion goes on alone
+//
 // Diagonals L apart are one: on both the next unit symbol is the same one of the circle, and so is all that follows.
 // For L = 3, a path that has consumed 7 symbols of the sequence and 5 of the unit, and one that has consumed 7 and 8,
 // both compare the eighth symbol with unit symbol 2, and where it differs both may be at (8, 6 or 9), (8, 5 or 8) or
@@ -62,6 +73,18 @@ class CBatchBound {
   // end of the first unit and up to that of the last one a symbol may match if it equals either the next symbol of the
   // longer view or that of the next copy, and must match only if it equals both. The scores to the left begin with the
   // best of the cluster to the right. Premises: applies(), and 0 < size <= L.
+  //
+  // For example, to the right for L = 4 and the cluster of p and p + 1; symbols are given by their distance from p:
+  //
+  //   symbol                       4   5   6   7   8   9  10  11  12  13
+  //   compared with for p          0   1   2   3   0   1   2   3   0   1     unit 0 .. 3, which ends in front of 4
+  //   compared with for p + 1          1   2   3   4   1   2   3   4   1     unit 1 .. 4, which ends in front of 5
+  //   a path begins                *   *
+  //   may match                    0   1   2   3  0|4  1   2   3  0|4  1     either is enough
+  //   must match                   0   1   2   3  0&4  1   2   3  0&4  1     both, else an edit is tried as well
+  //
+  // In each copy size - 1 symbols, here one, tell the candidates apart. To the left it is the mirror image, and p + 1
+  // begins.
   std::uint64_t clusters_may_reach(const alignment_bound& bound, int size, const symbol_range& record,
                                    const char* const* positions, std::size_t count, bool Ns_match);
 

@@ -30,6 +30,25 @@ class alignment_programs {
 //
 // This is the one place that decides which tests run for which unit length and parameters; each test states its own
 // premises and argument.
+//
+// Under the default scoring (penalties of 5, P = 1, T the larger of 6 and L, N's neutral) it comes to this, except that
+// there are no candidates at all where a record has fewer than T symbols beside the unit:
+//
+//   record          L              candidates()                                          still_candidates()
+//   up to 1500      1 to 12        compiled alignment program                            keeps all
+//                   13 to 119      batches of consecutive candidates                     keeps all
+//                   120 and more   as longer records
+//   longer          1 to 20        compiled alignment program                            batch
+//                   21 to 31       potential, clusters of 16, then of 4                  batch
+//                   32 to 63       potential, clusters of 32, then of 8                  batch
+//                   64 to 128      potential, clusters of 64, then of 16                 batch
+//                   129 to 2000    potential, clusters of 64                             batch
+//                   2001 and more  potential                                             keeps all
+//
+// Batches and clusters hold scores of one byte up to L = 119, and of two bytes above. Other scorings have interpreted
+// programs in place of compiled ones or, where these are of no use, clusters of all candidates from L = 8 on; in short
+// records, runs of matches are asked for in front of the batches. With a penalty below 5 the potential serves from 16
+// on, and with one below 3, or some T of 3 or less, not at all.
 class CCandidateFilter {
  public:
   // For the candidates of the sequence [sequence, sequence + length) under the parameters and the minimum scores by

@@ -30,10 +30,15 @@
 // begun with s(0) = (T - 1) / 2, exceeds that by the rest of T; and wherever paths outlive the copies that are looked
 // at.
 //
-// For example, L = T = 20, b = 20, e = 1, and the values to the right are 9 in the first copy and no more than 14
-// beyond. The first copy gives 9 / 2, less than 10 points. Its paths leave it with 9 - 20 = -11 at most, and gain no
-// more than -11 + 14 / 2 in the second, which they leave with -11 + 14 - 20 = -17. From the third they do not gain, and
-// leave it with -17 + 14 - 20 = -23: none gets farther, and nothing is found to the right.
+// For example, L = T = 30, b = 30, e = 1, and the values to the right are 13 in the first copy and no more than 20 in
+// later ones. The right extension needs 15 points:
+//
+//   copy   value   best score met in it        score at which it is left, at most
+//    1      13       0 + 13 / 2 =  6             0 + 13 - 30 = -17
+//    2      20     -17 + 20 / 2 = -7           -17 + 20 - 30 = -27
+//    3      20     -27 + 20 / 2 = -17          -27 + 20 - 30 = -37, less than -b: no path gets farther
+//
+// Nothing is found to the right. To the left, the bound begins at (30 - 1) / 2 = 14 and must reach 30.
 //
 // Values are capped. That is sound: from a score of s a path never loses more than s + b in a copy, so where a value on
 // it was capped at C, the copy's value is C - s - b or more; and where s(j - 1) + b + f(j) is C or more the candidate

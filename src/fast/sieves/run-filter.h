@@ -22,6 +22,18 @@
 // in [p - K, p]. B is made a block at a time from vector compares, 64 positions a word, by shifting the words over each
 // other in log2(K) steps. Cost: two loads a vector of positions and unit length, 1/8 byte a position of a block.
 //
+// For example, L = 3 and K = 4, found in two steps (runs of 2, then of 4):
+//
+//   position      0 1 2 3 4 5 6 7 8 9 10 11
+//   symbol        T G A C G A C G A A C  T      the repeat is [1, 9), with 9 - 1 - 3 = 5 matches
+//   E             0 1 1 1 1 1 0 0 0             E[1]: G at 1 and at 4
+//   E at i, i+1   0 1 1 1 1 0 0 0 0             the word and itself shifted by 1
+//   B             0 1 1 0 0 0 0 0 0             that and itself shifted by 2
+//   kept          0 1 1 1 1 1 1 0 0             up to 4 past a member of B
+//
+// Asked for the first start from 0 on, the filter finds the member 1 and answers 1; from 7 on, it finds no member from
+// 7 - 4 on and answers the end. Stretches without a repeat are thus passed 64 positions at a time.
+//
 // Premises: none; with K < 1 every position is kept. Not for use by several threads at once.
 class CRunFilter {
  public:
