@@ -101,7 +101,8 @@ bool CSearchController::passes_thresholds(const Csat& sat, const exact_pass& pas
 }
 
 bool CSearchController::is_stored(const Csat& sat, const exact_pass& pass) {
-  return passes_thresholds(sat, pass) && shortcuts.is_worth_storing(sat, unit_text_of(sat));
+  if (!passes_thresholds(sat, pass)) return false;
+  return pass.purpose == for_report || shortcuts.is_worth_storing(sat, unit_text_of(sat));
 }
 
 // Whether the repeat closes its symbols to the units tried after it: those that the user will see do.

@@ -68,7 +68,7 @@ class CShortcuts {
   virtual const char* next_start(const char* p) { return p; }
   // Gives a record the ends that its extension would find, if they are known.
   virtual bool is_known_repeat(Csat& /*sat*/) { return false; }
-  // Whether a repeat that passes the thresholds need be stored: not if it leaves no trace in the results.
+  // Whether a seed that passes the thresholds need be stored: not if it leaves no trace in the results.
   virtual bool is_worth_storing(const Csat& /*sat*/, const CUnitText& /*unit*/) { return true; }
   // The next start to ask for behind that of the record, which was stored or not and whose repeat the mask covers or
   // does not.

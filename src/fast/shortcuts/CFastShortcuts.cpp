@@ -81,7 +81,6 @@ CShortcuts::decision CFastShortcuts::choose(extension<Direction>& side, const ex
 }
 
 void CFastShortcuts::begin_exact_scan(const exact_scan& scan) {
-  is_for_seeds = scan.is_for_seeds;
   is_known = false;
   if (switches.exact_starts) starts.emplace(begin, end, scan, *settings);
 }
@@ -96,7 +95,7 @@ bool CFastShortcuts::is_known_repeat(Csat& sat) {
 // A seed whose extension cannot reach the score would be extended, rejected and leave no trace: an extension reads
 // nothing that other seeds change. What is known was worth storing before.
 bool CFastShortcuts::is_worth_storing(const Csat& sat, const CUnitText& unit) {
-  if (!is_for_seeds || is_known) return true;
+  if (is_known) return true;
   const int T = settings->min_scores[static_cast<unsigned>(sat.unit_length())];
   return sat.score >= T || may_reach(sat, unit, T);
 }

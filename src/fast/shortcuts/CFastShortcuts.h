@@ -75,8 +75,7 @@ class CFastShortcuts final : public CShortcuts {
   decision choose(extension<Direction>& side, const extension_state& at, unsigned char depth, int best);
 
   std::optional<CExactStarts> starts;
-  bool is_known = false;      // the repeat in hand, from one before
-  bool is_for_seeds = false;  // the exact scan under way
+  bool is_known = false;  // the repeat in hand, from one before
 
   CLastSeed last_seed;
   const Csat* last_extended = nullptr;  // what it became, if it was accepted

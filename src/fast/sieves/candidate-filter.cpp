@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <map>
 #include <tuple>
 
 #include "alignment-filter.h"
