@@ -63,12 +63,15 @@ class CReturnBound {
       std::copy(unit.begin(), unit.begin() + L, symbols.begin());
     }
     return return_bound_allows({is_left ? from.s - 1 : from.s, is_left ? -1 : 1, Direction::left_over(from.s, end),
-                                symbols.data(), L, is_left ? L - 1 - from.u : from.u, -rules.mismatch_score,
-                                -rules.indel_score, rules.passes_over_Ns, static_cast<int>(from.score - floor),
+                                symbols.data(), L, is_left ? L - 1 - from.u : from.u, penalty(rules.mismatch_score),
+                                penalty(rules.indel_score), rules.passes_over_Ns, static_cast<int>(from.score - floor),
                                 static_cast<int>(needed - floor)});
   }
 
  private:
+  // A penalty beyond the highest score ends a path as that score does.
+  static int penalty(int score) { return score < -highest_score ? highest_score : -score; }
+
   std::array<std::uint8_t, longest_unit> symbols{};
 };
 

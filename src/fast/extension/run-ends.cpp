@@ -48,14 +48,16 @@ std::uint64_t starts_of_runs(std::uint64_t ends, std::uint64_t different) {
 }  // namespace
 
 void CRunEnds::set(const scoring& rules, int unit_length) {
-  if (depth != rules.recursion_depth || mismatch_score != rules.mismatch_score || indel_score != rules.indel_score) {
-    depth = rules.recursion_depth;
+  is_applied = rules.is_unlimited() && rules.recursion_depth >= 1 && rules.recursion_depth <= most_edits &&
+               std::min(rules.mismatch_score, rules.indel_score) >= -most_penalty &&
+               std::max(rules.mismatch_score, rules.indel_score) < 0;
+  if (!is_applied) return;
+  depth = rules.recursion_depth;
+  if (mismatch_score != rules.mismatch_score || indel_score != rules.indel_score) {
     mismatch_score = rules.mismatch_score;
     indel_score = rules.indel_score;
     set_losses();
   }
-  is_applied = rules.is_unlimited() && depth >= 1 && depth <= most_edits &&
-               std::min(mismatch_score, indel_score) >= -most_penalty && std::max(mismatch_score, indel_score) < 0;
   const std::int64_t lowest = rules.least_after_edit(unit_length);
   least_for_mismatch = lowest - mismatch_score;
   least_for_indel = lowest - indel_score;
