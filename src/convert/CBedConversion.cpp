@@ -10,7 +10,7 @@ constexpr int highest_score = 1000;
 
 }  // namespace
 
-void CBedConversion::begin(std::FILE* /*out*/, const results_header& /*header*/) {}
+bool CBedConversion::begin(std::FILE* /*out*/, const results_header& /*header*/) { return true; }
 
 bool CBedConversion::begin_sequence(std::FILE* /*out*/, const results_sequence& sequence) {
   name = plain_name(sequence.name);
@@ -18,7 +18,7 @@ bool CBedConversion::begin_sequence(std::FILE* /*out*/, const results_sequence& 
   return names.add(name) || refuse(repeated_name(sequence));
 }
 
-void CBedConversion::add(std::FILE* out, const results_repeat& repeat) {
+bool CBedConversion::add(std::FILE* out, const results_repeat& repeat) {
   line = name;
   line += '\t';
   append_number(line, repeat.start - 1);
@@ -30,6 +30,5 @@ void CBedConversion::add(std::FILE* out, const results_repeat& repeat) {
   append_number(line, std::clamp(repeat.score, 0, highest_score));
   line += "\t.\n";
   write(out, line);
+  return true;
 }
-
-bool CBedConversion::finish(std::FILE* /*out*/) { return true; }

@@ -8,10 +8,9 @@
 // the strand. In the order of the results: by sequence, then by start.
 class CBedConversion : public CConversion {
  public:
-  void begin(std::FILE* out, const results_header& header) override;
+  bool begin(std::FILE* out, const results_header& header) override;
   bool begin_sequence(std::FILE* out, const results_sequence& sequence) override;
-  void add(std::FILE* out, const results_repeat& repeat) override;
-  bool finish(std::FILE* out) override;
+  bool add(std::FILE* out, const results_repeat& repeat) override;
 
  private:
   std::string name;

@@ -4,9 +4,10 @@
 
 #include "text-output.h"
 
-void CGff3Conversion::begin(std::FILE* out, const results_header& header) {
+bool CGff3Conversion::begin(std::FILE* out, const results_header& header) {
   may_have_regions = header.names_every_sequence() || !lengths.is_empty();
   write(out, "##gff-version 3\n");
+  return true;
 }
 
 bool CGff3Conversion::begin_sequence(std::FILE* out, const results_sequence& sequence) {
@@ -23,7 +24,7 @@ bool CGff3Conversion::begin_sequence(std::FILE* out, const results_sequence& seq
 }
 
 // Without lengths there is no region, and nothing to wait for.
-void CGff3Conversion::add(std::FILE* out, const results_repeat& repeat) {
+bool CGff3Conversion::add(std::FILE* out, const results_repeat& repeat) {
   line = name;
   line += "\tQuarvo\ttandem_repeat\t";
   append_number(line, repeat.start);
@@ -39,6 +40,7 @@ void CGff3Conversion::add(std::FILE* out, const results_repeat& repeat) {
   } else {
     write(out, line);
   }
+  return true;
 }
 
 // Keys of attributes that GFF3 does not define itself are in lower case. No value needs escaping.
@@ -68,5 +70,5 @@ void CGff3Conversion::append_count(std::string_view key, const std::optional<int
 }
 
 bool CGff3Conversion::finish(std::FILE* out) {
-  return features.copy_to(out) || refuse("Sorry! " + features.trouble() + "\n");
+  return features.copy_to(out) || refuse("Sorry! " + features.trouble() + "\n", companion_status::not_written);
 }

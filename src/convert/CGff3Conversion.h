@@ -14,9 +14,9 @@ class CGff3Conversion : public CConversion {
  public:
   explicit CGff3Conversion(const CSequenceLengths& table) : lengths(table) {}
 
-  void begin(std::FILE* out, const results_header& header) override;
+  bool begin(std::FILE* out, const results_header& header) override;
   bool begin_sequence(std::FILE* out, const results_sequence& sequence) override;
-  void add(std::FILE* out, const results_repeat& repeat) override;
+  bool add(std::FILE* out, const results_repeat& repeat) override;
   bool finish(std::FILE* out) override;
 
  private:

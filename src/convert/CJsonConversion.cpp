@@ -56,8 +56,9 @@ ordered_json object_of(const results_repeat& repeat) {
 
 }  // namespace
 
-void CJsonConversion::begin(std::FILE* /*out*/, const results_header& header) {
+bool CJsonConversion::begin(std::FILE* /*out*/, const results_header& header) {
   has_all_sequences = header.names_every_sequence();
+  return true;
 }
 
 bool CJsonConversion::begin_sequence(std::FILE* /*out*/, const results_sequence& sequence) {
@@ -72,11 +73,10 @@ bool CJsonConversion::begin_sequence(std::FILE* /*out*/, const results_sequence&
   return true;
 }
 
-void CJsonConversion::add(std::FILE* out, const results_repeat& repeat) {
+bool CJsonConversion::add(std::FILE* out, const results_repeat& repeat) {
   write(out, beginning);
   const std::string rest = object_of(repeat).dump();
   write(out, std::string_view(rest).substr(1));
   write(out, "\n");
+  return true;
 }
-
-bool CJsonConversion::finish(std::FILE* /*out*/) { return true; }

@@ -12,10 +12,9 @@ class CJsonConversion : public CConversion {
  public:
   explicit CJsonConversion(const CSequenceLengths& table) : lengths(table) {}
 
-  void begin(std::FILE* out, const results_header& header) override;
+  bool begin(std::FILE* out, const results_header& header) override;
   bool begin_sequence(std::FILE* out, const results_sequence& sequence) override;
-  void add(std::FILE* out, const results_repeat& repeat) override;
-  bool finish(std::FILE* out) override;
+  bool add(std::FILE* out, const results_repeat& repeat) override;
 
  private:
   const CSequenceLengths& lengths;

@@ -2,14 +2,20 @@
 
 #include "text-output.h"
 
-void CSummaryConversion::begin(std::FILE* /*out*/, const results_header& its_header) { header = its_header; }
+bool CSummaryConversion::begin(std::FILE* /*out*/, const results_header& its_header) {
+  header = its_header;
+  return true;
+}
 
 bool CSummaryConversion::begin_sequence(std::FILE* /*out*/, const results_sequence& sequence) {
   summary.begin_sequence(sequence, sequence.length ? sequence.length : lengths.of(sequence.name));
   return true;
 }
 
-void CSummaryConversion::add(std::FILE* /*out*/, const results_repeat& repeat) { summary.add(repeat); }
+bool CSummaryConversion::add(std::FILE* /*out*/, const results_repeat& repeat) {
+  summary.add(repeat);
+  return true;
+}
 
 // Results that leave out sequences without repeats need the table of lengths for them, and a run over the whole input.
 std::optional<std::int64_t> CSummaryConversion::searched_symbols() const {

@@ -11,9 +11,9 @@ class CSummaryConversion : public CConversion {
  public:
   explicit CSummaryConversion(const CSequenceLengths& table) : lengths(table) {}
 
-  void begin(std::FILE* out, const results_header& its_header) override;
+  bool begin(std::FILE* out, const results_header& its_header) override;
   bool begin_sequence(std::FILE* out, const results_sequence& sequence) override;
-  void add(std::FILE* out, const results_repeat& repeat) override;
+  bool add(std::FILE* out, const results_repeat& repeat) override;
 
  protected:
   results_header header;

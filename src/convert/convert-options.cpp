@@ -6,16 +6,9 @@ convert_option_values convert_options;
 
 namespace {
 
-constexpr std::array<option_word, 5> formats{
-    {{"bed", "One line a repeat, positions from 0"},
-     {"gff3", "Generic feature format 3"},
-     {"json", "One JSON object a repeat, on a line of its own"},
-     {"tsv", "Table of repeats and covered symbols by unit length, by unit and by sequence"},
-     {"multiqc", "The same table as custom content for MultiQC, for a file whose name ends in _mqc.json"}}};
-
 const std::array<option_row, 5> rows{{
     {.long_name = "sample",
-     .destination = &convert_options.sample,
+     .destination = &convert_options.conversion.sample,
      .label = "name",
      .summary = "The name of the sample in a MultiQC file.",
      .help = "Default: the name of the input file that was searched, without its directories and endings."},
@@ -34,8 +27,8 @@ const std::array<option_row, 5> rows{{
      .help = "It appears under this name when it is complete. Default: standard output."},
     {.short_name = "t",
      .long_name = "to",
-     .destination = word_destination{&convert_options.to},
-     .words = formats,
+     .destination = word_destination{&convert_options.conversion.to},
+     .words = conversion_formats,
      .is_required = true,
      .summary = "The format to write.",
      .help = "{words}."},

@@ -5,17 +5,14 @@
 #include <string>
 #include <vector>
 
-#include "option-row.h"
+#include "conversion-settings.h"
 
 // The one table of quarvo-convert's options: the parser is built from it, and so is all that documents the options.
 
-enum convert_format : int { to_bed, to_gff3, to_json, to_tsv, to_multiqc };
-
 struct convert_option_values {
-  int to = to_bed;      // a convert_format
+  conversion_settings conversion;
   std::string output;   // empty: standard output
   std::string lengths;  // empty: none
-  std::string sample;   // empty: from the name of the run's input file
   std::vector<std::string> results;
 };
 extern convert_option_values convert_options;

@@ -36,6 +36,7 @@ class CConvertRun {
   int begin_sequence();
   int add_repeat();
   int end_with_message(int status, const std::string& message) const;
+  int end_on_refusal() const { return end_with_message(conversion->status(), conversion->error()); }
   int end_on_write_failure() const;
 };
 
@@ -52,12 +53,12 @@ int CConvertRun::open_output() {
   if (!output.open(convert_options.output, convert_options.results[0], convert_options.lengths)) {
     return companion_status::not_written;
   }
-  conversion = make_conversion(static_cast<convert_format>(convert_options.to), lengths, convert_options.sample);
+  conversion = make_conversion(convert_options.conversion, lengths);
   return 0;
 }
 
 int CConvertRun::convert() {
-  conversion->begin(output.stream(), results.header());
+  if (!conversion->begin(output.stream(), results.header())) return end_on_refusal();
   for (;;) {
     int status = 0;
     switch (results.next()) {
@@ -86,9 +87,7 @@ int CConvertRun::begin_sequence() {
                                 shown(sequence.name) + "\"\nand the table of lengths gives " + std::to_string(*length) +
                                 ".\n" + right_lengths);
   }
-  if (!conversion->begin_sequence(output.stream(), results.sequence())) {
-    return end_with_message(companion_status::not_suited, conversion->error());
-  }
+  if (!conversion->begin_sequence(output.stream(), results.sequence())) return end_on_refusal();
   return std::ferror(output.stream()) == 0 ? 0 : end_on_write_failure();
 }
 
@@ -100,14 +99,12 @@ int CConvertRun::add_repeat() {
                                 " a repeat ends past the length that the table of lengths gives for\n   \"" +
                                 shown(results.sequence().name) + "\"\n" + right_lengths);
   }
-  conversion->add(output.stream(), results.repeat());
+  if (!conversion->add(output.stream(), results.repeat())) return end_on_refusal();
   return std::ferror(output.stream()) == 0 ? 0 : end_on_write_failure();
 }
 
 int CConvertRun::finish() {
-  if (!conversion->finish(output.stream())) {
-    return end_with_message(companion_status::not_written, conversion->error());
-  }
+  if (!conversion->finish(output.stream())) return end_on_refusal();
   return output.finish() ? 0 : end_on_write_failure();
 }
 

@@ -31,6 +31,9 @@ struct results_header {
 
   // True when the file names every sequence, also those without repeats, and gives their lengths.
   bool names_every_sequence() const { return format != one_per_line_format || has_sequence_comments; }
+
+  // True when every repeat has its symbols.
+  bool tells_symbols() const { return format == one_per_line_format || print_mode != 0; }
 };
 
 // A sequence of the input, in the order of the input.

@@ -4,6 +4,9 @@
 0 bed            quarvo three.fa r 2>err && quarvo-convert -t bed r
 0 gff3           quarvo three.fa r 2>err && quarvo-convert -t gff3 r
 0 json           quarvo -f 3 three.fa r 2>err && quarvo-convert -t json r
+0 table          quarvo -f 3 three.fa r 2>err && quarvo-convert -t table r
+0 as-fasta       quarvo -f 3 three.fa r 2>err && quarvo-convert -t fasta r
+0 as-fasta-place { echo '>a'; printf 'AC%.0s' {1..7}; } >in.fa; quarvo --outputFormat 3 in.fa r 2>err && sed -i '/^a\t/p' r && quarvo-convert -t fasta r
 0 tsv            quarvo three.fa r 2>err && quarvo-convert -t tsv r
 0 multiqc        quarvo three.fa r 2>err && quarvo-convert -t multiqc r
 0 multiqc-sample quarvo three.fa r 2>err && quarvo-convert -t multiqc --sample 'liver 3' r | grep liver
@@ -12,11 +15,14 @@
 # --- what the results tell
 0 json-format-0  quarvo --outputFormat 0 --printRepeatSeqMode 0 three.fa r 2>err && quarvo-convert -t json r
 0 json-format-3  quarvo --outputFormat 3 -f 3 --NsAsMissense three.fa r 2>err && quarvo-convert -t json r
+0 table-format-0 quarvo --outputFormat 0 --printRepeatSeqMode 0 three.fa r 2>err && quarvo-convert -t table r
+0 table-format-3 quarvo --outputFormat 3 --NsAsMissense three.fa r 2>err && quarvo-convert -t table --lengths three.fa.fai r
+5 as-fasta-format-0 quarvo --outputFormat 0 --printRepeatSeqMode 0 three.fa r 2>err && quarvo-convert -t fasta -o converted r
 0 gff3-format-0  quarvo --outputFormat 0 three.fa r 2>err && quarvo-convert -t gff3 r
 0 gff3-format-3  quarvo --outputFormat 3 three.fa r 2>err && quarvo-convert -t gff3 r
 0 tsv-format-3   quarvo --outputFormat 3 three.fa r 2>err && quarvo-convert -t tsv r
-0 no-repeats     quarvo -s 1000 three.fa r 2>err && for f in bed gff3 json tsv; do quarvo-convert -t $f r; done
-0 no-sequences   quarvo --firstSeq 9 three.fa r 2>err && for f in bed gff3 json tsv multiqc; do quarvo-convert -t $f r; done
+0 no-repeats     quarvo -s 1000 three.fa r 2>err && for f in bed gff3 json table fasta tsv; do quarvo-convert -t $f r; done
+0 no-sequences   quarvo --firstSeq 9 three.fa r 2>err && for f in bed gff3 json table fasta tsv multiqc; do quarvo-convert -t $f r; done
 0 gzip           quarvo three.fa r 2>err && gzip r && quarvo-convert -t bed r.gz
 0 stdin          quarvo three.fa 2>err | quarvo-convert -t bed /dev/stdin
 
