@@ -1,6 +1,7 @@
 #ifndef QUARVO_CANCHORSEQ_H
 #define QUARVO_CANCHORSEQ_H
 
+#include <algorithm>
 #include <cstring>
 #include <memory>
 
@@ -9,7 +10,8 @@
 #include "huge-pages.h"
 
 // The anchor mask over one sequence: "a" where a position may anchor a new repeat unit, a blank where it lies inside an
-// accepted repeat. One guard byte on each side is always "a", so positions -1 and `length` read as free.
+// accepted repeat. One guard byte on each side is always "a", so positions -1 and `length` read as free. A mask may
+// cover a window of the record alone; what lies outside of it is not kept.
 class CAnchorSeq {
  public:
   static constexpr char anchor = 'a';
@@ -21,9 +23,11 @@ class CAnchorSeq {
   char* mask_begin;  // the mask byte of sequence position 0
   char* mask_end;    // the guard byte behind the last position
 
-  explicit CAnchorSeq(const CSequence_Mol& sequence)
-      : seq_begin(sequence.symbols.buffer),
-        length(sequence.symbols.length),
+  explicit CAnchorSeq(const CSequence_Mol& sequence) : CAnchorSeq(sequence.symbols.buffer, sequence.symbols.length) {}
+  // Of the positions [window, window + its_length).
+  CAnchorSeq(const char* window, unsigned its_length)
+      : seq_begin(window),
+        length(its_length),
         buffer(new char[static_cast<std::size_t>(length) + 3]),
         mask_begin(buffer.get() + 1),
         mask_end(mask_begin + length) {
@@ -48,8 +52,14 @@ class CAnchorSeq {
 
   // Covers the repeat and frees the positions of its edits again, so that later candidates may start there.
   void cover(const Csat& sat) {
-    std::memset(mask_begin + (sat.pos_left - seq_begin), covered, static_cast<std::size_t>(sat.span()));
-    for (const auto& entry : sat.missense_entries()) mask_begin[entry.position - seq_begin] = anchor;
+    const char* const from = std::max(sat.pos_left, seq_begin);
+    const char* const to = std::min(sat.pos_right, seq_begin + length);
+    if (from < to) std::memset(mask_begin + (from - seq_begin), covered, static_cast<std::size_t>(to - from));
+    for (const auto& entry : sat.missense_entries()) {
+      if (seq_begin <= entry.position && entry.position < seq_begin + length) {
+        mask_begin[entry.position - seq_begin] = anchor;
+      }
+    }
   }
 };
 

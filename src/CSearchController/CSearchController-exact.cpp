@@ -1,6 +1,7 @@
 // The exact search: runs in which a unit follows itself without an edit, short runs of N's passed over.
 
 #include <algorithm>
+#include <utility>
 
 #include "CSearchController.h"
 
@@ -61,8 +62,8 @@ struct CSearchController::exact_pass {
   CSpareSat spare;
   exact_purpose purpose;
 
-  exact_pass(const CSequence_Mol& sequence, Csat_garbagecollector& pool, exact_purpose for_what)
-      : mask(sequence), spare(pool), purpose(for_what) {}
+  exact_pass(CAnchorSeq its_mask, Csat_garbagecollector& pool, exact_purpose for_what)
+      : mask(std::move(its_mask)), spare(pool), purpose(for_what) {}
 };
 
 void CSearchController::exact_search_2() {
@@ -71,7 +72,7 @@ void CSearchController::exact_search_2() {
 }
 
 void CSearchController::search_exact(exact_purpose purpose) {
-  exact_pass pass(sequence, workspace.pool, purpose);
+  exact_pass pass(make_mask(), workspace.pool, purpose);
   unsigned L = settings.min_unit_length;
   if (L == 1) {
     exact_search_of_unit_length_1(pass);
@@ -115,8 +116,8 @@ bool CSearchController::is_covered(const Csat& sat, const exact_pass& pass) cons
 void CSearchController::exact_search_of_unit_length_1(exact_pass& pass) {
   if (sequence.symbols.length < 2) return;
   begin_exact_scan(1, pass);
-  CPoll poll(seq_begin());
-  for (const char* a = shortcuts.next_start(seq_begin()); a != nullptr && seq_end() - a > 1;) {
+  CPoll poll(first_start());
+  for (const char* a = shortcuts.next_start(first_start()); a != nullptr && a < behind_starts() && seq_end() - a > 1;) {
     if (poll.is_due(a)) report_progress(1);
     if (*a == 'N') {
       a = shortcuts.next_start(a + 1);
@@ -137,8 +138,8 @@ void CSearchController::exact_search_of_unit_length(unsigned L, exact_pass& pass
   // A unit of one symbol is searched in the pass for single symbols alone, which a minimum of 0 does not run.
   if (L == 1) return;
   begin_exact_scan(L, pass);
-  CPoll poll(seq_begin());
-  for (const char* p = shortcuts.next_start(seq_begin()); p != nullptr && seq_end() - p > L;) {
+  CPoll poll(first_start());
+  for (const char* p = shortcuts.next_start(first_start()); p != nullptr && p < behind_starts() && seq_end() - p > L;) {
     if (poll.is_due(p)) report_progress(L);
     if (!pass.mask.may_anchor(p, L) || !is_candidate(p, L)) {
       p = shortcuts.next_start(p + 1);

@@ -15,10 +15,19 @@ bool CSearchController::extend_seed(Csat& sat) {
 }
 
 void CSearchController::search_exact_and_extend_to_imperfect_repeats() {
-  const CRecordInHand in_hand(*this);
   tell_step("  Searching for exact repeats.\n");
-  search_exact(for_seeds);
+  find_seeds();
   tell_step("  Extend exact to imperfect repeats.\n");
+  extend_seeds();
+}
+
+void CSearchController::find_seeds() {
+  const CRecordInHand in_hand(*this);
+  search_exact(for_seeds);
+}
+
+void CSearchController::extend_seeds() {
+  const CRecordInHand in_hand(*this);
   std::list<Csat*>& seeds = result_list.records;
   while (!seeds.empty()) {
     Csat& sat = *seeds.front();

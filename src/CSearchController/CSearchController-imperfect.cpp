@@ -5,7 +5,7 @@
 
 void CSearchController::complete_imperfect_search(std::FILE* /*out*/) {
   const CRecordInHand in_hand(*this);
-  CAnchorSeq mask(sequence);
+  CAnchorSeq mask = make_mask();
   unsigned L = settings.min_unit_length;
   if (L == 1) {
     unit_len_1_complete_imperfect_search(mask, work_list);
@@ -40,7 +40,7 @@ bool CSearchController::extend_imperfect(Csat& sat) {
 
 void CSearchController::try_candidates(unsigned L, CAnchorSeq& mask, CsatContainer& found) {
   CSpareSat spare(workspace.pool);
-  CPoll poll(seq_begin());
+  CPoll poll(first_start());
   for (const char* p = shortcuts.first_candidate(L, mask); p != nullptr;) {
     if (poll.is_due(p)) report_progress(L);
     const bool is_accepted = try_candidate(p, L, mask, spare, found);

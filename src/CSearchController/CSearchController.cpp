@@ -47,7 +47,8 @@ void release(int*& array) {
 }  // namespace
 
 CSearchController::CSearchController(unsigned number, CSequence_Mol& record, const search_settings& its_settings,
-                                     search_workspace& its_workspace, search_progress its_progress)
+                                     search_workspace& its_workspace, search_progress its_progress,
+                                     search_stretch its_starts)
     : sequence_number(number),
       sequence(record),
       result_list(its_workspace.pool),
@@ -55,6 +56,7 @@ CSearchController::CSearchController(unsigned number, CSequence_Mol& record, con
       settings(its_settings),
       workspace(its_workspace),
       progress(std::move(its_progress)),
+      starts(its_starts),
       shortcuts(its_workspace.shortcuts != nullptr ? *its_workspace.shortcuts : as_defined) {}
 
 CSearchController::CSearchController(unsigned number, CSequence_Mol& record, std::unique_ptr<defaults> its_own)
@@ -86,6 +88,14 @@ void CSearchController::reset_minimum_arrays() {
   release(minLengths_intern);
   minScores = nullptr;
   minLengths = nullptr;
+}
+
+// may_anchor looks at the position in front of a unit and at the one behind it.
+CAnchorSeq CSearchController::make_mask() const {
+  const char* const from = first_start() == seq_begin() ? seq_begin() : first_start() - 1;
+  const std::ptrdiff_t behind = static_cast<std::ptrdiff_t>(settings.max_unit_length) + 1;
+  const char* const to = seq_end() - behind_starts() < behind ? seq_end() : behind_starts() + behind;
+  return {from, static_cast<unsigned>(to - from)};
 }
 
 bool CSearchController::is_reportable(const Csat& sat) const {

@@ -1,6 +1,7 @@
 #ifndef QUARVO_CSEARCHCONTROLLER_H
 #define QUARVO_CSEARCHCONTROLLER_H
 
+#include <algorithm>
 #include <cstdio>
 #include <list>
 #include <memory>
@@ -41,7 +42,7 @@ class CSearchController {
   CSearchController(unsigned number, CSequence_Mol& record);
   // A search with these settings. All references must outlive the controller.
   CSearchController(unsigned number, CSequence_Mol& record, const search_settings& its_settings,
-                    search_workspace& its_workspace, search_progress its_progress = {});
+                    search_workspace& its_workspace, search_progress its_progress = {}, search_stretch its_starts = {});
   CSearchController(const CSearchController&) = delete;
   CSearchController& operator=(const CSearchController&) = delete;
 
@@ -53,8 +54,11 @@ class CSearchController {
   // Finds perfect repeats (N runs tolerated); fills result_list, sorted.
   void exact_search_2();
 
-  // Extends exact seeds to imperfect repeats; fills work_list, sorted, and leaves result_list empty.
+  // Extends exact seeds to imperfect repeats; fills work_list, sorted, and leaves result_list empty. The other two are
+  // its steps: the first fills result_list with seeds, sorted.
   void search_exact_and_extend_to_imperfect_repeats();
+  void find_seeds();
+  void extend_seeds();
 
   // Tries every position and unit length as the seed of an imperfect repeat; fills work_list, sorted.
   void complete_imperfect_search(std::FILE* out);
@@ -103,6 +107,7 @@ class CSearchController {
   const search_settings& settings;
   search_workspace& workspace;
   search_progress progress;
+  search_stretch starts;
   CShortcuts as_defined;
   CShortcuts& shortcuts;
 
@@ -111,6 +116,7 @@ class CSearchController {
    public:
     explicit CRecordInHand(CSearchController& its_search) : search(its_search) {
       search.shortcuts.begin_record(search.seq_begin(), search.seq_end(), search.settings);
+      search.shortcuts.limit_starts(search.first_start(), search.behind_starts());
     }
     CRecordInHand(const CRecordInHand&) = delete;
     CRecordInHand& operator=(const CRecordInHand&) = delete;
@@ -136,6 +142,11 @@ class CSearchController {
 
   const char* seq_begin() const { return sequence.symbols.buffer; }
   const char* seq_end() const { return sequence.symbols.buffer + sequence.symbols.length; }
+  // The positions at which a unit may start.
+  const char* first_start() const { return seq_begin() + std::min(starts.begin, sequence.symbols.length); }
+  const char* behind_starts() const { return seq_begin() + std::min(starts.end, sequence.symbols.length); }
+  // A mask as far as units that start there look at it.
+  CAnchorSeq make_mask() const;
 
   void report_progress(unsigned unit_length) const {
     if (progress.unit_length) progress.unit_length(unit_length);

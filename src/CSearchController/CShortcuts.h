@@ -24,6 +24,12 @@ class CShortcuts {
   virtual void begin_record(const char* its_begin, const char* its_end, const search_settings& /*settings*/) {
     begin = its_begin;
     end = its_end;
+    limit_starts(begin, end);
+  }
+  // Of that search: it asks for starts in [first, behind) alone.
+  void limit_starts(const char* first, const char* behind) {
+    first_start = first;
+    behind_starts = behind;
   }
   virtual void end_record() {}
 
@@ -31,8 +37,8 @@ class CShortcuts {
   // when there is none. Positions whose candidate the mask refuses or whose extension cannot be accepted may be left
   // out. `was_accepted` says whether the position given last led to a repeat, which the mask then shows.
   virtual const char* first_candidate(unsigned L, const CAnchorSeq& /*mask*/) {
-    candidate = begin;
-    last_candidate = end - L - 1;
+    candidate = first_start;
+    last_candidate = end - behind_starts > L ? behind_starts - 1 : end - L - 1;
     return candidate <= last_candidate ? candidate : nullptr;
   }
   virtual const char* next_candidate(bool /*was_accepted*/) {
@@ -85,6 +91,8 @@ class CShortcuts {
  protected:
   const char* begin = nullptr;  // of the record
   const char* end = nullptr;
+  const char* first_start = nullptr;
+  const char* behind_starts = nullptr;
 
  private:
   const char* candidate = nullptr;

@@ -1,6 +1,7 @@
 #ifndef QUARVO_SEARCH_SETTINGS_H
 #define QUARVO_SEARCH_SETTINGS_H
 
+#include <limits>
 #include <vector>
 
 #include "scoring.h"
@@ -23,6 +24,12 @@ struct search_settings {
   // differ for a perfection that is no number.
   bool is_in_range(float perfection) const { return min_perfection <= perfection && perfection <= max_perfection; }
   bool is_reported(float perfection) const { return !(min_perfection > perfection) && !(perfection > max_perfection); }
+};
+
+// The positions [begin, end) of a record, in symbols from its first; all of it if nothing else is said.
+struct search_stretch {
+  unsigned begin = 0;
+  unsigned end = std::numeric_limits<unsigned>::max();
 };
 
 // The scoring that the parameters give.

@@ -6,8 +6,9 @@ const char* CCandidateQueue::first(unsigned its_L, const CAnchorSeq& its_mask) {
   L = static_cast<std::ptrdiff_t>(its_L);
   mask = &its_mask;
   candidates = &filter.candidates(its_L);
-  word = 0;
-  left_over = candidates->empty() ? 0 : candidates->front();
+  const auto from = static_cast<std::size_t>(starts.begin - begin);
+  word = from / 64;
+  left_over = word < candidates->size() ? (*candidates)[word] & ~std::uint64_t{0} << from % 64 : 0;
   count = 0;
   given = 0;
   return next(false);
@@ -50,5 +51,5 @@ const char* CCandidateQueue::next_position() {
   }
   const char* const p = begin + 64 * word + static_cast<unsigned>(std::countr_zero(left_over));
   left_over &= left_over - 1;
-  return end - p > L ? p : nullptr;
+  return p < starts.end && end - p > L ? p : nullptr;
 }

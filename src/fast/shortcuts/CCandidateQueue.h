@@ -21,9 +21,11 @@
 //   given out   p1 -> accepted: the mask has changed -> p2, which the mask may admit now; p3 never
 class CCandidateQueue {
  public:
-  // For the symbols [begin, end); with `is_tighter` off, the tighter test is left out. All must outlive the queue.
-  CCandidateQueue(CCandidateFilter& its_filter, const char* its_begin, const char* its_end, bool is_tighter)
-      : filter(its_filter), begin(its_begin), end(its_end), has_tighter_test(is_tighter) {}
+  // For the candidates of a filter whose first position is its_begin, as far as they lie in `starts`, in a record that
+  // ends at its_end; with `is_tighter` off, the tighter test is left out. All must outlive the queue.
+  CCandidateQueue(CCandidateFilter& its_filter, const char* its_begin, const symbol_range& its_starts,
+                  const char* its_end, bool is_tighter)
+      : filter(its_filter), begin(its_begin), starts(its_starts), end(its_end), has_tighter_test(is_tighter) {}
 
   // The first candidate of unit length L, and the next behind the last; nullptr when there is none. Says with
   // `was_accepted` whether the one given last was.
@@ -33,6 +35,7 @@ class CCandidateQueue {
  private:
   CCandidateFilter& filter;
   const char* begin;
+  symbol_range starts;
   const char* end;
   bool has_tighter_test;
   std::ptrdiff_t L = 0;

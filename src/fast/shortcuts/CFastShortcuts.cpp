@@ -1,5 +1,7 @@
 #include "CFastShortcuts.h"
 
+#include <algorithm>
+
 #include "growth-bound.h"
 #include "leap-ahead.h"
 #include "path-bound.h"
@@ -20,11 +22,19 @@ void CFastShortcuts::end_record() {
 const char* CFastShortcuts::first_candidate(unsigned L, const CAnchorSeq& mask) {
   if (!switches.candidates) return CShortcuts::first_candidate(L, mask);
   if (!filter) {
-    filter.emplace(begin, static_cast<std::size_t>(end - begin), settings->min_scores.data(), settings->rules,
+    const symbol_range window = window_of_starts();
+    filter.emplace(window, symbol_range{begin, end}, settings->min_scores.data(), settings->rules,
                    settings->max_unit_length, programs);
-    queue.emplace(*filter, begin, end, switches.tighter_test);
+    queue.emplace(*filter, window.begin, symbol_range{first_start, behind_starts}, end, switches.tighter_test);
   }
   return queue->first(L, mask);
+}
+
+// Of a short record it is all.
+symbol_range CFastShortcuts::window_of_starts() const {
+  if (end - begin <= static_cast<std::ptrdiff_t>(CCandidateFilter::longest_short_record)) return {begin, end};
+  const auto context = static_cast<std::ptrdiff_t>(CCandidateFilter::context(settings->max_unit_length));
+  return {first_start - std::min(context, first_start - begin), behind_starts + std::min(context, end - behind_starts)};
 }
 
 const char* CFastShortcuts::next_candidate(bool was_accepted) {

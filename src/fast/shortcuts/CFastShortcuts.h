@@ -59,6 +59,8 @@ class CFastShortcuts final : public CShortcuts {
     CLookAhead<Direction> look_ahead;
   };
 
+  symbol_range window_of_starts() const;
+
   shortcut_switches switches;
   const search_settings* settings = nullptr;
   alignment_programs programs;

@@ -30,11 +30,12 @@ const alignment_program& alignment_programs::program_for(const alignment_bound& 
   return it->second;
 }
 
-CCandidateFilter::CCandidateFilter(const char* its_sequence, std::size_t its_length, const int* its_min_scores,
-                                   const scoring& its_rules, unsigned its_longest_unit,
+CCandidateFilter::CCandidateFilter(const symbol_range& window, const symbol_range& its_record,
+                                   const int* its_min_scores, const scoring& its_rules, unsigned its_longest_unit,
                                    alignment_programs& its_programs)
-    : sequence(its_sequence),
-      length(its_length),
+    : record(its_record),
+      sequence(window.begin),
+      length(static_cast<std::size_t>(window.end - window.begin)),
       min_scores(its_min_scores),
       rules(its_rules),
       longest_unit(its_longest_unit),
@@ -58,7 +59,7 @@ const std::vector<std::uint64_t>& CCandidateFilter::candidates(unsigned L) {
 
 // A score is no higher than the number of symbols beside the unit.
 bool CCandidateFilter::has_room(unsigned L) const {
-  return static_cast<std::int64_t>(length) - L >= static_cast<std::int64_t>(min_scores[L]);
+  return static_cast<std::int64_t>(record_length()) - L >= static_cast<std::int64_t>(min_scores[L]);
 }
 
 // The potential costs the same for every unit length and keeps less the longer the unit is, while the bit planes cost
@@ -75,7 +76,7 @@ CPotentialFilter::settings CCandidateFilter::potential_settings(unsigned shortes
                                       rules.prefer_longer,
                                       rules.passes_over_Ns,
                                       shortest,
-                                      static_cast<unsigned>(std::min<std::size_t>(longest_unit, length)),
+                                      static_cast<unsigned>(std::min<std::size_t>(longest_unit, record_length())),
                                       [this](unsigned L) { return min_scores[L]; }};
   while (settings.longest > shortest && !has_room(settings.longest)) --settings.longest;
   settings.longest = CPotentialFilter::longest_alike(settings);
@@ -83,7 +84,7 @@ CPotentialFilter::settings CCandidateFilter::potential_settings(unsigned shortes
 }
 
 void CCandidateFilter::test_potential(unsigned L) {
-  if (!potential.has(L)) potential.run(sequence, length, potential_settings(L));
+  if (!potential.has(L)) potential.run(sequence, length, potential_settings(L), record);
   potential.place(L, kept.data());
   test_clusters();
 }
@@ -105,8 +106,8 @@ void CCandidateFilter::test_clusters(unsigned size) {
   std::size_t count = 0;
   const auto test = [&] {
     if (count == 0) return;
-    const std::uint64_t bits = batch.clusters_may_reach(bound, static_cast<int>(size), {sequence, sequence + length},
-                                                        positions.data(), count, rules.passes_over_Ns);
+    const std::uint64_t bits =
+        batch.clusters_may_reach(bound, static_cast<int>(size), record, positions.data(), count, rules.passes_over_Ns);
     for (std::size_t i = 0; i < count; ++i) {
       if ((bits >> i & 1) == 0) kept[starts[i] / 64] &= ~(whole << starts[i] % 64);
     }
@@ -122,7 +123,7 @@ void CCandidateFilter::test_clusters(unsigned size) {
 }
 
 bool CCandidateFilter::is_short() const {
-  return length <= longest_short_record && CBatchBound::is_narrow(bound) && bound.T > 0;
+  return !is_window() && length <= longest_short_record && CBatchBound::is_narrow(bound) && bound.T > 0;
 }
 
 // Kernels of short units cost less than anything else, even if few of the lanes are in use.
@@ -157,10 +158,14 @@ void CCandidateFilter::keep(std::size_t first, std::uint64_t bits) {
   if (shift != 0 && bits >> (64 - shift) != 0) kept[first / 64 + 1] |= bits >> (64 - shift);
 }
 
+bool CCandidateFilter::is_in_window(int reach) const {
+  return !is_window() || static_cast<std::size_t>(reach) <= context(longest_unit);
+}
+
 // Returns false, and does nothing, where there is none. N's that are no gaps are left to the interpreter.
 bool CCandidateFilter::run_kernel() {
   const alignment_kernel* const kernel = find_alignment_kernel(bound);
-  if (kernel == nullptr) return false;
+  if (kernel == nullptr || !is_in_window(kernel->reach)) return false;
   build_planes(kernel->reach);
   if (planes.has_Ns() && !rules.passes_over_Ns) return false;
   kernel->run(planes, kept.data());
@@ -171,7 +176,7 @@ bool CCandidateFilter::run_kernel() {
 bool CCandidateFilter::test_alignment() {
   if (run_kernel()) return true;
   const alignment_program& program = programs.program_for(bound);
-  if (program.is_empty()) return false;
+  if (program.is_empty() || !is_in_window(program.reach)) return false;
   build_planes(program.reach);
   run_alignment_program(program, planes, rules.passes_over_Ns, kept.data());
   return true;
@@ -192,5 +197,5 @@ std::uint64_t CCandidateFilter::still_candidates(const char* const* positions, s
   if (is_short() || !CBatchBound::applies(bound)) {
     return ~std::uint64_t{0} >> (CBatchBound::most_candidates - count);
   }
-  return batch.may_reach(bound, {sequence, sequence + length}, positions, count, rules.passes_over_Ns);
+  return batch.may_reach(bound, record, positions, count, rules.passes_over_Ns);
 }

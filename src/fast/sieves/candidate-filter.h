@@ -53,8 +53,17 @@ class CCandidateFilter {
  public:
   // For the candidates of the sequence [sequence, sequence + length) under the parameters and the minimum scores by
   // unit length. All of these must outlive the filter and not change.
-  CCandidateFilter(const char* sequence, std::size_t length, const int* min_scores, const scoring& its_rules,
-                   unsigned longest_unit, alignment_programs& its_programs);
+  CCandidateFilter(const char* its_sequence, std::size_t its_length, const int* its_min_scores,
+                   const scoring& its_rules, unsigned its_longest_unit, alignment_programs& its_programs)
+      : CCandidateFilter({its_sequence, its_sequence + its_length}, {its_sequence, its_sequence + its_length},
+                         its_min_scores, its_rules, its_longest_unit, its_programs) {}
+  // The same for a window of a record: the contract holds for the candidates that lie as far as context() from an end
+  // of the window that is no end of the record. Time and memory grow with the window alone.
+  CCandidateFilter(const symbol_range& window, const symbol_range& its_record, const int* its_min_scores,
+                   const scoring& its_rules, unsigned its_longest_unit, alignment_programs& its_programs);
+
+  // A multiple of 64 symbols: those of the unit and what a program reads beside it. All other tests read the record.
+  static constexpr std::size_t context(unsigned longest) { return (longest + std::size_t{191}) / 64 * 64; }
 
   // Interpreted programs pay when all of their lanes are in use; up to this length a record is tested exactly at once
   // where no kernel serves.
@@ -69,6 +78,7 @@ class CCandidateFilter {
   std::uint64_t still_candidates(const char* const* positions, std::size_t count);
 
  private:
+  symbol_range record;
   const char* sequence;
   std::size_t length;
   const int* min_scores;
@@ -86,6 +96,9 @@ class CCandidateFilter {
   bool is_short() const;
   void test_short_record();
   void keep(std::size_t first, std::uint64_t bits);
+  std::size_t record_length() const { return static_cast<std::size_t>(record.end - record.begin); }
+  bool is_window() const { return length != record_length(); }
+  bool is_in_window(int reach) const;
   bool has_room(unsigned L) const;
   bool is_for_potential(unsigned L) const;
   CPotentialFilter::settings potential_settings(unsigned shortest) const;

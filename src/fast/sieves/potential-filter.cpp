@@ -92,14 +92,15 @@ namespace hn = hwy::HWY_NAMESPACE;
 template <typename Lane>
 class CPotential {
  public:
-  CPotential(const char* sequence, std::size_t sequence_length, const scoring& its_scoring, CFindings& its_found)
+  CPotential(const char* sequence, std::size_t sequence_length, const symbol_range& around, const scoring& its_scoring,
+             CFindings& its_found)
       : s(its_scoring), found(its_found), length(sequence_length), distances(s.largest_distance) {
     stretch = static_cast<std::ptrdiff_t>((length + lanes() - 1) / lanes());
     // Entries lie up to the largest distance behind a candidate. What is assumed behind the end of a stretch fades by
     // about one a position, since the best of all paths counts.
     lead = distances + s.most + 16;
     margin = distances + lead + 1;
-    lay_out(sequence);
+    lay_out(sequence, around);
     values.resize(static_cast<std::size_t>(distances + 2) * lanes());
     highest.resize(static_cast<std::size_t>(slot(distances + 1) + 1) * lanes());
     make_histories();
@@ -165,14 +166,16 @@ class CPotential {
     }
   }
 
-  // Positions outside the sequence hold 0, which take_position lets equal nothing.
-  void lay_out(const char* sequence) {
+  // Positions that may not be read hold 0, which take_position lets equal nothing.
+  void lay_out(const char* sequence, const symbol_range& around) {
+    const std::ptrdiff_t first = around.begin - sequence;
+    const std::ptrdiff_t behind = around.end - sequence;
     symbols.resize(static_cast<std::size_t>(stretch + 2 * margin) * lanes());
     auto to = symbols.begin();
     for (std::ptrdiff_t t = -margin; t < stretch + margin; ++t) {
       for (std::size_t lane = 0; lane < lanes(); ++lane, ++to) {
         const std::ptrdiff_t x = static_cast<std::ptrdiff_t>(lane) * stretch + t;
-        if (x >= 0 && x < static_cast<std::ptrdiff_t>(length)) *to = static_cast<unsigned char>(sequence[x]);
+        if (first <= x && x < behind) *to = static_cast<unsigned char>(sequence[x]);
       }
     }
   }
@@ -316,17 +319,19 @@ class CPotential {
 };
 
 template <typename Lane>
-void run_both(const char* sequence, std::size_t length, const scoring& s, CFindings& found) {
-  CPotential<Lane> potential(sequence, length, s, found);
+void run_both(const char* sequence, std::size_t length, const symbol_range& around, const scoring& s,
+              CFindings& found) {
+  CPotential<Lane> potential(sequence, length, around, s, found);
   potential.run_rightwards();
   potential.run_leftwards();
 }
 
-void run_potential(const char* sequence, std::size_t length, const scoring& s, CFindings& found) {
+void run_potential(const char* sequence, std::size_t length, const symbol_range& around, const scoring& s,
+                   CFindings& found) {
   if (s.most < 255) {
-    run_both<std::uint8_t>(sequence, length, s, found);
+    run_both<std::uint8_t>(sequence, length, around, s, found);
   } else {
-    run_both<std::uint16_t>(sequence, length, s, found);
+    run_both<std::uint16_t>(sequence, length, around, s, found);
   }
 }
 
@@ -429,7 +434,7 @@ unsigned CPotentialFilter::longest_alike(const settings& s) {
   return L;
 }
 
-void CPotentialFilter::run(const char* sequence, std::size_t length, const settings& s) {
+void CPotentialFilter::run(const char* sequence, std::size_t length, const settings& s, const symbol_range& around) {
   const auto [bonus, scale] = bonus_for(s);
   const int longest = static_cast<int>(s.longest);
   const int start = least_to_the_right(target_score(s, longest));
@@ -460,7 +465,7 @@ void CPotentialFilter::run(const char* sequence, std::size_t length, const setti
   found.resize(s.longest - s.shortest + 1);
   quarvo_potential_filter::CFindings recorded(found, first_length, length);
   using namespace quarvo_potential_filter;
-  HWY_DYNAMIC_DISPATCH(run_potential)(sequence, length, scoring, recorded);
+  HWY_DYNAMIC_DISPATCH(run_potential)(sequence, length, around, scoring, recorded);
 }
 
 std::size_t CPotentialFilter::CPositions::add(std::size_t p, std::size_t length) {

@@ -6,6 +6,8 @@
 #include <functional>
 #include <vector>
 
+#include "batch-bound.h"
+
 // A bound for long units that serves all unit lengths at once: the self-alignment potential.
 //
 // While an extension to the right is in one copy of its unit, it aligns the sequence with itself: the symbol at
@@ -66,8 +68,12 @@ class CPotentialFilter {
   static unsigned longest_alike(const settings& s);
 
   // Tests all candidates of the sequence [sequence, sequence + length) for the lengths shortest .. longest, as many of
-  // them, from the shortest on, as the memory for what is kept allows.
-  void run(const char* sequence, std::size_t length, const settings& s);
+  // them, from the shortest on, as the memory for what is kept allows. The symbols of `around` may be read; candidates
+  // in the sequence whose unit ends there too are tested as candidates of all of these.
+  void run(const char* sequence, std::size_t length, const settings& s) {
+    run(sequence, length, s, {sequence, sequence + length});
+  }
+  void run(const char* sequence, std::size_t length, const settings& s, const symbol_range& around);
 
   // Positions of one unit length: a list while they are few, else a bit for each position. Some come twice.
   class CPositions {
