@@ -25,6 +25,7 @@ packages_to_test=(
   bedtools        # reads BED of quarvo-convert
   tabix           # the same, sorted and compressed
   jq              # reads JSON in an example of the documents
+  primer3         # reads records of quarvo-convert
   samtools        # reads FASTA in such examples
   seqkit          # the same; one file of 16 megabytes
 )

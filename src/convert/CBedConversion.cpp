@@ -1,6 +1,7 @@
 #include "CBedConversion.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "text-output.h"
 
@@ -10,7 +11,12 @@ constexpr int highest_score = 1000;
 
 }  // namespace
 
-bool CBedConversion::begin(std::FILE* /*out*/, const results_header& /*header*/) { return true; }
+bool CBedConversion::begin(std::FILE* out, const results_header& /*header*/) {
+  if (!has_column_names) return true;
+  write(out, "#chrom\tstart\tend\tunit\tscore\tstrand");
+  write(out, has_more_columns ? "\tcopies\tpurity\tunit_length\n" : "\n");
+  return true;
+}
 
 bool CBedConversion::begin_sequence(std::FILE* /*out*/, const results_sequence& sequence) {
   name = plain_name(sequence.name);
@@ -28,7 +34,22 @@ bool CBedConversion::add(std::FILE* out, const results_repeat& repeat) {
   line += repeat.unit;
   line += '\t';
   append_number(line, std::clamp(repeat.score, 0, highest_score));
-  line += "\t.\n";
+  line += "\t.";
+  if (has_more_columns) append_more_columns(repeat);
+  line += '\n';
   write(out, line);
   return true;
+}
+
+void CBedConversion::append_more_columns(const results_repeat& repeat) {
+  line += '\t';
+  append_fixed(line, static_cast<double>(repeat.copy_number()), 3);
+  line += '\t';
+  if (std::isnan(repeat.perfection)) {
+    line += '.';
+  } else {
+    append_fixed(line, repeat.perfection, 3);
+  }
+  line += '\t';
+  append_number(line, repeat.unit_length);
 }

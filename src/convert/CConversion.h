@@ -54,7 +54,7 @@ inline constexpr const char* missing_symbols =
     "Sorry, these results hold no symbols of the repeats. Please search again without --printRepeatSeqMode 0, or with\n"
     "--outputFormat 3.\n";
 
-// The conversion to a format. `lengths` must outlive it.
+// The conversion that is asked for. `lengths` must outlive it.
 std::unique_ptr<CConversion> make_conversion(const conversion_settings& settings, const CSequenceLengths& lengths);
 
 #endif

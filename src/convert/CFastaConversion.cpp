@@ -1,7 +1,5 @@
 #include "CFastaConversion.h"
 
-#include "text-output.h"
-
 namespace {
 
 void append_lower_case(std::string& text, const std::string& symbols) {
@@ -15,20 +13,11 @@ bool CFastaConversion::begin(std::FILE* /*out*/, const results_header& header) {
 }
 
 bool CFastaConversion::begin_sequence(std::FILE* /*out*/, const results_sequence& sequence) {
-  name = plain_name(sequence.name);
-  return names.add(name) || refuse(repeated_name(sequence));
+  return names.begin_sequence(sequence) || refuse(repeated_name(sequence));
 }
 
-// Repeats of one place follow each other, and all but the first get a number.
 bool CFastaConversion::add(std::FILE* out, const results_repeat& repeat) {
-  record = '>' + name + ':';
-  append_number(record, repeat.start);
-  record += '-';
-  append_number(record, repeat.end);
-  at_place = record == place ? at_place + 1 : 1;
-  place = record;
-  if (at_place > 1) record += ':' + std::to_string(at_place);
-  record += " unit=" + repeat.unit + " copies=";
+  std::string record = '>' + names.next(repeat) + " unit=" + repeat.unit + " copies=";
   append_fixed(record, static_cast<double>(repeat.copy_number()), 3);
   record += " score=";
   append_number(record, repeat.score);

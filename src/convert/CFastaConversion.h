@@ -2,10 +2,10 @@
 #define QUARVO_CFASTACONVERSION_H
 
 #include "CConversion.h"
-#include "sequence-names.h"
+#include "CPlaceNames.h"
 
-// FASTA: a record a repeat, named by its place, as gattaca:5-74. Where the results have flanks, they stand around the
-// repeat in lower case.
+// FASTA: a record a repeat, named by its place. Where the results have flanks, they stand around the repeat in lower
+// case.
 class CFastaConversion : public CConversion {
  public:
   bool begin(std::FILE* out, const results_header& header) override;
@@ -13,11 +13,7 @@ class CFastaConversion : public CConversion {
   bool add(std::FILE* out, const results_repeat& repeat) override;
 
  private:
-  std::string name;
-  std::string place;  // of the repeat before
-  int at_place = 0;   // repeats there so far
-  std::string record;
-  CNameRegister names;
+  CPlaceNames names;
 };
 
 #endif

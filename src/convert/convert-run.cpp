@@ -4,6 +4,8 @@
 
 #include <cstdio>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "CConversion.h"
 #include "CConvertedFile.h"
@@ -17,6 +19,17 @@
 namespace {
 
 constexpr const char* right_lengths = "Please name the lengths of the sequences that were searched.\n";
+
+std::vector<std::string> read_files() {
+  return {convert_options.results[0], convert_options.lengths, convert_options.conversion.fasta};
+}
+
+void take_dashes_as_streams() {
+  for (std::string* name : {&convert_options.results[0], &convert_options.lengths, &convert_options.conversion.fasta}) {
+    if (*name == "-") *name = "/dev/stdin";
+  }
+  if (convert_options.output == "-") convert_options.output.clear();
+}
 
 // The files of a conversion and what happens to each item of the results.
 class CConvertRun {
@@ -50,9 +63,7 @@ int CConvertRun::open_input() {
 }
 
 int CConvertRun::open_output() {
-  if (!output.open(convert_options.output, convert_options.results[0], convert_options.lengths)) {
-    return companion_status::not_written;
-  }
+  if (!output.open(convert_options.output, read_files())) return companion_status::not_written;
   conversion = make_conversion(convert_options.conversion, lengths);
   return 0;
 }
@@ -125,7 +136,12 @@ int run_convert(int argc, char** argv) {
   if (!read_options(convert_option_table(), convert_description, companion_status::not_written, argc, argv)) {
     return companion_status::command_line;
   }
-  if (is_standard_error(convert_options.results[0], convert_options.lengths)) return companion_status::not_written;
+  if (convert_options.conversion.to == to_mask && convert_options.conversion.fasta.empty()) {
+    std::fputs("Sorry, masking needs the FASTA file that was searched: --fasta FILE.\n", stderr);
+    return companion_status::command_line;
+  }
+  take_dashes_as_streams();
+  if (is_standard_error(read_files())) return companion_status::not_written;
   CConvertRun run;
   if (const int status = run.open_input(); status != 0) return status;
   if (const int status = run.open_output(); status != 0) return status;

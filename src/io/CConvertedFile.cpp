@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -43,21 +44,24 @@ bool is_protected(const std::string& name) {
   return access(name.c_str(), F_OK) == 0 && access(name.c_str(), W_OK) != 0;
 }
 
+// Whether the file, a name or open, is one of those.
+template <typename File>
+bool is_one_of(const File& file, const std::vector<std::string>& names) {
+  return std::any_of(names.begin(), names.end(),
+                     [&](const std::string& name) { return is_same_regular_file(file, name); });
+}
+
 std::string reason_of(int error) { return std::string(std::strerror(error)) + "."; }
 
 }  // namespace
 
-bool CConvertedFile::open(const std::string& file_name, const std::string& results_name,
-                          const std::string& lengths_name) {
+bool CConvertedFile::open(const std::string& file_name, const std::vector<std::string>& read_files) {
   shown_name = file_name.empty() ? "standard output" : shown(file_name);
   if (file_name.empty()) {
     file.claim_standard_output();
-    const bool is_read = file.is_same_file_as(results_name) || file.is_same_file_as(lengths_name);
-    return !is_read || refuse(is_input);
+    return !is_one_of(STDOUT_FILENO, read_files) || refuse(is_input);
   }
-  if (is_same_regular_file(file_name, results_name) || is_same_regular_file(file_name, lengths_name)) {
-    return refuse(is_input);
-  }
+  if (is_one_of(file_name, read_files)) return refuse(is_input);
   if (is_written_directly(file_name)) return open_directly(file_name) || refuse(reason_of(errno));
   name = with_links_resolved(file_name);
   if (name.empty()) return refuse(reason_of(ELOOP));
@@ -97,6 +101,4 @@ void CConvertedFile::report_write_failure() const {
                why_unnamed.c_str());
 }
 
-bool is_standard_error(const std::string& results_name, const std::string& lengths_name) {
-  return is_same_regular_file(STDERR_FILENO, results_name) || is_same_regular_file(STDERR_FILENO, lengths_name);
-}
+bool is_standard_error(const std::vector<std::string>& read_files) { return is_one_of(STDERR_FILENO, read_files); }

@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <string>
+#include <vector>
 
 #include "COutputFile.h"
 #include "CTemporaryFile.h"
@@ -17,8 +18,8 @@ class CConvertedFile {
   CConvertedFile& operator=(const CConvertedFile&) = delete;
 
   // Opens the file; an empty name stands for standard output. Returns false behind a message when that is impossible
-  // or when it is one of the files to read.
-  bool open(const std::string& file_name, const std::string& results_name, const std::string& lengths_name);
+  // or when it is one of the files to read, of which some may have no name.
+  bool open(const std::string& file_name, const std::vector<std::string>& read_files);
 
   std::FILE* stream() const { return file.stream(); }
   // False once something could not be written.
@@ -45,6 +46,6 @@ class CConvertedFile {
 };
 
 // True when messages on standard error would be written into one of the files to read.
-bool is_standard_error(const std::string& results_name, const std::string& lengths_name);
+bool is_standard_error(const std::vector<std::string>& read_files);
 
 #endif

@@ -101,8 +101,9 @@ class COptionParser {
 
   void declare(const option_row& row, std::vector<std::string>* destination) {
     destination->clear();
-    add(std::make_unique<CFileNamesArg>(row.long_name, help_text(row), row.is_required, value_label(row)),
-        [destination](const std::vector<std::string>& values) { *destination = values; });
+    auto names = std::make_unique<CFileNamesArg>(row.long_name, help_text(row), row.is_required, value_label(row));
+    names->may_be_dash = row.may_be_dash;
+    add(std::move(names), [destination](const std::vector<std::string>& values) { *destination = values; });
   }
 };
 

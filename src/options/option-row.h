@@ -35,6 +35,7 @@ struct option_row {
   const char* label = "";          // what the usage text calls a text, or the plain words
   std::span<const option_word> words = {};
   bool is_required = false;
+  bool may_be_dash = false;  // of plain words: '-' is one, for standard input
 
   // Limits of a number, or of how many plain words there are; those of a number with words are the words.
   long long least = std::numeric_limits<long long>::min();

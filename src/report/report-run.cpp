@@ -56,11 +56,11 @@ int run_report(int argc, char** argv) {
     return companion_status::command_line;
   }
   const std::string& name = report_options.results[0];
-  if (is_standard_error(name, "")) return companion_status::not_written;
+  if (is_standard_error({name})) return companion_status::not_written;
   CResultsReader results;
   CConvertedFile page;
   if (!results.open(name)) return end_on_error(results, page);
-  if (!page.open(report_options.output, name, "")) return companion_status::not_written;
+  if (!page.open(report_options.output, {name})) return companion_status::not_written;
 
   CReportFigures figures;
   CRepeatList list;

@@ -7,6 +7,37 @@
 0 table          quarvo -f 3 three.fa r 2>err && quarvo-convert -t table r
 0 as-fasta       quarvo -f 3 three.fa r 2>err && quarvo-convert -t fasta r
 0 as-fasta-place { echo '>a'; printf 'AC%.0s' {1..7}; } >in.fa; quarvo --outputFormat 3 in.fa r 2>err && sed -i '/^a\t/p' r && quarvo-convert -t fasta r
+0 primer3        quarvo -f 20 three.fa r 2>err && quarvo-convert -t primer3 r
+5 primer3-no-flanks quarvo three.fa r 2>err && quarvo-convert -t primer3 -o converted r
+5 primer3-no-symbols quarvo -f 20 --printRepeatSeqMode 0 three.fa r 2>err && quarvo-convert -t primer3 r
+0 trgt           quarvo --lastSeq 1 three.fa r 2>err && quarvo-convert -t trgt r
+0 hipstr         quarvo three.fa r 2>err && quarvo-convert -t hipstr r
+0 expansionhunter quarvo three.fa r 2>err && quarvo-convert -t expansionhunter r
+0 catalogue-unit-as-found quarvo --lastSeq 1 --outputFormat 3 --reportUnit 0 three.fa r 2>err && quarvo-convert -t trgt r
+5 catalogue-unit-on-either-strand quarvo --outputFormat 3 three.fa r 2>err && quarvo-convert -t trgt -o converted r
+5 catalogue-unit-too-long { echo '>a'; printf 'ACGTTGCATC%.0s' {1..7}; } >in.fa; quarvo in.fa r 2>err && quarvo-convert -t hipstr r
+5 catalogue-name quarvo three.fa r 2>err && quarvo-convert -t trgt r
+5 catalogue-name-colon { echo '>a:1'; printf 'AC%.0s' {1..7}; } >in.fa; quarvo in.fa r 2>err && quarvo-convert -t expansionhunter r
+0 mask-soft      quarvo three.fa r 2>err && quarvo-convert -t mask --fasta three.fa r
+0 mask-N         quarvo three.fa r 2>err && quarvo-convert -t mask --mask N --fasta three.fa r
+0 mask-X         quarvo three.fa r 2>err && quarvo-convert -t mask --mask X --fasta three.fa r
+0 mask-gaps      { echo '# note'; echo '>a'; printf 'GG-a cacac\r\nac*acAC-\rACACgg\n'; } >in.fa; quarvo in.fa r 2>err && quarvo-convert -t mask --fasta in.fa r
+0 mask-some      quarvo --firstSeq 3 --outputFormat 3 three.fa r 2>err && quarvo-convert -t mask --fasta three.fa r
+0 mask-gzip      quarvo three.fa r 2>err && gzip three.fa && quarvo-convert -t mask --fasta three.fa.gz r | head -n 2
+0 mask-empty-name quarvo -M exact names.fa r 2>err && quarvo-convert -t mask --fasta names.fa r
+1 mask-no-fasta  quarvo three.fa r 2>err && quarvo-convert -t mask r
+2 mask-missing   quarvo three.fa r 2>err && quarvo-convert -t mask --fasta nosuch r
+2 mask-cut-gzip  quarvo three.fa r 2>err && gzip three.fa && head -c 100 three.fa.gz >cut.gz && quarvo-convert -t mask --fasta cut.gz -o converted r
+5 mask-other-fasta quarvo three.fa r 2>err && quarvo-convert -t mask --fasta names.fa -o converted r
+5 mask-cut-fasta quarvo three.fa r 2>err && sed 3d three.fa >cut.fa && quarvo-convert -t mask --fasta cut.fa -o converted r
+5 mask-longer-fasta quarvo three.fa r 2>err && echo ACGT >>three.fa && quarvo-convert -t mask --fasta three.fa -o converted r
+6 mask-over-fasta quarvo three.fa r 2>err && quarvo-convert -t mask --fasta three.fa -o three.fa r
+0 bed-extra      quarvo three.fa r 2>err && quarvo-convert -t bed --extra --header r
+0 bed-header     quarvo three.fa r 2>err && quarvo-convert -t bed --header r
+0 merge-bed      quarvo three.fa r 2>err && quarvo-convert -t bed --merge --extra r
+0 merge-table    quarvo -f 4 three.fa r 2>err && quarvo-convert -t table --merge r | tail -n 1
+0 merge-hipstr   quarvo three.fa r 2>err && quarvo-convert -t hipstr --merge r | tail -n 1
+5 merge-refused  quarvo three.fa r 2>err && quarvo-convert -t fasta --merge -o converted <(sed 's/^>chr3.*/>chr1/; s/"chr3;a=b%"/"chr1"/' r)
 0 tsv            quarvo three.fa r 2>err && quarvo-convert -t tsv r
 0 multiqc        quarvo three.fa r 2>err && quarvo-convert -t multiqc r
 0 multiqc-sample quarvo three.fa r 2>err && quarvo-convert -t multiqc --sample 'liver 3' r | grep liver
@@ -25,6 +56,8 @@
 0 no-sequences   quarvo --firstSeq 9 three.fa r 2>err && for f in bed gff3 json table fasta tsv multiqc; do quarvo-convert -t $f r; done
 0 gzip           quarvo three.fa r 2>err && gzip r && quarvo-convert -t bed r.gz
 0 stdin          quarvo three.fa 2>err | quarvo-convert -t bed /dev/stdin
+0 dash           quarvo three.fa 2>err | quarvo-convert -t bed --output - -
+0 dash-lengths   quarvo --outputFormat 3 three.fa r 2>err && quarvo-convert -t gff3 --lengths - r <three.fa.fai | head -n 2
 
 # --- lengths
 0 lengths-gff3   quarvo --outputFormat 3 three.fa r 2>err && quarvo-convert -t gff3 --lengths three.fa.fai r

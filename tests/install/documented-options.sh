@@ -18,7 +18,7 @@ in_help() {
     /^Where:/ { inside = 1 }
     !inside { next }
     /^   -/ { tell(term); term = substr($0, 4); next }
-    /^      [^ ]/ { term = term $1; next }
+    /^      [^ ]/ { term = term substr($0, 7); next }
     { tell(term); term = "" }
     END { tell(term) }' | sort
 }

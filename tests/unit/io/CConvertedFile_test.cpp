@@ -37,7 +37,7 @@ class ConvertedFileTest : public ::testing::Test {
   template <typename End>
   void open_and(const std::string& name, End end) const {
     CConvertedFile file;
-    if (!file.open(name, "", "")) std::exit(1);
+    if (!file.open(name, {})) std::exit(1);
     write(file.stream(), "text");
     std::fflush(file.stream());
     end();
@@ -57,7 +57,7 @@ TEST_P(ConvertedFile, GetsItsNameWhenItIsComplete) {
   const std::string name = directory.path("out");
   {
     CConvertedFile file;
-    ASSERT_TRUE(file.open(name, "", ""));
+    ASSERT_TRUE(file.open(name, {}));
     write(file.stream(), "text");
     EXPECT_FALSE(directory.has("out"));
     EXPECT_LE(files().size(), 1U);
@@ -71,7 +71,7 @@ TEST_P(ConvertedFile, LeavesNothingBehindWhenItIsNotComplete) {
   const std::string name = directory.write("out", "former");
   {
     CConvertedFile file;
-    ASSERT_TRUE(file.open(name, "", ""));
+    ASSERT_TRUE(file.open(name, {}));
     write(file.stream(), "text");
     EXPECT_STREQ(file.fate(), "No file has been written.\n");
   }
@@ -83,7 +83,7 @@ TEST_P(ConvertedFile, LeavesNothingBehindWhenItIsNotComplete) {
 TEST_P(ConvertedFile, MayBeWrittenBySeveralAtOnce) {
   const std::string name = directory.path("out");
   std::array<CConvertedFile, 3> runs;
-  for (CConvertedFile& file : runs) ASSERT_TRUE(file.open(name, "", ""));
+  for (CConvertedFile& file : runs) ASSERT_TRUE(file.open(name, {}));
   for (const char* const piece : {"first ", "second "}) {
     for (std::size_t i = 0; i != runs.size(); ++i) write(runs[i].stream(), piece + std::to_string(i) + " ");
   }
@@ -101,7 +101,7 @@ TEST_P(ConvertedFile, TouchesNoFileBesideItself) {
   fs::create_symlink(foreign, directory.path("other.unfinished"));
   for (const char* const name : {"out", "other"}) {
     CConvertedFile file;
-    ASSERT_TRUE(file.open(directory.path(name), "", ""));
+    ASSERT_TRUE(file.open(directory.path(name), {}));
     write(file.stream(), "text");
     EXPECT_TRUE(file.finish());
     EXPECT_EQ(directory.contents(name), "text");
@@ -116,12 +116,12 @@ TEST_P(ConvertedFile, HasTheModeOfTheFileThatItReplaces) {
     directory.write("out", "former");
     fs::permissions(directory.path("out"), fs::perms{bits});
     CConvertedFile file;
-    ASSERT_TRUE(file.open(directory.path("out"), "", ""));
+    ASSERT_TRUE(file.open(directory.path("out"), {}));
     EXPECT_TRUE(file.finish());
     EXPECT_EQ(mode("out"), fs::perms{bits});
   }
   CConvertedFile file;
-  ASSERT_TRUE(file.open(directory.path("new"), "", ""));
+  ASSERT_TRUE(file.open(directory.path("new"), {}));
   EXPECT_TRUE(file.finish());
   EXPECT_EQ(mode("new"), fs::perms{0644});
   umask(former);
@@ -160,7 +160,7 @@ TEST_P(ConvertedFile, IsRefusedWhereItCannotBe) {
   for (const std::string& name : {directory.path("a"), directory.path("missing/out")}) {
     CConvertedFile file;
     ::testing::internal::CaptureStderr();
-    EXPECT_FALSE(file.open(name, "", ""));
+    EXPECT_FALSE(file.open(name, {}));
     const std::string message = ::testing::internal::GetCapturedStderr();
     EXPECT_TRUE(message.starts_with("Sorry! Failed to open file\n   \"" + name + "\"\nas output file.\n")) << message;
     EXPECT_TRUE(message.ends_with(".\n")) << message;
@@ -171,7 +171,7 @@ TEST_P(ConvertedFile, IsRefusedWhereItCannotBe) {
 TEST_P(ConvertedFile, IsNamedWithoutControlCharacters) {
   CConvertedFile file;
   ::testing::internal::CaptureStderr();
-  EXPECT_FALSE(file.open(directory.path("missing/\x1b[2Jx"), "", ""));
+  EXPECT_FALSE(file.open(directory.path("missing/\x1b[2Jx"), {}));
   EXPECT_NE(::testing::internal::GetCapturedStderr().find("/\\x1b[2Jx\""), std::string::npos);
 }
 
@@ -180,7 +180,7 @@ TEST_P(ConvertedFile, IsWrittenThroughLinksOfAnyNumber) {
   std::filesystem::create_symlink("there/b", directory.path("a"));
   std::filesystem::create_symlink(directory.path("there/c"), directory.path("there/b"));
   CConvertedFile file;
-  ASSERT_TRUE(file.open(directory.path("a"), "", ""));
+  ASSERT_TRUE(file.open(directory.path("a"), {}));
   write(file.stream(), "text");
   EXPECT_TRUE(file.finish());
   EXPECT_EQ(directory.contents("there/c"), "text");
@@ -194,7 +194,7 @@ TEST_P(ConvertedFile, IsNeverAFileToRead) {
   for (const std::string& name : {results, directory.path("link"), lengths}) {
     CConvertedFile file;
     ::testing::internal::CaptureStderr();
-    EXPECT_FALSE(file.open(name, results, lengths));
+    EXPECT_FALSE(file.open(name, {results, lengths}));
     EXPECT_NE(::testing::internal::GetCapturedStderr().find("It is one of the files to read."), std::string::npos);
   }
   EXPECT_EQ(directory.contents("results"), "kept");
@@ -206,7 +206,7 @@ TEST_P(ConvertedFile, MayBeANamedPipe) {
   ASSERT_EQ(mkfifo(name.c_str(), 0600), 0);
   std::FILE* const reader = fopen(name.c_str(), "r+");
   CConvertedFile file;
-  ASSERT_TRUE(file.open(name, "", ""));
+  ASSERT_TRUE(file.open(name, {}));
   write(file.stream(), "text\n");
   EXPECT_STREQ(file.fate(), "What has been written is not complete.\n");
   EXPECT_TRUE(file.finish());
