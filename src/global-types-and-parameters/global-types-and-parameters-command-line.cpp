@@ -7,6 +7,7 @@
 #include <initializer_list>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "global-types-and-parameters-options.h"
@@ -36,14 +37,14 @@ void store_file_names() {
   if (names.size() == 2) global_output_filename = names[1];
 }
 
-// Checks the options of these names one after the other. Returns 0 or, after a complaint, the status.
-int check_options(std::initializer_list<std::string_view> names, int status) {
+// Checks the options of these names one after the other.
+parameter_complaint check_options(std::initializer_list<std::string_view> names, int status) {
   for (const std::string_view name : names) {
     const auto row = std::ranges::find(option_table(), name, &option_row::long_name);
-    const std::string complaint = complaint_about(*row);
-    if (!complaint.empty()) return reject(status, complaint.c_str());
+    std::string text = complaint_about(*row);
+    if (!text.empty()) return {status, std::move(text)};
   }
-  return 0;
+  return {};
 }
 
 // The threshold of a repeat of unit length 1, in single precision.
@@ -52,27 +53,19 @@ float threshold_of_unit_length_1(int constant, int offset, float slope) {
   return static_cast<float>(constant) >= linear ? static_cast<float>(constant) : linear;
 }
 
-int check_thresholds() {
+parameter_complaint check_thresholds() {
   const float s = threshold_of_unit_length_1(global_min_score, global_min_score_a, global_min_score_bx);
   const float l = threshold_of_unit_length_1(global_min_length, global_min_length_a, global_min_length_bx);
   const bool are_too_low = s < 2.0F && l < 2.0F;
-  return are_too_low ? reject(rejected, "Sorry, either the minimum score or the minimum length must be larger.\n") : 0;
+  if (!are_too_low) return {};
+  return {rejected, "Sorry, either the minimum score or the minimum length must be larger.\n"};
 }
 
-int check_unit_lengths() {
-  if (global_max_unit_length >= global_min_unit_length) return 0;
-  return reject(rejected,
-                "I think you have made a mistake here: The maximum unit length must be greater\n"
-                "or equal to the minimum unit length.\n");
-}
-
-// In the order in which a run complains.
-int check_parameters() {
-  int status = check_options({"outputFormat", "printRepeatSeqMode", "NPerfectionMode", "reportUnit"}, unknown_mode);
-  if (status == 0) status = check_thresholds();
-  if (status == 0) status = check_options({"mismatchScore", "indelScore", "succN", "flanking", "recursion"}, rejected);
-  if (status == 0) status = check_unit_lengths();
-  return status == 0 ? check_options({"maxUnitLen"}, rejected) : status;
+parameter_complaint check_unit_lengths() {
+  if (global_max_unit_length >= global_min_unit_length) return {};
+  return {rejected,
+          "I think you have made a mistake here: The maximum unit length must be greater\n"
+          "or equal to the minimum unit length.\n"};
 }
 
 // Reads the argument vector into the parameters and parsed_options. Returns a status.
@@ -96,8 +89,20 @@ int read_and_init_parameters(int argc, char** argv) {
                   " --help for more information.\n");
   }
   store_file_names();
+  const parameter_complaint complaint = check_parameters();
+  return reject(complaint.status, complaint.text.c_str());
+}
+
+parameter_complaint check_parameters() {
   global_prefer_longer_repeat = parsed_options.prefer_shorter_repeats ? 0 : 1;
-  return check_parameters();
+  // In the order in which a run complains.
+  parameter_complaint found =
+      check_options({"outputFormat", "printRepeatSeqMode", "NPerfectionMode", "reportUnit"}, unknown_mode);
+  if (found.status == 0) found = check_thresholds();
+  if (found.status == 0)
+    found = check_options({"mismatchScore", "indelScore", "succN", "flanking", "recursion"}, rejected);
+  if (found.status == 0) found = check_unit_lengths();
+  return found.status == 0 ? check_options({"maxUnitLen"}, rejected) : found;
 }
 
 std::vector<std::string> files_named(int argc, char** argv) {

@@ -56,6 +56,15 @@ void init_param();
 // be written raise unwritten_help.
 int read_and_init_parameters(int argc, char** argv);
 
+// What is wrong with the parameters, in lines for the user, and the status that a run ends with; 0 when nothing is.
+struct parameter_complaint {
+  int status = 0;
+  std::string text = {};
+};
+
+// Checks the values that an option table has put into the parameters; numbers with limits may be moved to them.
+parameter_complaint check_parameters();
+
 // The plain words of a command line that the parser accepts, else none. Prints nothing. Changes the parameters, so it
 // is for calls before read_and_init_parameters.
 std::vector<std::string> files_named(int argc, char** argv);
