@@ -1,5 +1,4 @@
-#ifndef QUARVO_CANCHORSEQ_H
-#define QUARVO_CANCHORSEQ_H
+#pragma once
 
 #include <algorithm>
 #include <cstring>
@@ -62,5 +61,3 @@ class CAnchorSeq {
     }
   }
 };
-
-#endif

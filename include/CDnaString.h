@@ -1,5 +1,4 @@
-#ifndef QUARVO_CDNASTRING_H
-#define QUARVO_CDNASTRING_H
+#pragma once
 
 #include <algorithm>
 #include <cstring>
@@ -84,5 +83,3 @@ inline bool set_to_normal_form(CDnaString& result, const CDnaString& unit, norma
   if (std::strcmp(result.c_str(), other.c_str()) > 0) result.assign(other.buffer, other.buffer + other.length);
   return periodic;
 }
-
-#endif

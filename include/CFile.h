@@ -1,5 +1,4 @@
-#ifndef QUARVO_CFILE_H
-#define QUARVO_CFILE_H
+#pragma once
 
 #include "CByteSource.h"
 
@@ -99,5 +98,3 @@ class CFile : public CByteSource {
     status = static_cast<signed char>((status & ~7) | fail_state | (trouble == nullptr ? end_of_file : 0));
   }
 };
-
-#endif

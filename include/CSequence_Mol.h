@@ -1,5 +1,4 @@
-#ifndef QUARVO_CSEQUENCE_MOL_H
-#define QUARVO_CSEQUENCE_MOL_H
+#pragma once
 
 #include <algorithm>
 #include <array>
@@ -216,5 +215,3 @@ class CSequence_Mol {
     file.buffer_pos += from - file.buffer_pos;
   }
 };
-
-#endif

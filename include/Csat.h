@@ -1,5 +1,4 @@
-#ifndef QUARVO_CSAT_H
-#define QUARVO_CSAT_H
+#pragma once
 
 #include <cstdio>
 #include <cstdlib>
@@ -99,5 +98,3 @@ inline bool lessThan_sat(const Csat* a, const Csat* b) {
   if (a->pos_left != b->pos_left) return a->pos_left < b->pos_left;
   return a->pos_right < b->pos_right;
 }
-
-#endif

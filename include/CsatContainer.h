@@ -1,5 +1,4 @@
-#ifndef QUARVO_CSATCONTAINER_H
-#define QUARVO_CSATCONTAINER_H
+#pragma once
 
 #include <list>
 
@@ -90,5 +89,3 @@ class CSpareSat {
  private:
   CsatContainer holder;
 };
-
-#endif

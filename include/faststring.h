@@ -1,5 +1,4 @@
-#ifndef QUARVO_FASTSTRING_H
-#define QUARVO_FASTSTRING_H
+#pragma once
 
 #include <cstdlib>
 #include <cstring>
@@ -77,5 +76,3 @@ class faststring {
     ensure_capacity(capacity == 0 ? 4 : 2 * capacity);
   }
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_BENCH_SUPPORT_H
-#define QUARVO_BENCH_SUPPORT_H
+#pragma once
 
 #include <cstddef>
 #include <string>
@@ -42,5 +41,3 @@ class CFastSearch {
 
 // What the alignment bound is under the default parameters.
 alignment_bound default_bound(unsigned L);
-
-#endif

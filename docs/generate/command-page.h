@@ -1,5 +1,4 @@
-#ifndef QUARVO_DOCS_GENERATE_COMMAND_PAGE_H
-#define QUARVO_DOCS_GENERATE_COMMAND_PAGE_H
+#pragma once
 
 #include <span>
 #include <string>
@@ -59,5 +58,3 @@ bool takes_file(const documented_option& option);
 command_page quarvo_page();
 command_page quarvo_convert_page();
 command_page quarvo_report_page();
-
-#endif

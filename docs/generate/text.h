@@ -1,5 +1,4 @@
-#ifndef QUARVO_DOCS_GENERATE_TEXT_H
-#define QUARVO_DOCS_GENERATE_TEXT_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -20,5 +19,3 @@ std::vector<std::string> filled_lines(const std::string& text, std::size_t width
 
 // The text as one word of a shell, in single quotes.
 std::string shell_quoted(const std::string& text);
-
-#endif

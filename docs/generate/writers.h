@@ -1,5 +1,4 @@
-#ifndef QUARVO_DOCS_GENERATE_WRITERS_H
-#define QUARVO_DOCS_GENERATE_WRITERS_H
+#pragma once
 
 #include <string>
 
@@ -15,5 +14,3 @@ std::string bash_completion(const command_page& page);
 
 // A completion for zsh, a file for a directory of its fpath.
 std::string zsh_completion(const command_page& page);
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_CSEARCHCONTROLLER_H
-#define QUARVO_CSEARCHCONTROLLER_H
+#pragma once
 
 #include <algorithm>
 #include <cstdio>
@@ -183,5 +182,3 @@ class CSearchController {
   void print_opening_lines(std::FILE* out);
   void print_closing_line(std::FILE* out);
 };
-
-#endif

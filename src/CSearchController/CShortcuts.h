@@ -1,5 +1,4 @@
-#ifndef QUARVO_CSHORTCUTS_H
-#define QUARVO_CSHORTCUTS_H
+#pragma once
 
 #include "CAnchorSeq.h"
 #include "Csat.h"
@@ -98,5 +97,3 @@ class CShortcuts {
   const char* candidate = nullptr;
   const char* last_candidate = nullptr;
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_EXTENSION_H
-#define QUARVO_EXTENSION_H
+#pragma once
 
 #include "CShortcuts.h"
 #include "Csat.h"
@@ -13,5 +12,3 @@
 // changes; `unit` is the text of its unit. `shortcuts` are those of a search under way, or say "as defined".
 void extend_right(Csat& sat, const scoring& rules, const CUnitText& unit, const char* end, CShortcuts& shortcuts);
 void extend_left(Csat& sat, const scoring& rules, const CUnitText& unit, const char* end, CShortcuts& shortcuts);
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_LEAP_AHEAD_H
-#define QUARVO_LEAP_AHEAD_H
+#pragma once
 
 #include <algorithm>
 
@@ -44,5 +43,3 @@ edit best_edit(const extension_state& at, int best, const scoring& rules, int un
                        });
   return chosen;
 }
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_SEARCH_SETTINGS_H
-#define QUARVO_SEARCH_SETTINGS_H
+#pragma once
 
 #include <limits>
 #include <vector>
@@ -40,5 +39,3 @@ search_settings current_search_settings();
 
 // The minimum score of the seeds of extend-exact mode. They may have any length.
 inline int min_score_of_seeds(unsigned L) { return L < 4 ? 4 : static_cast<int>(L); }
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_SEARCH_WORKSPACE_H
-#define QUARVO_SEARCH_WORKSPACE_H
+#pragma once
 
 #include <functional>
 
@@ -20,5 +19,3 @@ struct search_workspace {
   CShortcuts* shortcuts = nullptr;  // none: the plain search
   CUnitText unit{};
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_CSAT_LINES_H
-#define QUARVO_CSAT_LINES_H
+#pragma once
 
 #include "CReportText.h"
 #include "Csat.h"
@@ -11,5 +10,3 @@ void append_repeat_name(CReportText& text, int unit_length);
 
 // Writes the line of the compact format to `text`; start and end are 1-based and inclusive.
 void append_compact_line(CReportText& text, const Csat& sat, int start, int end, float perfection, const char* unit);
-
-#endif

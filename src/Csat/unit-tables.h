@@ -1,5 +1,4 @@
-#ifndef QUARVO_UNIT_TABLES_H
-#define QUARVO_UNIT_TABLES_H
+#pragma once
 
 #include <array>
 
@@ -7,5 +6,3 @@
 inline constexpr int primeFactors_rows = 10001;
 inline constexpr int primeFactors_columns = 6;
 extern const std::array<std::array<int, primeFactors_columns>, primeFactors_rows> primeFactors;
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_DIRECTION_H
-#define QUARVO_FAST_DIRECTION_H
+#pragma once
 
 #include <bit>
 #include <cstdint>
@@ -54,5 +53,3 @@ struct leftwards {
     return different == 0 ? symbols_a_word : std::countl_zero(different) / 8;
   }
 };
-
-#endif

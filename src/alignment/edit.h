@@ -1,7 +1,4 @@
-#ifndef QUARVO_EDIT_H
-#define QUARVO_EDIT_H
+#pragma once
 
 // The edits of an alignment, in the order of preference among equals.
 enum class edit : unsigned char { mismatch, insertion, deletion, none };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_EXTENSION_STATE_H
-#define QUARVO_EXTENSION_STATE_H
+#pragma once
 
 // A place on the way of an extension: the position, the unit cursor and the score there.
 struct extension_state {
@@ -7,5 +6,3 @@ struct extension_state {
   int u;
   int score;
 };
-
-#endif

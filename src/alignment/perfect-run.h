@@ -1,5 +1,4 @@
-#ifndef QUARVO_PERFECT_RUN_H
-#define QUARVO_PERFECT_RUN_H
+#pragma once
 
 #include "direction.h"
 #include "extension-state.h"
@@ -29,5 +28,3 @@ inline void run_on(extension_state& at, const CUnitText& unit, const char* end, 
     }
   }
 }
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_SCORING_H
-#define QUARVO_SCORING_H
+#pragma once
 
 #include <algorithm>
 #include <cstdint>
@@ -27,5 +26,3 @@ struct scoring {
   // The floor: the least score that any edit may leave behind, whatever came before.
   std::int64_t least_after_edit(int L) const { return -static_cast<std::int64_t>(L) - prefer_longer + 1; }
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_THREE_EDITS_H
-#define QUARVO_THREE_EDITS_H
+#pragma once
 
 #include <cstdint>
 
@@ -32,5 +31,3 @@ inline void each_edit(const extension_state& at, const scoring& rules, int unit_
     return false;
   });
 }
-
-#endif

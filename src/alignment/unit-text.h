@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_UNIT_TEXT_H
-#define QUARVO_FAST_UNIT_TEXT_H
+#pragma once
 
 #include <algorithm>
 #include <cstddef>
@@ -55,5 +54,3 @@ class CUnitText {
     written = wanted;
   }
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_COMPANION_H
-#define QUARVO_COMPANION_H
+#pragma once
 
 #include "results-error.h"
 
@@ -24,5 +23,3 @@ inline constexpr int out_of_memory = 7;
 
 int of(const results_error& error);
 }  // namespace companion_status
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_CBEDCONVERSION_H
-#define QUARVO_CBEDCONVERSION_H
+#pragma once
 
 #include "CConversion.h"
 #include "sequence-names.h"
@@ -25,5 +24,3 @@ class CBedConversion : public CConversion {
 
   void append_more_columns(const results_repeat& repeat);
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_CCONVERSION_H
-#define QUARVO_CCONVERSION_H
+#pragma once
 
 #include <cstdio>
 #include <memory>
@@ -56,5 +55,3 @@ inline constexpr const char* missing_symbols =
 
 // The conversion that is asked for. `lengths` must outlive it.
 std::unique_ptr<CConversion> make_conversion(const conversion_settings& settings, const CSequenceLengths& lengths);
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_CFASTACONVERSION_H
-#define QUARVO_CFASTACONVERSION_H
+#pragma once
 
 #include "CConversion.h"
 #include "CPlaceNames.h"
@@ -15,5 +14,3 @@ class CFastaConversion : public CConversion {
  private:
   CPlaceNames names;
 };
-
-#endif

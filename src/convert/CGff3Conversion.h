@@ -1,5 +1,4 @@
-#ifndef QUARVO_CGFF3CONVERSION_H
-#define QUARVO_CGFF3CONVERSION_H
+#pragma once
 
 #include <cstdint>
 
@@ -31,5 +30,3 @@ class CGff3Conversion : public CConversion {
   void append_attributes(const results_repeat& repeat);
   void append_count(std::string_view key, const std::optional<int>& count);
 };
-
-#endif

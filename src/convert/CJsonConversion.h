@@ -1,5 +1,4 @@
-#ifndef QUARVO_CJSONCONVERSION_H
-#define QUARVO_CJSONCONVERSION_H
+#pragma once
 
 #include "CConversion.h"
 
@@ -21,5 +20,3 @@ class CJsonConversion : public CConversion {
   bool has_all_sequences = false;
   std::string beginning;  // of each object: what its sequence is
 };
-
-#endif

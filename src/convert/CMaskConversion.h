@@ -1,5 +1,4 @@
-#ifndef QUARVO_CMASKCONVERSION_H
-#define QUARVO_CMASKCONVERSION_H
+#pragma once
 
 #include <memory>
 
@@ -34,5 +33,3 @@ class CMaskConversion : public CConversion {
   bool end_record(std::FILE* out);
   bool refuse_file(const std::string& why, int status);
 };
-
-#endif

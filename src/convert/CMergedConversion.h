@@ -1,5 +1,4 @@
-#ifndef QUARVO_CMERGEDCONVERSION_H
-#define QUARVO_CMERGEDCONVERSION_H
+#pragma once
 
 #include "CConversion.h"
 
@@ -25,5 +24,3 @@ class CMergedConversion : public CConversion {
   bool pass(std::FILE* out);
   bool told(bool outcome) { return outcome || refuse(inner->error(), inner->status()); }
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_CPLACENAMES_H
-#define QUARVO_CPLACENAMES_H
+#pragma once
 
 #include <string>
 
@@ -36,5 +35,3 @@ class CPlaceNames {
   std::string place;  // of the repeat before
   int at_place = 0;   // repeats there so far
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_CPRIMER3CONVERSION_H
-#define QUARVO_CPRIMER3CONVERSION_H
+#pragma once
 
 #include "CConversion.h"
 #include "CPlaceNames.h"
@@ -14,5 +13,3 @@ class CPrimer3Conversion : public CConversion {
  private:
   CPlaceNames names;
 };
-
-#endif

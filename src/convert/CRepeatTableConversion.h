@@ -1,5 +1,4 @@
-#ifndef QUARVO_CREPEATTABLECONVERSION_H
-#define QUARVO_CREPEATTABLECONVERSION_H
+#pragma once
 
 #include "CConversion.h"
 
@@ -19,5 +18,3 @@ class CRepeatTableConversion : public CConversion {
   std::string beginning;  // of each line: what its sequence is
   std::string line;
 };
-
-#endif

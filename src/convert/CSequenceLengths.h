@@ -1,5 +1,4 @@
-#ifndef QUARVO_CSEQUENCELENGTHS_H
-#define QUARVO_CSEQUENCELENGTHS_H
+#pragma once
 
 #include <cstdint>
 #include <optional>
@@ -32,5 +31,3 @@ class CSequenceLengths {
 
   bool add(std::string_view line);
 };
-
-#endif

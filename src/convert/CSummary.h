@@ -1,5 +1,4 @@
-#ifndef QUARVO_CSUMMARY_H
-#define QUARVO_CSUMMARY_H
+#pragma once
 
 #include <cstdint>
 #include <map>
@@ -42,5 +41,3 @@ class CSummary {
   std::unordered_map<std::string, repeat_tally> units;
   std::vector<sequence_row> sequences;
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_CSUMMARYCONVERSION_H
-#define QUARVO_CSUMMARYCONVERSION_H
+#pragma once
 
 #include <string>
 
@@ -49,5 +48,3 @@ class CMultiqcConversion : public CSummaryConversion {
  private:
   std::string sample_name;
 };
-
-#endif

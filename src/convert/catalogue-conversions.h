@@ -1,5 +1,4 @@
-#ifndef QUARVO_CATALOGUE_CONVERSIONS_H
-#define QUARVO_CATALOGUE_CONVERSIONS_H
+#pragma once
 
 #include "CConversion.h"
 #include "CPlaceNames.h"
@@ -60,5 +59,3 @@ class CExpansionHunterConversion : public CCatalogueConversion {
   bool add_locus(std::FILE* out, const results_repeat& repeat, const std::string& name,
                  const std::string& unit) override;
 };
-
-#endif

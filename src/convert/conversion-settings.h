@@ -1,5 +1,4 @@
-#ifndef QUARVO_CONVERSION_SETTINGS_H
-#define QUARVO_CONVERSION_SETTINGS_H
+#pragma once
 
 #include <array>
 #include <string>
@@ -53,5 +52,3 @@ struct conversion_settings {
   std::string fasta;              // the file to mask
   std::string sample;             // of MultiQC; empty: from the name of the run's input file
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_CONVERT_OPTIONS_H
-#define QUARVO_CONVERT_OPTIONS_H
+#pragma once
 
 #include <span>
 #include <string>
@@ -22,5 +21,3 @@ std::span<const option_row> convert_option_table();
 
 inline constexpr const char* convert_description =
     "This program turns results of Quarvo (output formats 0, 1 and 3) into formats that other programs read.";
-
-#endif

@@ -1,8 +1,5 @@
-#ifndef QUARVO_CONVERT_RUN_H
-#define QUARVO_CONVERT_RUN_H
+#pragma once
 
 // Does one whole conversion for the command line. Returns the exit status; every failure has been reported on standard
 // error by then.
 int run_convert(int argc, char** argv);
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_GLOBAL_TYPES_AND_PARAMETERS_OPTIONS_H
-#define QUARVO_GLOBAL_TYPES_AND_PARAMETERS_OPTIONS_H
+#pragma once
 
 #include <span>
 #include <string>
@@ -18,5 +17,3 @@ extern parsed_option_values parsed_options;
 
 // All options in the order of the usage text. The plain words come last.
 std::span<const option_row> option_table();
-
-#endif

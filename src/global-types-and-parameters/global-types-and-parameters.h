@@ -1,5 +1,4 @@
-#ifndef QUARVO_GLOBAL_TYPES_AND_PARAMETERS_H
-#define QUARVO_GLOBAL_TYPES_AND_PARAMETERS_H
+#pragma once
 
 #include <cstdio>
 #include <string>
@@ -74,5 +73,3 @@ inline bool Ns_are_neutral() { return global_Ns_allowed_in_a_row > 0 && !global_
 
 // Writes the settings of the run, one a line, each after the prefix.
 void print_search_parameters(std::FILE* out, const char* prefix);
-
-#endif

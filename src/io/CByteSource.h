@@ -1,5 +1,4 @@
-#ifndef QUARVO_CBYTESOURCE_H
-#define QUARVO_CBYTESOURCE_H
+#pragma once
 
 #include <fstream>
 #include <memory>
@@ -52,5 +51,3 @@ class CByteSource : public std::ifstream {
   void start_decoder(const char* first_bytes, std::streamsize count, std::streamsize size);
   std::streamsize decode(char* to, std::streamsize size);
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_CCONVERTEDFILE_H
-#define QUARVO_CCONVERTEDFILE_H
+#pragma once
 
 #include <cstdio>
 #include <string>
@@ -47,5 +46,3 @@ class CConvertedFile {
 
 // True when messages on standard error would be written into one of the files to read.
 bool is_standard_error(const std::vector<std::string>& read_files);
-
-#endif

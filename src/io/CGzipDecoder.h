@@ -1,5 +1,4 @@
-#ifndef QUARVO_CGZIPDECODER_H
-#define QUARVO_CGZIPDECODER_H
+#pragma once
 
 #include <zlib.h>
 
@@ -63,5 +62,3 @@ class CGzipDecoder {
   void end_corrupt();
   bool has_block_field() const;
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_COUTPUTFILE_H
-#define QUARVO_COUTPUTFILE_H
+#pragma once
 
 #include <array>
 #include <cstdio>
@@ -62,5 +61,3 @@ class COutputFile {
 // True when both names are one regular file, or when the open file and the name are.
 bool is_same_regular_file(const std::string& name, const std::string& other_name);
 bool is_same_regular_file(int descriptor, const std::string& name);
-
-#endif

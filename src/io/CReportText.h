@@ -1,5 +1,4 @@
-#ifndef QUARVO_CREPORTTEXT_H
-#define QUARVO_CREPORTTEXT_H
+#pragma once
 
 #include <charconv>
 #include <cmath>
@@ -76,5 +75,3 @@ class CReportText {
     return *this;
   }
 };
-
-#endif

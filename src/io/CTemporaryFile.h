@@ -1,5 +1,4 @@
-#ifndef QUARVO_CTEMPORARYFILE_H
-#define QUARVO_CTEMPORARYFILE_H
+#pragma once
 
 #include <string>
 
@@ -50,5 +49,3 @@ class CTemporaryFile {
 
 // Removes the file that is still in want of its name. For a process that ends at once; safe in a signal handler.
 void remove_unnamed_file();
-
-#endif

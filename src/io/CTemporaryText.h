@@ -1,5 +1,4 @@
-#ifndef QUARVO_CTEMPORARYTEXT_H
-#define QUARVO_CTEMPORARYTEXT_H
+#pragma once
 
 #include <cstdio>
 #include <string>
@@ -30,5 +29,3 @@ class CTemporaryText {
   void flush();
   bool fail(const char* what);
 };
-
-#endif

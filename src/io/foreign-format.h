@@ -1,5 +1,4 @@
-#ifndef QUARVO_IO_FOREIGN_FORMAT_H
-#define QUARVO_IO_FOREIGN_FORMAT_H
+#pragma once
 
 #include <cstddef>
 #include <string_view>
@@ -11,5 +10,3 @@ inline constexpr std::size_t foreign_format_bytes = 512;
 // end. Null when the bytes do not tell. Only bytes with which neither FASTA nor results can begin tell anything; text
 // of other kinds does not.
 const char* foreign_format(std::string_view first_bytes);
-
-#endif

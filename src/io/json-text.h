@@ -1,5 +1,4 @@
-#ifndef QUARVO_JSON_TEXT_H
-#define QUARVO_JSON_TEXT_H
+#pragma once
 
 #include <cstdint>
 #include <nlohmann/json_fwd.hpp>
@@ -24,5 +23,3 @@ std::size_t json_size(std::string_view text);
 
 // Two lower-case digits a byte.
 std::string hexadecimal(std::string_view bytes);
-
-#endif

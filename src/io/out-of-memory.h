@@ -1,5 +1,4 @@
-#ifndef QUARVO_IO_OUT_OF_MEMORY_H
-#define QUARVO_IO_OUT_OF_MEMORY_H
+#pragma once
 
 // How a program ends when memory runs out: at once, with a message and a status of its own.
 //
@@ -14,5 +13,3 @@ void end_when_memory_runs_out(const char* text, int status);
 // For memory that was asked for in another way than by `new`: ends the process as above, or raises std::bad_alloc where
 // end_when_memory_runs_out was never called.
 [[noreturn]] void raise_out_of_memory();
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_PRINT_MESSAGE_H
-#define QUARVO_PRINT_MESSAGE_H
+#pragma once
 
 #include <cstdio>
 
@@ -12,5 +11,3 @@ template <typename... Texts>
 void PrintMessage(std::FILE* out, Texts... texts) {
   (print_interpreted(out, texts), ...);
 }
-
-#endif

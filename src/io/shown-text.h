@@ -1,5 +1,4 @@
-#ifndef QUARVO_SHOWN_TEXT_H
-#define QUARVO_SHOWN_TEXT_H
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -11,5 +10,3 @@ std::string shown(std::string_view text);
 
 // The same for a text of several lines, whose line ends stay.
 std::string shown_lines(std::string_view text);
-
-#endif

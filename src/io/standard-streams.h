@@ -1,5 +1,4 @@
-#ifndef QUARVO_STANDARD_STREAMS_H
-#define QUARVO_STANDARD_STREAMS_H
+#pragma once
 
 // For the first lines of main.
 //
@@ -9,5 +8,3 @@ void occupy_standard_streams();
 
 // A closed pipe and a file that may not grow become write errors like others, to be told as such.
 void take_signals_of_writing_as_errors();
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_TEXT_OUTPUT_H
-#define QUARVO_TEXT_OUTPUT_H
+#pragma once
 
 #include <charconv>
 #include <cstdio>
@@ -23,5 +22,3 @@ void append_number(std::string& text, Integer value) {
 }
 
 inline void write(std::FILE* out, std::string_view text) { std::fwrite(text.data(), 1, text.size(), out); }
-
-#endif

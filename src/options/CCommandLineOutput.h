@@ -1,5 +1,4 @@
-#ifndef QUARVO_CCOMMANDLINEOUTPUT_H
-#define QUARVO_CCOMMANDLINEOUTPUT_H
+#pragma once
 
 #include <tclap/CmdLine.h>
 
@@ -32,5 +31,3 @@ class CCommandLineOutput : public TCLAP::StdOutput {
     throw unwritten_help();
   }
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_CFILENAMESARG_H
-#define QUARVO_CFILENAMESARG_H
+#pragma once
 
 #include <tclap/CmdLine.h>
 
@@ -22,5 +21,3 @@ class CFileNamesArg : public TCLAP::UnlabeledMultiArg<std::string> {
     return TCLAP::UnlabeledMultiArg<std::string>::processArg(i, args);
   }
 };
-
-#endif

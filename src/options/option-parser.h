@@ -1,5 +1,4 @@
-#ifndef QUARVO_OPTION_PARSER_H
-#define QUARVO_OPTION_PARSER_H
+#pragma once
 
 #include <span>
 
@@ -18,5 +17,3 @@ bool parse_silently(std::span<const option_row> table, int argc, char** argv);
 // Returns false after a complaint on standard error.
 bool read_options(std::span<const option_row> table, const char* description, int status_if_not_written, int argc,
                   char** argv);
-
-#endif

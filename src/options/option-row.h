@@ -1,5 +1,4 @@
-#ifndef QUARVO_OPTION_ROW_H
-#define QUARVO_OPTION_ROW_H
+#pragma once
 
 #include <limits>
 #include <span>
@@ -65,5 +64,3 @@ std::string further_sentences(const option_row& row);
 // Checks the value in the row's destination. Returns what is wrong with it, in lines for the user; empty when nothing
 // is or when the value was moved to a limit.
 std::string complaint_about(const option_row& row);
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_QUARVO_INTERRUPTION_H
-#define QUARVO_QUARVO_INTERRUPTION_H
+#pragma once
 
 // Stops by the user: SIGINT, SIGTERM, and SIGHUP, which a terminal sends that is closed.
 //
@@ -23,5 +22,3 @@ class CUninterrupted {
   CUninterrupted& operator=(const CUninterrupted&) = delete;
   ~CUninterrupted();
 };
-
-#endif

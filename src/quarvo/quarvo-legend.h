@@ -1,9 +1,6 @@
-#ifndef QUARVO_QUARVO_LEGEND_H
-#define QUARVO_QUARVO_LEGEND_H
+#pragma once
 
 #include <cstdio>
 
 // Writes the legend of columns (each line behind the prefix) or the table header that belongs to the output format.
 void print_output_format(std::FILE* out, const char* prefix);
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_QUARVO_MASKED_H
-#define QUARVO_QUARVO_MASKED_H
+#pragma once
 
 #include <cstdio>
 #include <list>
@@ -15,5 +14,3 @@ void write_masked_record(std::FILE* out, CSequence_Mol& record, const std::list<
 // Whether a file may be made beside the input of that name: not where the input is a pipe or a device, and not where
 // the name is one of the system's own for an open file, such as /dev/stdin or /dev/fd/63.
 bool can_have_masked_file(const std::string& input_name);
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_QUARVO_MESSAGES_H
-#define QUARVO_QUARVO_MESSAGES_H
+#pragma once
 
 #include <cstdio>
 #include <ctime>
@@ -42,5 +41,3 @@ inline constexpr std::string_view stopped_by_user = "\nAnalysis has been stopped
 
 // Writes the closing text for a run that ended with `code`: an error (negative) or a stop by the user (positive).
 void good_bye_on_error(int code);
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_QUARVO_RUN_H
-#define QUARVO_QUARVO_RUN_H
+#pragma once
 
 class CShortcuts;
 
@@ -17,5 +16,3 @@ inline constexpr int status_read_failed = -107;
 // record, by the shortcuts if there are any. Returns the exit status; every failure has been reported on standard error
 // by then.
 int run_quarvo(int argc, char** argv, CShortcuts* shortcuts = nullptr);
-
-#endif

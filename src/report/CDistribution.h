@@ -1,5 +1,4 @@
-#ifndef QUARVO_CDISTRIBUTION_H
-#define QUARVO_CDISTRIBUTION_H
+#pragma once
 
 #include <cstdint>
 #include <vector>
@@ -37,5 +36,3 @@ class CDistribution {
 std::vector<int> edges_of_sizes();
 // Edges for percentages: every whole number. The last bin holds 100 alone.
 std::vector<int> edges_of_percentages();
-
-#endif

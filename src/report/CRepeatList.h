@@ -1,5 +1,4 @@
-#ifndef QUARVO_CREPEATLIST_H
-#define QUARVO_CREPEATLIST_H
+#pragma once
 
 #include <cstdint>
 #include <optional>
@@ -83,5 +82,3 @@ class CRepeatList {
   std::size_t list_rows(std::size_t room, const std::vector<sequence_cost>& sequences);
   void count_missing();
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_CREPORTFIGURES_H
-#define QUARVO_CREPORTFIGURES_H
+#pragma once
 
 #include <cstdint>
 #include <map>
@@ -90,5 +89,3 @@ class CReportFigures {
   void begin_sequence();
   void extend_track(const results_repeat& repeat, int first_new);
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_CSCORECUT_H
-#define QUARVO_CSCORECUT_H
+#pragma once
 
 #include <algorithm>
 #include <cstdint>
@@ -65,5 +64,3 @@ class CScoreCut {
     items.erase(items.begin() + static_cast<std::ptrdiff_t>(count), items.end());
   }
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_CSHAREDNAMES_H
-#define QUARVO_CSHAREDNAMES_H
+#pragma once
 
 #include <cstdint>
 #include <functional>
@@ -25,5 +24,3 @@ class CSharedNames {
  private:
   std::unordered_map<key, bool> is_shared_of;
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_CTRACK_H
-#define QUARVO_CTRACK_H
+#pragma once
 
 #include <cstdint>
 #include <vector>
@@ -31,5 +30,3 @@ class CTrack {
   void widen();
   bin& bin_at(int position) { return all[static_cast<std::size_t>((position - 1) / bin_width)]; }
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_PRINTED_LINES_H
-#define QUARVO_PRINTED_LINES_H
+#pragma once
 
 #include <string>
 #include <vector>
@@ -10,5 +9,3 @@
 // sequence; flanks stand after colons. An alignment without flanks and edits is given by its sequence alone. Empty
 // when the file gives neither.
 std::vector<std::string> printed_lines(const results_repeat& repeat);
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_REPORT_JSON_H
-#define QUARVO_REPORT_JSON_H
+#pragma once
 
 #include <string>
 
@@ -13,5 +12,3 @@
 // Coarsens the tracks of the figures and cuts the list of repeats until they fit.
 std::string report_json(const results_header& header, const std::string& results_name, CReportFigures& figures,
                         CRepeatList& list, std::size_t room);
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_REPORT_OPTIONS_H
-#define QUARVO_REPORT_OPTIONS_H
+#pragma once
 
 #include <span>
 #include <string>
@@ -21,5 +20,3 @@ std::span<const option_row> report_option_table();
 inline constexpr const char* report_description =
     "This program makes a web page of results of Quarvo (output formats 0, 1 and 3): one file that any browser opens, "
     "without a network.";
-
-#endif

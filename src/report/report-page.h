@@ -1,5 +1,4 @@
-#ifndef QUARVO_REPORT_PAGE_H
-#define QUARVO_REPORT_PAGE_H
+#pragma once
 
 #include <cstdio>
 #include <string_view>
@@ -12,5 +11,3 @@ void write_report_page(std::FILE* out, std::string_view page_template, std::stri
 
 // How many bytes of data fit into a page.
 std::size_t room_for_data(std::string_view page_template);
-
-#endif

@@ -1,8 +1,5 @@
-#ifndef QUARVO_REPORT_RUN_H
-#define QUARVO_REPORT_RUN_H
+#pragma once
 
 // One whole run of quarvo-report. Returns the exit status; what went wrong is told on standard error. Raises
 // std::bad_alloc when memory runs out.
 int run_report(int argc, char** argv);
-
-#endif

@@ -1,9 +1,6 @@
-#ifndef QUARVO_REPORT_TEMPLATE_H
-#define QUARVO_REPORT_TEMPLATE_H
+#pragma once
 
 #include <string_view>
 
 // The page as web/build.mjs bundles it, linked into the program: everything but the data, for which @DATA@ stands.
 std::string_view report_template();
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_REPEAT_COLUMNS_H
-#define QUARVO_REPEAT_COLUMNS_H
+#pragma once
 
 #include <array>
 #include <string>
@@ -109,5 +108,3 @@ inline constexpr std::array<repeat_column, 15> table_columns{{
 // The lines between the settings and the first sequence: the legend, each line after the prefix; or the header of the
 // table; or none.
 std::vector<std::string> column_lines(const repeat_layout& layout, const std::string& prefix);
-
-#endif

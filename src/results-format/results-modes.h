@@ -1,5 +1,4 @@
-#ifndef QUARVO_RESULTS_MODES_H
-#define QUARVO_RESULTS_MODES_H
+#pragma once
 
 // The modes of a run, by the numbers of the command line and of the tables of words.
 
@@ -15,5 +14,3 @@ enum print_sat_mode_type : int {
   fasta_format = 4,
   compact_format = 5  // for diagnosis; the command line does not accept it
 };
-
-#endif

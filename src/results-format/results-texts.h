@@ -1,5 +1,4 @@
-#ifndef QUARVO_RESULTS_TEXTS_H
-#define QUARVO_RESULTS_TEXTS_H
+#pragma once
 
 #include <array>
 #include <string>
@@ -58,5 +57,3 @@ inline constexpr char N_mark = '*';
 inline constexpr char edit_mark = ' ';
 inline constexpr char gap_mark = '-';
 inline constexpr char flank_mark = ':';
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_SETTING_ROWS_H
-#define QUARVO_SETTING_ROWS_H
+#pragma once
 
 #include <array>
 #include <span>
@@ -116,5 +115,3 @@ inline constexpr std::array<setting_row, 24> setting_rows{{
 }};
 
 constexpr const setting_row& row_of(setting which) { return setting_rows[static_cast<std::size_t>(which)]; }
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_CCOVERAGE_H
-#define QUARVO_CCOVERAGE_H
+#pragma once
 
 #include <algorithm>
 #include <cstdint>
@@ -28,5 +27,3 @@ class CCoverage {
   int last_end = 0;
   std::int64_t covered = 0;
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_CLINEREADER_H
-#define QUARVO_CLINEREADER_H
+#pragma once
 
 #include <cstdint>
 #include <string>
@@ -45,5 +44,3 @@ class CLineReader {
 
   bool refill();
 };
-
-#endif

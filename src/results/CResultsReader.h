@@ -1,5 +1,4 @@
-#ifndef QUARVO_CRESULTSREADER_H
-#define QUARVO_CRESULTSREADER_H
+#pragma once
 
 #include <cstdint>
 #include <memory>
@@ -79,5 +78,3 @@ class CResultsReader {
   item checked_repeat();
   bool is_in_order() const;
 };
-
-#endif

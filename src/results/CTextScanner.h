@@ -1,5 +1,4 @@
-#ifndef QUARVO_CTEXTSCANNER_H
-#define QUARVO_CTEXTSCANNER_H
+#pragma once
 
 #include <charconv>
 #include <string_view>
@@ -50,5 +49,3 @@ class CTextScanner {
  private:
   std::string_view rest;
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_REPEAT_TALLY_H
-#define QUARVO_REPEAT_TALLY_H
+#pragma once
 
 #include "CCoverage.h"
 #include "results-records.h"
@@ -17,5 +16,3 @@ struct repeat_tally {
     return coverage.add(sequence, repeat.start, repeat.end);
   }
 };
-
-#endif

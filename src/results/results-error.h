@@ -1,5 +1,4 @@
-#ifndef QUARVO_RESULTS_ERROR_H
-#define QUARVO_RESULTS_ERROR_H
+#pragma once
 
 #include <string>
 
@@ -19,5 +18,3 @@ struct results_error {
 
   explicit operator bool() const { return kind != kind_type::none; }
 };
-
-#endif

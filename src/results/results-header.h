@@ -1,5 +1,4 @@
-#ifndef QUARVO_RESULTS_HEADER_H
-#define QUARVO_RESULTS_HEADER_H
+#pragma once
 
 #include "CLineReader.h"
 #include "results-error.h"
@@ -17,5 +16,3 @@ results_error unexpected_end(const CLineReader& lines);
 
 // What is wrong when the system fails to read on.
 results_error read_failure(const CLineReader& lines);
-
-#endif

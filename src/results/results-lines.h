@@ -1,5 +1,4 @@
-#ifndef QUARVO_RESULTS_LINES_H
-#define QUARVO_RESULTS_LINES_H
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -24,5 +23,3 @@ bool parse_alignment(std::string_view sequence, std::string_view markers, std::s
 
 // A line of format 3, with the name of the sequence.
 bool parse_table_line(std::string_view line, const results_header& header, std::string& name, results_repeat& repeat);
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_RESULTS_RECORDS_H
-#define QUARVO_RESULTS_RECORDS_H
+#pragma once
 
 #include <cstdint>
 #include <optional>
@@ -84,5 +83,3 @@ struct results_repeat {
   };
   std::optional<alignment_lines> alignment;
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_SEQUENCE_NAMES_H
-#define QUARVO_SEQUENCE_NAMES_H
+#pragma once
 
 #include <cstdint>
 #include <string>
@@ -34,5 +33,3 @@ class CNameRegister {
  private:
   std::unordered_set<std::uint64_t> seen;
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_FAULTS_PROGRAM_RUN_H
-#define QUARVO_TESTS_FAULTS_PROGRAM_RUN_H
+#pragma once
 
 #include <gtest/gtest.h>
 #include <sys/types.h>
@@ -69,5 +68,3 @@ inline constexpr const char* good_byes = "\nAnalysis finished successfully.\n\nQ
 // What the shell sees of a negative status.
 constexpr int shell_status(int status) { return status & 255; }
 std::string abort_text(int status);
-
-#endif

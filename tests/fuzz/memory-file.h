@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_MEMORY_FILE_H
-#define QUARVO_TESTS_MEMORY_FILE_H
+#pragma once
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -24,5 +23,3 @@ class CMemoryFile {
  private:
   int descriptor;
 };
-
-#endif

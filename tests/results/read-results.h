@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_READ_RESULTS_H
-#define QUARVO_TESTS_READ_RESULTS_H
+#pragma once
 
 #include <string>
 #include <utility>
@@ -62,5 +61,3 @@ class ResultsTest : public RunTest {
 
   whole_results read_text(const std::string& text) { return read_results(directory.write("text", text)); }
 };
-
-#endif

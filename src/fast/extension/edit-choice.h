@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_EDIT_CHOICE_H
-#define QUARVO_FAST_EDIT_CHOICE_H
+#pragma once
 
 #include <optional>
 
@@ -78,5 +77,3 @@ class CEditChoice {
     return true;
   }
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_EDIT_OUTLOOK_H
-#define QUARVO_EDIT_OUTLOOK_H
+#pragma once
 
 #include "edit.h"
 
@@ -9,5 +8,3 @@ struct edit_outlook {
   int highest;  // the score that it leads to; of no meaning without an edit
   bool is_cut;  // whether another edit is admissible behind the last that the look-ahead may make
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_GROWTH_BOUND_H
-#define QUARVO_FAST_GROWTH_BOUND_H
+#pragma once
 
 #include <cstdint>
 
@@ -66,5 +65,3 @@ class CGrowthBound {
     return at.s != end && edits_lead_there<Direction>(at, unit, end);
   }
 };
-
-#endif

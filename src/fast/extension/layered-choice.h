@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_LAYERED_CHOICE_H
-#define QUARVO_FAST_LAYERED_CHOICE_H
+#pragma once
 
 #include <algorithm>
 #include <cstdint>
@@ -177,5 +176,3 @@ class CLayeredChoice {
     return false;
   }
 };
-
-#endif

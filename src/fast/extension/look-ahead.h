@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_LOOK_AHEAD_H
-#define QUARVO_FAST_LOOK_AHEAD_H
+#pragma once
 
 #include <algorithm>
 #include <cstdint>
@@ -153,5 +152,3 @@ class CLookAhead {
     next.push_back(added);
   }
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_MATCH_WINDOW_H
-#define QUARVO_FAST_MATCH_WINDOW_H
+#pragma once
 
 #include <algorithm>
 #include <bit>
@@ -112,5 +111,3 @@ class CMatchWindow {
     return moved.s != end;
   }
 };
-
-#endif

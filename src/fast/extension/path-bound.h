@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_PATH_BOUND_H
-#define QUARVO_FAST_PATH_BOUND_H
+#pragma once
 
 #include <algorithm>
 #include <cstdint>
@@ -71,5 +70,3 @@ class CPathBound {
     }
   }
 };
-
-#endif

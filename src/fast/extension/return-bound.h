@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_RETURN_BOUND_H
-#define QUARVO_FAST_RETURN_BOUND_H
+#pragma once
 
 #include <algorithm>
 #include <array>
@@ -74,5 +73,3 @@ class CReturnBound {
 
   std::array<std::uint8_t, longest_unit> symbols{};
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_RUN_ENDS_H
-#define QUARVO_FAST_RUN_ENDS_H
+#pragma once
 
 #include <array>
 #include <cstddef>
@@ -119,5 +118,3 @@ class CRunEnds {
   std::uint64_t highest_ends(int edits, std::size_t cell) const;
   edit first_edit(const question& asked, int edits);
 };
-
-#endif

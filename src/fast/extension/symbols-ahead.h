@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_SYMBOLS_AHEAD_H
-#define QUARVO_FAST_SYMBOLS_AHEAD_H
+#pragma once
 
 #include <algorithm>
 #include <array>
@@ -68,5 +67,3 @@ class CSymbolsAhead {
   int its_known = 0;
   bool is_at_end = false;
 };
-
-#endif

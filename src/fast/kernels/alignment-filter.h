@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_ALIGNMENT_FILTER_H
-#define QUARVO_FAST_ALIGNMENT_FILTER_H
+#pragma once
 
 #include <cstdint>
 #include <vector>
@@ -14,5 +13,3 @@
 // The margin of the planes must cover the program's reach. Bits of units that hold an N are arbitrary.
 void run_alignment_program(const alignment_program& program, const CBitPlanes& planes, bool Ns_match,
                            std::uint64_t* kept);
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_ALIGNMENT_KERNELS_H
-#define QUARVO_FAST_ALIGNMENT_KERNELS_H
+#pragma once
 
 #include <cstdint>
 #include <span>
@@ -25,5 +24,3 @@ std::span<const alignment_kernel> alignment_kernels();
 
 // The kernel for the bound, or null.
 const alignment_kernel* find_alignment_kernel(const alignment_bound& bound);
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_ALIGNMENT_PROGRAM_H
-#define QUARVO_FAST_ALIGNMENT_PROGRAM_H
+#pragma once
 
 #include <cstdint>
 #include <vector>
@@ -129,5 +128,3 @@ struct alignment_program {
 
 // Makes the program. It is empty when the test would keep too much, or cost too much, to be of use.
 alignment_program make_alignment_program(const alignment_bound& bound);
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_BIT_PLANES_H
-#define QUARVO_FAST_BIT_PLANES_H
+#pragma once
 
 #include <algorithm>
 #include <cstddef>
@@ -70,5 +69,3 @@ class CBitPlanes {
   void lay_side_by_side(const std::vector<std::uint64_t>& linear, std::vector<std::uint64_t>& plane) const;
   void transpose(const std::vector<std::uint64_t>& linear, std::vector<std::uint64_t>& plane) const;
 };
-
-#endif

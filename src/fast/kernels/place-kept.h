@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_PLACE_KEPT_H
-#define QUARVO_FAST_PLACE_KEPT_H
+#pragma once
 
 #include <bit>
 #include <cstdint>
@@ -17,5 +16,3 @@ inline void place_kept(const std::uint64_t* kept_words, std::size_t t, const CBi
     }
   }
 }
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_KERNELS_VECTOR_TARGETS_H
-#define QUARVO_FAST_KERNELS_VECTOR_TARGETS_H
+#pragma once
 
 // To be included in front of Highway. The kernels are large, and bit operations are the same on all targets of one
 // vector size, so each size is compiled once.
@@ -7,5 +6,3 @@
 
 #undef HWY_DISABLED_TARGETS
 #define HWY_DISABLED_TARGETS (HWY_SSSE3 | HWY_SSE4 | HWY_AVX3_DL)
-
-#endif

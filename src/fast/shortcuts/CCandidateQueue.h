@@ -1,5 +1,4 @@
-#ifndef QUARVO_CCANDIDATEQUEUE_H
-#define QUARVO_CCANDIDATEQUEUE_H
+#pragma once
 
 #include <array>
 #include <cstddef>
@@ -58,5 +57,3 @@ class CCandidateQueue {
   bool is_full() const { return count == collected.size() || tested_count == tested.size(); }
   const char* next_position();
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_CEXACTSTARTS_H
-#define QUARVO_CEXACTSTARTS_H
+#pragma once
 
 #include <cstddef>
 
@@ -54,5 +53,3 @@ class CExactStarts {
   const char* behind_Ns(const char* p);
   bool wants_every_start(const Csat& sat) const;
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_CFASTSHORTCUTS_H
-#define QUARVO_CFASTSHORTCUTS_H
+#pragma once
 
 #include <optional>
 
@@ -82,5 +81,3 @@ class CFastShortcuts final : public CShortcuts {
   CLastSeed last_seed;
   const Csat* last_extended = nullptr;  // what it became, if it was accepted
 };
-
-#endif

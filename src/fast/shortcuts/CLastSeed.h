@@ -1,5 +1,4 @@
-#ifndef QUARVO_CLASTSEED_H
-#define QUARVO_CLASTSEED_H
+#pragma once
 
 #include <cstddef>
 
@@ -47,5 +46,3 @@ class CLastSeed {
   const char* right = nullptr;
   int L = 0;
 };
-
-#endif

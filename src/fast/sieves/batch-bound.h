@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_BATCH_BOUND_H
-#define QUARVO_FAST_BATCH_BOUND_H
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -107,5 +106,3 @@ class CBatchBound {
  private:
   memory used;
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_CANDIDATE_FILTER_H
-#define QUARVO_FAST_CANDIDATE_FILTER_H
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -110,5 +109,3 @@ class CCandidateFilter {
   void build_planes(int reach);
   void keep_all();
 };
-
-#endif

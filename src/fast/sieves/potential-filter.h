@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_POTENTIAL_FILTER_H
-#define QUARVO_FAST_POTENTIAL_FILTER_H
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -98,5 +97,3 @@ class CPotentialFilter {
   unsigned first_length = 0;
   std::vector<CPositions> found;  // by L - first_length
 };
-
-#endif

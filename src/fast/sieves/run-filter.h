@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_RUN_FILTER_H
-#define QUARVO_FAST_RUN_FILTER_H
+#pragma once
 
 #include <array>
 #include <cstddef>
@@ -74,5 +73,3 @@ class CRunFilter {
 
 // The first position behind p, in (p, end], whose symbol is not the one at p. Precondition: p < end.
 const char* end_of_one_symbol_run(const char* p, const char* end);
-
-#endif

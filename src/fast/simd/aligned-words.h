@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_ALIGNED_WORDS_H
-#define QUARVO_FAST_ALIGNED_WORDS_H
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -19,5 +18,3 @@ inline aligned_words allocate_words(std::size_t count) {
   return aligned_words(
       static_cast<std::uint64_t*>(::operator new(count * sizeof(std::uint64_t), vector_alignment, std::nothrow)));
 }
-
-#endif

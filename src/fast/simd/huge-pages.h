@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_HUGE_PAGES_H
-#define QUARVO_FAST_HUGE_PAGES_H
+#pragma once
 
 #include <cstddef>
 
@@ -7,5 +6,3 @@
 // fewer page faults, and cheaper access all over it. A hint that changes nothing else; ignored for small ranges and by
 // systems that know no such pages.
 void prefer_huge_pages(void* begin, std::size_t bytes);
-
-#endif

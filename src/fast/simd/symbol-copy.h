@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_SYMBOL_COPY_H
-#define QUARVO_FAST_SYMBOL_COPY_H
+#pragma once
 
 #include <cstddef>
 
@@ -21,5 +20,3 @@ copied_lines copy_symbol_lines(const char* from, std::size_t count, char* to);
 
 // The first LF or CR in [begin, end), or end.
 const char* find_line_end(const char* begin, const char* end);
-
-#endif

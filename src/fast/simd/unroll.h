@@ -1,5 +1,4 @@
-#ifndef QUARVO_FAST_UNROLL_H
-#define QUARVO_FAST_UNROLL_H
+#pragma once
 
 // In front of a loop over a few vectors whose number is known: written out in full, so that the vectors are held in
 // registers. At -O2 compilers do not do this by themselves.
@@ -7,6 +6,4 @@
 #define QUARVO_UNROLL _Pragma("clang loop unroll(full)")
 #else
 #define QUARVO_UNROLL _Pragma("GCC unroll 16")
-#endif
-
 #endif

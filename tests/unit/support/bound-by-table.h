@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_BOUND_BY_TABLE_H
-#define QUARVO_TESTS_BOUND_BY_TABLE_H
+#pragma once
 
 // The bound that the filters of imperfect mode rest on, as it is stated: the best score over all alignment paths that
 // match whenever they can, edit only at mismatches, are at -b or above after every edit and pass over neutral N's for
@@ -111,5 +110,3 @@ class CBoundByTable {
     lowest += static_cast<int>(begin) - 1;
   }
 };
-
-#endif

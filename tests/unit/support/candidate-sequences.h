@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_CANDIDATE_SEQUENCES_H
-#define QUARVO_TESTS_CANDIDATE_SEQUENCES_H
+#pragma once
 
 #include <algorithm>
 #include <string>
@@ -161,5 +160,3 @@ class CCandidateSequences {
     }
   }
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_CANDIDATE_SETTINGS_H
-#define QUARVO_TESTS_CANDIDATE_SETTINGS_H
+#pragma once
 
 #include <algorithm>
 #include <sstream>
@@ -84,5 +83,3 @@ inline candidate_settings random_candidate_settings(CRandomDna& random, unsigned
   s.min_score_b = random.one_of(std::vector<float>{0.0F, 0.25F, 0.5F, 1.0F, 1.0F, 1.0F, 1.5F, 2.0F});
   return s;
 }
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_COMMAND_LINE_H
-#define QUARVO_TESTS_COMMAND_LINE_H
+#pragma once
 
 #include <gtest/gtest.h>
 
@@ -43,5 +42,3 @@ class CommandLine : public ParameterTest {
     EXPECT_EQ(complaint, text);
   }
 };
-
-#endif

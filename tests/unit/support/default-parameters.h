@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_DEFAULT_PARAMETERS_H
-#define QUARVO_TESTS_DEFAULT_PARAMETERS_H
+#pragma once
 
 #include <gtest/gtest.h>
 
@@ -39,5 +38,3 @@ inline void set_unit_lengths(unsigned shortest, unsigned longest) {
   global_min_unit_length = shortest;
   global_max_unit_length = longest;
 }
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_EACH_TARGET_H
-#define QUARVO_TESTS_EACH_TARGET_H
+#pragma once
 
 #include <gtest/gtest.h>
 #include <hwy/highway.h>
@@ -19,5 +18,3 @@ void on_each_target(Check check) {
   hwy::SetSupportedTargetsForTest(0);
   hwy::GetChosenTarget().DeInit();
 }
-
-#endif

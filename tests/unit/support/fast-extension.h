@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_FAST_EXTENSION_H
-#define QUARVO_TESTS_FAST_EXTENSION_H
+#pragma once
 
 #include "CFastShortcuts.h"
 #include "Csat.h"
@@ -30,5 +29,3 @@ class CFastExtension {
   CFastShortcuts shortcuts;
   CUnitText unit;
 };
-
-#endif

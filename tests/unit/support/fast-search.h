@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_FAST_SEARCH_H
-#define QUARVO_TESTS_FAST_SEARCH_H
+#pragma once
 
 #include <utility>
 
@@ -22,5 +21,3 @@ class CFastSearch {
     shortcuts.begin_record(record.symbols.buffer, record.symbols.buffer + record.symbols.length, settings);
   }
 };
-
-#endif

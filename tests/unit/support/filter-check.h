@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_FILTER_CHECK_H
-#define QUARVO_TESTS_FILTER_CHECK_H
+#pragma once
 
 // Whether a filter keeps what it must, on every kind of vector code: all candidates that the bound lets reach the
 // minimum score, and all that the extension makes good enough, wherever they are and whatever the mask would say.
@@ -141,5 +140,3 @@ inline void check_filter(const filter_case& c, yardstick by, const filter_under_
     kept_before = kept;
   });
 }
-
-#endif

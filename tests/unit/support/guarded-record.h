@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_GUARDED_RECORD_H
-#define QUARVO_TESTS_GUARDED_RECORD_H
+#pragma once
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -59,5 +58,3 @@ class CGuardedRecord : public CSequence_Mol {
  private:
   CGuardedMemory memory;
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_GZIP_TEXT_H
-#define QUARVO_TESTS_GZIP_TEXT_H
+#pragma once
 
 #include <zlib.h>
 
@@ -72,5 +71,3 @@ inline std::string bgzip_file(const std::string& text, std::size_t block_size) {
   for (std::size_t i = 0; i < text.size(); i += block_size) file += bgzip_block(text.substr(i, block_size));
   return file + bgzip_block("");
 }
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_RANDOM_DNA_H
-#define QUARVO_TESTS_RANDOM_DNA_H
+#pragma once
 
 #include <cstddef>
 #include <random>
@@ -33,5 +32,3 @@ class CRandomDna {
  private:
   std::mt19937 engine;
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_RANDOM_PARAMETERS_H
-#define QUARVO_TESTS_RANDOM_PARAMETERS_H
+#pragma once
 
 #include <sstream>
 #include <string>
@@ -29,5 +28,3 @@ inline std::string extension_parameters() {
        << ", N's " << global_Ns_allowed_in_a_row << (global_treat_Ns_as_missense ? " missense" : "");
   return text.str();
 }
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_REPEATS_H
-#define QUARVO_TESTS_REPEATS_H
+#pragma once
 
 #include <list>
 #include <sstream>
@@ -42,5 +41,3 @@ inline std::string edits_of(const Csat& sat, const CSequence_Mol& record) {
 }
 
 using texts = std::vector<std::string>;
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_REPORTED_REPEAT_H
-#define QUARVO_TESTS_REPORTED_REPEAT_H
+#pragma once
 
 #include <string>
 
@@ -42,5 +41,3 @@ class CExampleRepeat : public CReportedRepeat {
     sat.score = 7;
   }
 };
-
-#endif

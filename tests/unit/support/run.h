@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_RUN_H
-#define QUARVO_TESTS_RUN_H
+#pragma once
 
 #include <gtest/gtest.h>
 
@@ -45,5 +44,3 @@ class RunTest : public ParameterTest {
     return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
   }
 };
-
-#endif

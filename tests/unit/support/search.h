@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_SEARCH_H
-#define QUARVO_TESTS_SEARCH_H
+#pragma once
 
 #include <gtest/gtest.h>
 
@@ -52,5 +51,3 @@ inline void let_a_minute_pass() {
   update_report_time();
   test_clock::now += 60;
 }
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_STREAM_TEXT_H
-#define QUARVO_TESTS_STREAM_TEXT_H
+#pragma once
 
 #include <cstdio>
 #include <cstdlib>
@@ -36,5 +35,3 @@ std::string text_of(Writer write) {
   write(memory.stream());
   return memory.text();
 }
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_TEMPORARY_DIRECTORY_H
-#define QUARVO_TESTS_TEMPORARY_DIRECTORY_H
+#pragma once
 
 #include <cstdlib>
 #include <filesystem>
@@ -41,5 +40,3 @@ class CTemporaryDirectory {
  private:
   std::filesystem::path root;
 };
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_TEST_CLOCK_H
-#define QUARVO_TESTS_TEST_CLOCK_H
+#pragma once
 
 #include <ctime>
 
@@ -25,5 +24,3 @@ class CReset {
 };
 
 }  // namespace test_clock
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_TEST_DATA_H
-#define QUARVO_TESTS_TEST_DATA_H
+#pragma once
 
 #include <fstream>
 #include <stdexcept>
@@ -16,5 +15,3 @@ inline std::string symbols_of_data_file(const std::string& name) {
   if (symbols.empty()) throw std::runtime_error("no symbols in " + name);
   return symbols;
 }
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef QUARVO_TESTS_TEST_RECORD_H
-#define QUARVO_TESTS_TEST_RECORD_H
+#pragma once
 
 #include <string>
 
@@ -26,5 +25,3 @@ inline std::string repeated(const std::string& text, int times) {
   for (int i = 0; i < times; ++i) result += text;
   return result;
 }
-
-#endif
