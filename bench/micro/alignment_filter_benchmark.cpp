@@ -2,11 +2,8 @@
 
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
-#include <bit>
 #include <cstdint>
 #include <string>
-#include <vector>
 
 #include "alignment-filter.h"
 #include "alignment-program.h"
@@ -36,12 +33,6 @@ void make_program(benchmark::State& state) {
 }
 BENCHMARK(make_program)->ArgName("L")->DenseRange(1, 14)->Unit(benchmark::kMicrosecond);
 
-double share(const std::vector<std::uint64_t>& bits, std::size_t of) {
-  std::size_t count = 0;
-  for (const std::uint64_t word : bits) count += static_cast<std::size_t>(std::popcount(word));
-  return static_cast<double>(count) / static_cast<double>(of);
-}
-
 void run_program(benchmark::State& state) {
   const alignment_program program = make_alignment_program(default_bound(static_cast<unsigned>(state.range(0))));
   if (program.is_empty()) {
@@ -51,13 +42,13 @@ void run_program(benchmark::State& state) {
   const std::string text = sequence_with_repeats(1000000, 10);
   CBitPlanes planes;
   planes.build(text.data(), text.size(), static_cast<std::size_t>(program.reach));
-  std::vector<std::uint64_t> kept((text.size() + 63) / 64);
+  CPositionSet kept;
   for (auto _ : state) {
-    std::fill(kept.begin(), kept.end(), 0);
-    run_alignment_program(program, planes, true, kept.data());
+    kept.clear(text.size());
+    run_alignment_program(program, planes, true, kept);
   }
   state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
-  state.counters["kept"] = share(kept, text.size());
+  state.counters["kept"] = share_of(kept);
 }
 BENCHMARK(run_program)->ArgName("L")->DenseRange(1, 14)->Unit(benchmark::kMicrosecond);
 

@@ -3,10 +3,8 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <bit>
 #include <cstdint>
 #include <string>
-#include <vector>
 
 #include "potential-filter.h"
 #include "support.h"
@@ -17,12 +15,10 @@ CPotentialFilter::settings default_settings(unsigned shortest, unsigned longest)
   return {5, 5, 1, true, shortest, longest, [](unsigned L) { return static_cast<int>(std::max(6U, L)); }};
 }
 
-double share_kept(CPotentialFilter& filter, unsigned L, std::size_t length) {
-  std::vector<std::uint64_t> bits((length + 63) / 64);
-  filter.place(L, bits.data());
-  std::size_t count = 0;
-  for (const std::uint64_t word : bits) count += static_cast<std::size_t>(std::popcount(word));
-  return static_cast<double>(count) / static_cast<double>(length);
+double share_kept(const CPotentialFilter& filter, unsigned L, std::size_t length) {
+  CPositionSet kept(length);
+  filter.place(L, kept);
+  return share_of(kept);
 }
 
 // An item is a position and unit length.

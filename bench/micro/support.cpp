@@ -93,4 +93,10 @@ void set_parameters(unsigned longest_unit) {
   CSearchController::reset_minimum_arrays();
 }
 
+double share_of(const CPositionSet& positions) {
+  std::size_t count = 0;
+  for (std::size_t p = positions.next(0); p != positions.end(); p = positions.next(p + 1)) ++count;
+  return static_cast<double>(count) / static_cast<double>(positions.end());
+}
+
 alignment_bound default_bound(unsigned L) { return {L, 5, 5, static_cast<int>(L), static_cast<int>(std::max(6U, L))}; }

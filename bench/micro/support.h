@@ -7,6 +7,7 @@
 #include "CSearchController.h"
 #include "CSequence_Mol.h"
 #include "alignment-program.h"
+#include "position-set.h"
 
 // Inputs of the micro-benchmarks. All are the same in every run and on every machine.
 
@@ -38,6 +39,9 @@ class CFastSearch {
  public:
   CSearchController controller;
 };
+
+// How many of all positions are in the set.
+double share_of(const CPositionSet& positions);
 
 // What the alignment bound is under the default parameters.
 alignment_bound default_bound(unsigned L);

@@ -154,7 +154,7 @@ class CInterpreter {
 };
 
 template <std::size_t vectors>
-void run_over_stretch(const alignment_program& program, const CBitPlanes& planes, bool Ns_match, std::uint64_t* kept) {
+void run_over_stretch(const alignment_program& program, const CBitPlanes& planes, bool Ns_match, CPositionSet& kept) {
   using interpreter = CInterpreter<vectors>;
   const aligned_words memory = allocate_words(program.slots * interpreter::slot_words);
   if (!memory) raise_out_of_memory();
@@ -166,7 +166,7 @@ void run_over_stretch(const alignment_program& program, const CBitPlanes& planes
   }
 }
 
-void run_program(const alignment_program& program, const CBitPlanes& planes, bool Ns_match, std::uint64_t* kept) {
+void run_program(const alignment_program& program, const CBitPlanes& planes, bool Ns_match, CPositionSet& kept) {
   if (planes.stretch() == 1) {
     run_over_stretch<1>(program, planes, Ns_match, kept);
   } else {
@@ -184,7 +184,7 @@ HWY_EXPORT(run_program);
 }
 
 void run_alignment_program(const alignment_program& program, const CBitPlanes& planes, bool Ns_match,
-                           std::uint64_t* kept) {
+                           CPositionSet& kept) {
   using namespace quarvo_alignment_filter;
   HWY_DYNAMIC_DISPATCH(run_program)(program, planes, Ns_match, kept);
 }

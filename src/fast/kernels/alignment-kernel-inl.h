@@ -50,7 +50,7 @@ class CLanes {
 
 // Kernel::kept(lanes) is the program.
 template <typename Kernel>
-void run_kernel(const CBitPlanes& planes, std::uint64_t* kept) {
+void run_kernel(const CBitPlanes& planes, CPositionSet& kept) {
   std::uint64_t words[CBitPlanes::words];
   for (std::size_t t = 0; t < planes.stretch(); ++t) {
     for (std::size_t word = 0; word < planes.words_in_use(); word += lanes) {

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <cstdint>
 #include <span>
 
 #include "alignment-program.h"
 #include "bit-planes.h"
+#include "position-set.h"
 
 // Alignment programs that are known when Quarvo is built, those of the default scoring, as machine code.
 //
@@ -16,7 +16,7 @@ struct alignment_kernel {
   int reach;              // as of the program
 
   // As run_alignment_program does, with N's, if there are any, neutral.
-  void (*run)(const CBitPlanes& planes, std::uint64_t* kept);
+  void (*run)(const CBitPlanes& planes, CPositionSet& kept);
 };
 
 // All that there are.

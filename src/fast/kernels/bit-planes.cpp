@@ -8,24 +8,17 @@
 #include <hwy/foreach_target.h>  // must come before highway.h
 #include <hwy/highway.h>
 
+#include "symbol-bits-inl.h"
+
 HWY_BEFORE_NAMESPACE();
 namespace quarvo_bit_planes {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-// Writes bit `mask` of each of the 64 bytes at `symbols` as one word.
-std::uint64_t bits_of_64(const std::uint8_t* symbols, std::uint8_t mask) {
-  const hn::CappedTag<std::uint8_t, 64> d;
-  const auto bit = hn::Set(d, mask);
-  std::uint64_t word = 0;
-  std::array<std::uint8_t, 8> bytes{};
-  for (std::size_t i = 0; i < 64; i += hn::Lanes(d)) {
-    hn::StoreMaskBits(d, hn::TestBit(hn::LoadU(d, symbols + i), bit), bytes.data());
-    std::uint64_t part = 0;
-    std::copy_n(bytes.data(), (hn::Lanes(d) + 7) / 8, reinterpret_cast<std::uint8_t*>(&part));
-    word |= part << i;
-  }
-  return word;
+// Where bit `mask` of the 64 bytes at `symbols` is set.
+HWY_INLINE std::uint64_t plane_of_64(const std::uint8_t* symbols, std::uint8_t mask) {
+  return quarvo_symbol_bits::HWY_NAMESPACE::bits_of_64(
+      [&](auto d, std::size_t i) { return hn::TestBit(hn::LoadU(d, symbols + i), hn::Set(d, mask)); });
 }
 
 // In upper-case ASCII, bits 1 and 2 tell A, C, G and T apart and bit 3 is set in N alone.
@@ -38,9 +31,9 @@ void linear_planes(const char* sequence, std::size_t length, std::uint64_t* low,
       std::copy_n(symbols, length - i, block.data());
       symbols = block.data();
     }
-    low[i / 64] = bits_of_64(symbols, 0x02);
-    high[i / 64] = bits_of_64(symbols, 0x04);
-    Ns[i / 64] = bits_of_64(symbols, 0x08);
+    low[i / 64] = plane_of_64(symbols, 0x02);
+    high[i / 64] = plane_of_64(symbols, 0x04);
+    Ns[i / 64] = plane_of_64(symbols, 0x08);
   }
 }
 

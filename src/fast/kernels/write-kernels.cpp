@@ -126,7 +126,7 @@ struct kernel {
 constexpr const char* kernel_tail = R"(  }
 };
 
-void run(const CBitPlanes& planes, std::uint64_t* kept) { run_kernel<kernel>(planes, kept); }
+void run(const CBitPlanes& planes, CPositionSet& kept) { run_kernel<kernel>(planes, kept); }
 
 }  // namespace HWY_NAMESPACE
 }  // namespace quarvo_alignment_kernel_@
@@ -137,8 +137,8 @@ namespace quarvo_alignment_kernel_@ {
 HWY_EXPORT(run);
 }
 
-void run_alignment_kernel_@(const CBitPlanes& planes, std::uint64_t* kept);
-void run_alignment_kernel_@(const CBitPlanes& planes, std::uint64_t* kept) {
+void run_alignment_kernel_@(const CBitPlanes& planes, CPositionSet& kept);
+void run_alignment_kernel_@(const CBitPlanes& planes, CPositionSet& kept) {
   using namespace quarvo_alignment_kernel_@;
   HWY_DYNAMIC_DISPATCH(run)(planes, kept);
 }
@@ -177,7 +177,7 @@ void write_table(const std::vector<kernel_program>& kernels, std::ostream& out) 
   out << table_head;
   for (const auto& kernel : kernels) {
     out << for_unit_length(kernel.bound.L,
-                           "void run_alignment_kernel_@(const CBitPlanes& planes, std::uint64_t* kept);\n");
+                           "void run_alignment_kernel_@(const CBitPlanes& planes, CPositionSet& kept);\n");
   }
   out << "\nstd::span<const alignment_kernel> alignment_kernels() {\n"
          "  static constexpr std::array<alignment_kernel, "

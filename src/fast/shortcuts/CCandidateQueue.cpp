@@ -1,14 +1,10 @@
 #include "CCandidateQueue.h"
 
-#include <bit>
-
 const char* CCandidateQueue::first(unsigned its_L, const CAnchorSeq& its_mask) {
   L = static_cast<std::ptrdiff_t>(its_L);
   mask = &its_mask;
   candidates = &filter.candidates(its_L);
-  const auto from = static_cast<std::size_t>(starts.begin - begin);
-  word = from / 64;
-  left_over = word < candidates->size() ? (*candidates)[word] & ~std::uint64_t{0} << from % 64 : 0;
+  position = static_cast<std::size_t>(starts.begin - begin);
   count = 0;
   given = 0;
   return next(false);
@@ -45,11 +41,7 @@ bool CCandidateQueue::collect() {
 }
 
 const char* CCandidateQueue::next_position() {
-  while (left_over == 0) {
-    if (word + 1 >= candidates->size()) return nullptr;
-    left_over = (*candidates)[++word];
-  }
-  const char* const p = begin + 64 * word + static_cast<unsigned>(std::countr_zero(left_over));
-  left_over &= left_over - 1;
+  const char* const p = begin + candidates->next(position);
+  position = static_cast<std::size_t>(p - begin) + 1;
   return p < starts.end && end - p > L ? p : nullptr;
 }

@@ -3,7 +3,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <vector>
 
 #include "CAnchorSeq.h"
 #include "candidate-filter.h"
@@ -39,9 +38,8 @@ class CCandidateQueue {
   bool has_tighter_test;
   std::ptrdiff_t L = 0;
   const CAnchorSeq* mask = nullptr;
-  const std::vector<std::uint64_t>* candidates = nullptr;
-  std::size_t word = 0;         // of the candidates still to be collected
-  std::uint64_t left_over = 0;  // of that word
+  const CPositionSet* candidates = nullptr;
+  std::size_t position = 0;  // where collecting has come to
 
   // A batch: what was collected, and where giving out has come to.
   std::array<const char*, 4 * CBatchBound::most_candidates> collected{};

@@ -32,7 +32,7 @@ const char* CFastShortcuts::first_candidate(unsigned L, const CAnchorSeq& mask) 
 
 // Of a short record it is all.
 symbol_range CFastShortcuts::window_of_starts() const {
-  if (end - begin <= static_cast<std::ptrdiff_t>(CCandidateFilter::longest_short_record)) return {begin, end};
+  if (end - begin <= static_cast<std::ptrdiff_t>(longest_short_record)) return {begin, end};
   const auto context = static_cast<std::ptrdiff_t>(CCandidateFilter::context(settings->max_unit_length));
   return {first_start - std::min(context, first_start - begin), behind_starts + std::min(context, end - behind_starts)};
 }

@@ -62,7 +62,7 @@ class CFastShortcuts final : public CShortcuts {
 
   shortcut_switches switches;
   const search_settings* settings = nullptr;
-  alignment_programs programs;
+  CAlignmentPrograms programs;
   std::optional<CCandidateFilter> filter;
   std::optional<CCandidateQueue> queue;
 

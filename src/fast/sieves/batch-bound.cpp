@@ -13,6 +13,8 @@
 #include <hwy/foreach_target.h>  // must come before highway.h
 #include <hwy/highway.h>
 
+#include "symbol-bits-inl.h"
+
 HWY_BEFORE_NAMESPACE();
 namespace quarvo_batch_bound {
 namespace HWY_NAMESPACE {
@@ -335,16 +337,6 @@ class CAlignment {
   }
 };
 
-template <typename Vector>
-std::uint64_t bits_of(Vector kept) {
-  const hn::DFromV<Vector> d;
-  std::uint64_t bits = 0;
-  std::array<std::uint8_t, 8> bytes{};
-  hn::StoreMaskBits(d, hn::Ne(kept, hn::Zero(d)), bytes.data());
-  std::memcpy(&bits, bytes.data(), sizeof bits);
-  return bits;
-}
-
 // The candidates of one vector. Rightwards those of a cluster begin in ascending order, leftwards in descending order.
 template <bool is_cluster, typename Lane, typename View>
 std::uint64_t bound_lanes(const alignment_bound& bound, int size, const View& view, int rows, bool Ns_match,
@@ -361,7 +353,8 @@ std::uint64_t bound_lanes(const alignment_bound& bound, int size, const View& vi
   best = hn::IfThenElse(hn::Eq(keep, hn::Zero(d)), best, hn::Set(d, static_cast<Lane>(bound.T + bound.b + 1)));
   keep = alignment.template follow<is_cluster>(
       best, rows, [=](int row) { return text(last - 1 - row); }, [=](int u) { return unit(last + L - 1 - u); });
-  return bits_of(hn::Or(keep, alignment.reached(best)));
+  const auto is_kept = hn::Ne(hn::Or(keep, alignment.reached(best)), hn::Zero(d));
+  return quarvo_symbol_bits::HWY_NAMESPACE::bits_of(d, is_kept);
 }
 
 template <bool is_cluster, typename Lane>

@@ -10,6 +10,8 @@
 #include <hwy/foreach_target.h>  // must come before highway.h
 #include <hwy/highway.h>
 
+#include "symbol-bits-inl.h"
+
 #ifndef QUARVO_POTENTIAL_FILTER_COMMON
 #define QUARVO_POTENTIAL_FILTER_COMMON
 namespace quarvo_potential_filter {
@@ -307,10 +309,7 @@ class CPotential {
 
   template <typename Record>
   HWY_NOINLINE void note_lanes(std::ptrdiff_t t, unsigned L, hn::Mask<tag> is_kept, const Record& record) {
-    std::array<std::uint8_t, 8> bytes{};
-    std::uint64_t left = 0;
-    hn::StoreMaskBits(d, is_kept, bytes.data());
-    std::memcpy(&left, bytes.data(), sizeof left);
+    std::uint64_t left = quarvo_symbol_bits::HWY_NAMESPACE::bits_of(d, is_kept);
     for (; left != 0 && L < found.end(); left &= left - 1) {
       const auto lane = static_cast<std::size_t>(std::countr_zero(left));
       record(lane * static_cast<std::size_t>(stretch) + static_cast<std::size_t>(t), L);
@@ -419,14 +418,6 @@ length_terms terms_of(const CPotentialFilter::settings& s, const quarvo_potentia
 
 }  // namespace
 
-bool CPotentialFilter::applies(const settings& s) {
-  if (s.mismatch_penalty < 3 || s.indel_penalty < 3) return false;
-  for (unsigned L = s.shortest; L <= s.longest; ++L) {
-    if (s.min_score(L) <= 3) return false;
-  }
-  return true;
-}
-
 unsigned CPotentialFilter::longest_alike(const settings& s) {
   unsigned L = s.shortest;
   if (!is_narrow(s, static_cast<int>(L))) return s.longest;
@@ -469,8 +460,8 @@ void CPotentialFilter::run(const char* sequence, std::size_t length, const setti
 }
 
 std::size_t CPotentialFilter::CPositions::add(std::size_t p, std::size_t length) {
-  if (!bits.empty()) {
-    bits[p / 64] |= std::uint64_t{1} << (p % 64);
+  if (many.end() != 0) {
+    many.add(p);
     return 0;
   }
   if (list.size() < length / 32) {
@@ -478,19 +469,17 @@ std::size_t CPotentialFilter::CPositions::add(std::size_t p, std::size_t length)
     return sizeof(std::uint32_t);
   }
   const std::size_t before = bytes();
-  bits.resize(length / 64 + 1);
-  for (const std::uint32_t listed : list) bits[listed / 64] |= std::uint64_t{1} << (listed % 64);
-  bits[p / 64] |= std::uint64_t{1} << (p % 64);
+  many.clear(length);
+  many.add(p);
+  place(many);
   std::vector<std::uint32_t>().swap(list);
   return bytes() > before ? bytes() - before : 0;
 }
 
-void CPotentialFilter::place(unsigned L, std::uint64_t* bits) { found[L - first_length].place(bits); }
+void CPotentialFilter::place(unsigned L, CPositionSet& kept) const { found[L - first_length].place(kept); }
 
-void CPotentialFilter::CPositions::place(std::uint64_t* to) const {
-  for (const std::uint32_t p : list) to[p / 64] |= std::uint64_t{1} << (p % 64);
-  for (std::size_t word = 0; word < bits.size(); ++word) {
-    if (bits[word] != 0) to[word] |= bits[word];
-  }
+void CPotentialFilter::CPositions::place(CPositionSet& to) const {
+  for (const std::uint32_t p : list) to.add(p);
+  if (many.end() != 0) to.add(many);
 }
 #endif

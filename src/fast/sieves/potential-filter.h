@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "batch-bound.h"
+#include "position-set.h"
 
 // A bound for long units that serves all unit lengths at once: the self-alignment potential.
 //
@@ -61,7 +62,10 @@ class CPotentialFilter {
     std::function<int(unsigned)> min_score;  // by unit length
   };
 
-  static bool applies(const settings& s);
+  // Whether the premises hold.
+  static constexpr bool applies(int mismatch_penalty, int indel_penalty, int min_score) {
+    return mismatch_penalty >= 3 && indel_penalty >= 3 && min_score > 3;
+  }
 
   // The longest unit length that should be tested together with the shortest one: values of a byte cost half as much.
   static unsigned longest_alike(const settings& s);
@@ -79,19 +83,19 @@ class CPotentialFilter {
    public:
     // Returns by how many bytes the memory for it has grown.
     std::size_t add(std::size_t p, std::size_t length);
-    void place(std::uint64_t* to) const;
-    std::size_t bytes() const { return list.size() * sizeof(std::uint32_t) + bits.size() * sizeof(std::uint64_t); }
+    void place(CPositionSet& to) const;
+    std::size_t bytes() const { return list.size() * sizeof(std::uint32_t) + many.bytes(); }
 
    private:
     std::vector<std::uint32_t> list;
-    std::vector<std::uint64_t> bits;
+    CPositionSet many;
   };
 
   // Whether the last run has tested this unit length.
   bool has(unsigned L) const { return L >= first_length && L - first_length < found.size(); }
 
-  // Sets bit p % 64 of bits[p / 64] for the candidates of a tested unit length that may be accepted.
-  void place(unsigned L, std::uint64_t* bits);
+  // Adds the candidates of a tested unit length that may be accepted.
+  void place(unsigned L, CPositionSet& kept) const;
 
  private:
   unsigned first_length = 0;

@@ -1,77 +1,46 @@
 #include "run-filter.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstring>
+
+#include "position-set.h"
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "run-filter.cpp"
 #include <hwy/foreach_target.h>  // must come before highway.h
 #include <hwy/highway.h>
 
+#include "symbol-bits-inl.h"
+
 HWY_BEFORE_NAMESPACE();
 namespace quarvo_run_filter {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-// Mask bits are stored as bytes and read as words.
-static_assert(std::endian::native == std::endian::little);
-
-constexpr std::uint8_t N = 'N';
-
 template <bool Ns_match>
-std::uint64_t match_bits_of_64(const std::uint8_t* a, const std::uint8_t* b) {
-  const hn::CappedTag<std::uint8_t, 64> d;
-  const auto Ns = hn::Set(d, N);
-  std::uint64_t word = 0;
-  for (std::size_t i = 0; i < 64; i += hn::Lanes(d)) {
-    const auto va = hn::LoadU(d, a + i);
-    const auto vb = hn::LoadU(d, b + i);
-    auto match = hn::Eq(va, vb);
-    if (Ns_match) match = hn::Or(match, hn::Or(hn::Eq(va, Ns), hn::Eq(vb, Ns)));
-    std::uint8_t bytes[8];
-    const std::size_t count = hn::StoreMaskBits(d, match, bytes);
-    std::uint64_t part = 0;
-    std::memcpy(&part, bytes, count);
-    word |= part << i;
-  }
-  return word;
+HWY_INLINE std::uint64_t matches_of_64(const std::uint8_t* a, const std::uint8_t* b) {
+  using quarvo_symbol_bits::HWY_NAMESPACE::equal_64;
+  return Ns_match ? equal_64(a, b) | equal_64(a, 'N') | equal_64(b, 'N') : equal_64(a, b);
 }
 
-// Sets bit i of `words` where a[i] and b[i] are equal (or one is an N, if N's match), for `count` words of 64 symbols.
+// Sets bit i of `words` where a[i] and b[i] are equal (or one is an N, if N's match), for so many positions; the other
+// bits of the last word are 0.
 template <bool Ns_match>
-void match_bits(const std::uint8_t* a, const std::uint8_t* b, std::size_t count, std::uint64_t* words) {
-  for (std::size_t i = 0; i < count; ++i) words[i] = match_bits_of_64<Ns_match>(a + 64 * i, b + 64 * i);
-}
-
-// The last word of a sequence: `count` < 64 symbols in a, the same number in b, bits behind them 0.
-template <bool Ns_match>
-std::uint64_t match_last_bits(const std::uint8_t* a, const std::uint8_t* b, std::size_t count) {
+void match_all(const std::uint8_t* a, const std::uint8_t* b, std::size_t positions, std::uint64_t* words) {
+  for (; positions >= 64; positions -= 64, a += 64, b += 64) *words++ = matches_of_64<Ns_match>(a, b);
+  if (positions == 0) return;
   std::uint8_t padded_a[64];
   std::uint8_t padded_b[64];
   std::memset(padded_a, 1, sizeof padded_a);
   std::memset(padded_b, 2, sizeof padded_b);
-  std::memcpy(padded_a, a, count);
-  std::memcpy(padded_b, b, count);
-  return match_bits_of_64<Ns_match>(padded_a, padded_b);
-}
-
-template <bool Ns_match>
-void all_match_bits(const std::uint8_t* a, const std::uint8_t* b, std::size_t positions, std::uint64_t* words) {
-  const std::size_t whole = positions / 64;
-  match_bits<Ns_match>(a, b, whole, words);
-  if (positions % 64 != 0) {
-    words[whole] = match_last_bits<Ns_match>(a + 64 * whole, b + 64 * whole, positions % 64);
-  }
+  std::memcpy(padded_a, a, positions);
+  std::memcpy(padded_b, b, positions);
+  *words = matches_of_64<Ns_match>(padded_a, padded_b);
 }
 
 void match_positions(const std::uint8_t* a, const std::uint8_t* b, std::size_t positions, bool Ns_match,
                      std::uint64_t* words) {
-  if (Ns_match) {
-    all_match_bits<true>(a, b, positions, words);
-  } else {
-    all_match_bits<false>(a, b, positions, words);
-  }
+  (Ns_match ? match_all<true> : match_all<false>)(a, b, positions, words);
 }
 
 // words[i] &= the words shifted down by `distance` bits, for `count` words rounded up to whole vectors. Reads
@@ -149,13 +118,10 @@ std::ptrdiff_t CRunFilter::first_member(std::ptrdiff_t from) {
     from = std::max(from, block_begin);
     if (from >= starts) return starts;
     if (from < block_end) {
-      auto word = static_cast<std::size_t>(from - block_begin) / 64;
-      const auto last = static_cast<std::size_t>(block_end - block_begin - 1) / 64;
-      std::uint64_t bits = members[word] & (~std::uint64_t{0} << (from % 64));
-      while (bits == 0 && word != last) bits = members[++word];
-      if (bits != 0) return block_begin + static_cast<std::ptrdiff_t>(64 * word) + std::countr_zero(bits);
-      from = block_end;
-      if (from >= starts) return starts;
+      from = block_begin +
+             static_cast<std::ptrdiff_t>(next_set_bit(members.data(), static_cast<std::size_t>(from - block_begin),
+                                                      static_cast<std::size_t>(block_end - block_begin)));
+      if (from != block_end || from >= starts) return from;
     }
     load_block(from);
   }

@@ -19,7 +19,7 @@ class CCandidateSequences {
       case 0:
         return random.number(0, 700);
       case 1:
-        return static_cast<int>(CCandidateFilter::longest_short_record) + random.number(-1, 1);
+        return static_cast<int>(longest_short_record) + random.number(-1, 1);
       case 2:
         return 512 * random.number(1, 4) + random.number(-1, 1);
       default:

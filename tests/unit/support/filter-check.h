@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
@@ -14,13 +13,13 @@
 #include "bound-by-table.h"
 #include "candidate-settings.h"
 #include "each-target.h"
+#include "position-set.h"
 
-// Bit p % 64 of word p / 64 for position p.
-using position_bits = std::vector<std::uint64_t>;
-
-inline position_bits no_positions(std::size_t length) { return position_bits((length + 63) / 64); }
-inline void set_bit(position_bits& bits, std::size_t p) { bits[p / 64] |= std::uint64_t{1} << (p % 64); }
-inline bool has_bit(const position_bits& bits, std::size_t p) { return (bits[p / 64] >> (p % 64) & 1) != 0; }
+inline std::size_t count_of(const CPositionSet& positions) {
+  std::size_t count = 0;
+  for (std::size_t p = positions.next(0); p != positions.end(); p = positions.next(p + 1)) ++count;
+  return count;
+}
 
 // The starts of units that hold no N and are followed by a symbol.
 inline std::vector<std::size_t> candidate_positions(const std::string& symbols, unsigned L) {
@@ -51,15 +50,15 @@ struct filter_case {
 enum class yardstick { bound_and_extension, bound };
 
 // The candidates that must be kept.
-inline position_bits must_be_kept(const filter_case& c, yardstick by) {
-  position_bits wanted = no_positions(c.symbols.size());
+inline CPositionSet must_be_kept(const filter_case& c, yardstick by) {
+  CPositionSet wanted(c.symbols.size());
   const alignment_bound bound = c.settings.bound(c.L);
   CBoundByTable plain(bound, Ns_are_neutral());
   const char* const begin = c.symbols.data();
   for (const std::size_t p : candidate_positions(c.symbols, c.L)) {
     const bool may_reach = plain.reaches(begin, begin + c.symbols.size(), begin + p);
     const bool is_accepted = by != yardstick::bound && final_score(c.symbols, c.L, p) >= bound.T;
-    if (may_reach || is_accepted) set_bit(wanted, p);
+    if (may_reach || is_accepted) wanted.add(p);
     if (is_accepted && !may_reach) {
       ADD_FAILURE() << "The bound refuses an accepted candidate: L " << c.L << ", p " << p << ", " << c.settings.text()
                     << "\n"
@@ -84,13 +83,13 @@ struct filter_counts {
 };
 
 // Keeps the candidates of a case; all of them where the filter does not apply.
-using filter_under_test = std::function<position_bits(const filter_case&)>;
+using filter_under_test = std::function<CPositionSet(const filter_case&)>;
 
 inline bool loses_one(const filter_case& c, yardstick by, const filter_under_test& keep) {
-  const position_bits wanted = must_be_kept(c, by);
-  const position_bits kept = keep(c);
-  for (std::size_t word = 0; word < wanted.size(); ++word) {
-    if ((wanted[word] & ~kept[word]) != 0) return true;
+  const CPositionSet wanted = must_be_kept(c, by);
+  const CPositionSet kept = keep(c);
+  for (std::size_t p = wanted.next(0); p != wanted.end(); p = wanted.next(p + 1)) {
+    if (!kept.has(p)) return true;
   }
   return false;
 }
@@ -115,27 +114,27 @@ enum class on_targets { equal, different };
 
 inline void check_filter(const filter_case& c, yardstick by, const filter_under_test& keep, filter_counts& counts,
                          on_targets kept_sets = on_targets::equal) {
-  const position_bits wanted = must_be_kept(c, by);
+  const CPositionSet wanted = must_be_kept(c, by);
   const std::vector<std::size_t> positions = candidate_positions(c.symbols, c.L);
-  position_bits kept_before;
+  CPositionSet kept_before;
   on_each_target([&] {
     if (::testing::Test::HasFailure()) return;
-    const position_bits kept = keep(c);
-    ASSERT_EQ(kept.size(), wanted.size());
+    const CPositionSet kept = keep(c);
+    ASSERT_EQ(kept.end(), wanted.end());
     for (const std::size_t p : positions) {
-      if (has_bit(wanted, p) && !has_bit(kept, p)) {
+      if (wanted.has(p) && !kept.has(p)) {
         const filter_case small = shrunk(c, by, keep);
         FAIL() << "lost: L " << c.L << ", p " << p << " of " << c.symbols.size() << " symbols, " << c.settings.text()
                << "\nsmall case: " << small.symbols;
       }
-      if (kept_sets == on_targets::equal && !kept_before.empty()) {
-        ASSERT_EQ(has_bit(kept, p), has_bit(kept_before, p))
+      if (kept_sets == on_targets::equal && kept_before.end() != 0) {
+        ASSERT_EQ(kept.has(p), kept_before.has(p))
             << "two kinds of vector code differ: L " << c.L << ", p " << p << ", " << c.settings.text() << "\n"
             << c.symbols;
       }
       counts.candidates += 1;
-      counts.wanted += has_bit(wanted, p) ? 1 : 0;
-      counts.kept += has_bit(kept, p) ? 1 : 0;
+      counts.wanted += wanted.has(p) ? 1 : 0;
+      counts.kept += kept.has(p) ? 1 : 0;
     }
     kept_before = kept;
   });

@@ -13,17 +13,17 @@
 
 namespace {
 
-position_bits keep(const filter_case& c) {
+CPositionSet keep(const filter_case& c) {
   const std::vector<char> exact(c.symbols.begin(), c.symbols.end());  // so that a sanitizer notices reading beyond it
   const char* const begin = exact.data();
   CPathBound bound(current_scoring(), begin, begin + exact.size());
   CUnitText unit;
-  position_bits kept = no_positions(c.symbols.size());
+  CPositionSet kept(c.symbols.size());
   for (const std::size_t p : candidate_positions(c.symbols, c.L)) {
     Csat sat;
     sat.reset(begin + p, begin + p + c.L);
     unit.set(sat.unit_begin, sat.unit_end);
-    if (bound.may_reach(sat, unit, CSearchController::minScores[c.L])) set_bit(kept, p);
+    if (bound.may_reach(sat, unit, CSearchController::minScores[c.L])) kept.add(p);
   }
   return kept;
 }

@@ -20,11 +20,11 @@ class AlignmentFilter : public ParameterTest {
  protected:
   filter_counts counts;  // of cases that the filter applies to
 
-  static position_bits keep(const filter_case& c, const alignment_program& program) {
+  static CPositionSet keep(const filter_case& c, const alignment_program& program) {
     CBitPlanes planes;
     planes.build(c.symbols.data(), c.symbols.size(), static_cast<std::size_t>(program.reach));
-    position_bits kept = no_positions(c.symbols.size());
-    run_alignment_program(program, planes, Ns_are_neutral(), kept.data());
+    CPositionSet kept(c.symbols.size());
+    run_alignment_program(program, planes, Ns_are_neutral(), kept);
     return kept;
   }
 

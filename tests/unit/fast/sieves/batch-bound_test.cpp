@@ -38,25 +38,26 @@ class CExactSymbols {
   std::vector<char> bytes;
 };
 
-position_bits keep_of_all(const filter_case& c) {
+CPositionSet keep_of_all(const filter_case& c) {
   const CPaddedSymbols padded(c.symbols, c.L);
   CBatchBound batch_bound;
-  position_bits kept = no_positions(c.symbols.size());
+  CPositionSet kept(c.symbols.size());
   for (std::size_t first = 0; first < c.symbols.size(); first += CBatchBound::most_candidates) {
     const std::size_t count = std::min(CBatchBound::most_candidates, c.symbols.size() - first);
-    kept[first / 64] =
+    const std::uint64_t bits =
         batch_bound.may_reach_next(c.settings.bound(c.L), padded.begin() + first, count, Ns_are_neutral());
-    EXPECT_EQ(count == 64 ? 0 : kept[first / 64] >> count, 0U) << "bits without a candidate are set";
+    EXPECT_EQ(count == 64 ? 0 : bits >> count, 0U) << "bits without a candidate are set";
+    kept.add_64(first, bits);
   }
   return kept;
 }
 
 // Asks for the candidates alone, so that the batches are scattered; the last one is not full.
-position_bits keep_of_batches(const filter_case& c, std::size_t batch) {
+CPositionSet keep_of_batches(const filter_case& c, std::size_t batch) {
   const CExactSymbols symbols(c.symbols);
   CBatchBound batch_bound;
   const std::vector<std::size_t> positions = candidate_positions(c.symbols, c.L);
-  position_bits kept = no_positions(c.symbols.size());
+  CPositionSet kept(c.symbols.size());
   for (std::size_t first = 0; first < positions.size(); first += batch) {
     std::vector<const char*> asked;
     for (std::size_t i = first; i < std::min(first + batch, positions.size()); ++i) {
@@ -66,17 +67,17 @@ position_bits keep_of_batches(const filter_case& c, std::size_t batch) {
         batch_bound.may_reach(c.settings.bound(c.L), symbols.range(), asked.data(), asked.size(), Ns_are_neutral());
     EXPECT_EQ(asked.size() == 64 ? 0 : bits >> asked.size(), 0U) << "bits without a candidate are set";
     for (std::size_t i = 0; i < asked.size(); ++i) {
-      if ((bits >> i & 1) != 0) set_bit(kept, positions[first + i]);
+      if ((bits >> i & 1) != 0) kept.add(positions[first + i]);
     }
   }
   return kept;
 }
 
 // Clusters side by side; the last batch is not full.
-position_bits keep_of_clusters(const filter_case& c, std::size_t size) {
+CPositionSet keep_of_clusters(const filter_case& c, std::size_t size) {
   const CExactSymbols symbols(c.symbols);
   CBatchBound batch_bound;
-  position_bits kept = no_positions(c.symbols.size());
+  CPositionSet kept(c.symbols.size());
   for (std::size_t first = 0; first < c.symbols.size(); first += size * CBatchBound::most_candidates) {
     std::vector<const char*> asked;
     for (std::size_t at = first; at < c.symbols.size() && asked.size() < CBatchBound::most_candidates; at += size) {
@@ -85,7 +86,7 @@ position_bits keep_of_clusters(const filter_case& c, std::size_t size) {
     const std::uint64_t bits = batch_bound.clusters_may_reach(
         c.settings.bound(c.L), static_cast<int>(size), symbols.range(), asked.data(), asked.size(), Ns_are_neutral());
     for (std::size_t i = 0; i < asked.size() * size; ++i) {
-      if ((bits >> i / size & 1) != 0 && first + i < c.symbols.size()) set_bit(kept, first + i);
+      if ((bits >> i / size & 1) != 0 && first + i < c.symbols.size()) kept.add(first + i);
     }
   }
   return kept;

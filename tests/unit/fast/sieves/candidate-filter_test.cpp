@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <bit>
 #include <string>
 #include <vector>
 
@@ -25,18 +24,14 @@ class CAskedFilter {
                programs) {}
 
   // The candidates of a unit length that both tests keep. The second is asked in batches of up to `batch`.
-  position_bits keep(unsigned L, std::size_t batch) {
-    const position_bits first = filter.candidates(L);
-    EXPECT_EQ(first.size(), (exact.size() + 63) / 64);
-    position_bits kept = no_positions(exact.size());
+  CPositionSet keep(unsigned L, std::size_t batch) {
+    const CPositionSet first = filter.candidates(L);
+    EXPECT_EQ(first.end(), exact.size());
+    CPositionSet kept(exact.size());
     std::vector<const char*> asked;
-    for (std::size_t word = 0; word < first.size(); ++word) {
-      for (std::uint64_t left = first[word]; left != 0; left &= left - 1) {
-        const std::size_t p = word * 64 + static_cast<std::size_t>(std::countr_zero(left));
-        EXPECT_LT(p, exact.size());
-        if (p + L < exact.size()) asked.push_back(exact.data() + p);
-        if (asked.size() == batch) ask(asked, kept);
-      }
+    for (std::size_t p = first.next(0); p != first.end(); p = first.next(p + 1)) {
+      if (p + L < exact.size()) asked.push_back(exact.data() + p);
+      if (asked.size() == batch) ask(asked, kept);
     }
     ask(asked, kept);
     return kept;
@@ -44,13 +39,13 @@ class CAskedFilter {
 
  private:
   std::vector<char> exact;
-  alignment_programs programs;
+  CAlignmentPrograms programs;
   CCandidateFilter filter;
 
-  void ask(std::vector<const char*>& positions, position_bits& kept) {
+  void ask(std::vector<const char*>& positions, CPositionSet& kept) {
     const std::uint64_t bits = filter.still_candidates(positions.data(), positions.size());
     for (std::size_t i = 0; i < positions.size(); ++i) {
-      if ((bits >> i & 1) != 0) set_bit(kept, static_cast<std::size_t>(positions[i] - exact.data()));
+      if ((bits >> i & 1) != 0) kept.add(static_cast<std::size_t>(positions[i] - exact.data()));
     }
     positions.clear();
   }
@@ -65,7 +60,7 @@ class CandidateFilter : public ParameterTest {
     const auto keep = [shortest, batch](const filter_case& any) {
       CAskedFilter filter(any.symbols);
       for (unsigned L = shortest; L < any.L && L < any.symbols.size(); ++L) filter.keep(L, batch);
-      return any.L < any.symbols.size() ? filter.keep(any.L, batch) : no_positions(any.symbols.size());
+      return any.L < any.symbols.size() ? filter.keep(any.L, batch) : CPositionSet(any.symbols.size());
     };
     // The filter for long units keeps some more beside the borders of its stretches.
     check_filter(c, by, keep, counts, on_targets::different);
@@ -120,7 +115,7 @@ TEST_F(CandidateFilter, KeepsWhatTheBoundAsksForInRealSequence) {
 
 TEST_F(CandidateFilter, KeepsEveryCandidateWhereNoScoreIsTooLow) {
   CRandomDna random(4);
-  constexpr auto border = static_cast<int>(CCandidateFilter::longest_short_record);
+  constexpr auto border = static_cast<int>(longest_short_record);
   for (const int length : {100, border, border + 1, 2 * border}) {
     const std::string symbols = random.sequence("ACGT", length);
     candidate_settings settings;
@@ -130,8 +125,8 @@ TEST_F(CandidateFilter, KeepsEveryCandidateWhereNoScoreIsTooLow) {
     settings.put_in_force();
     CAskedFilter filter(symbols);
     for (unsigned L = 1; L <= 30; ++L) {
-      const position_bits kept = filter.keep(L, 64);
-      for (std::size_t p = 0; p + L < symbols.size(); ++p) ASSERT_TRUE(has_bit(kept, p)) << L << ' ' << p;
+      const CPositionSet kept = filter.keep(L, 64);
+      for (std::size_t p = 0; p + L < symbols.size(); ++p) ASSERT_TRUE(kept.has(p)) << L << ' ' << p;
     }
   }
 }
@@ -141,7 +136,7 @@ TEST_F(CandidateFilter, DropsNearlyAllOfARandomSequence) {
   candidate_settings settings;
   settings.longest = 40;
   settings.put_in_force();
-  constexpr auto border = static_cast<int>(CCandidateFilter::longest_short_record);
+  constexpr auto border = static_cast<int>(longest_short_record);
   for (const int length : {border, 5000}) {
     for (const unsigned L : {1U, 2U, 5U, 10U, 14U, 20U, 30U, 40U}) {
       counts = {};

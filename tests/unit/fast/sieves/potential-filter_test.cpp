@@ -20,19 +20,27 @@ CPotentialFilter::settings potential_settings(const candidate_settings& s, unsig
           }};
 }
 
+// Whether it does to all unit lengths from the shortest to the longest of the settings.
+bool applies(const candidate_settings& s, unsigned shortest) {
+  for (unsigned L = shortest; L <= s.longest; ++L) {
+    if (!CPotentialFilter::applies(-s.mismatch_score, -s.indel_score, CSearchController::minScores[L])) return false;
+  }
+  return true;
+}
+
 // The filter runs for the unit lengths `shortest` to the longest of the settings, as far as the record is longer.
-position_bits keep(const filter_case& c, unsigned shortest) {
-  position_bits kept = no_positions(c.symbols.size());
+CPositionSet keep(const filter_case& c, unsigned shortest) {
+  CPositionSet kept(c.symbols.size());
   const auto longest = static_cast<unsigned>(std::min<std::size_t>(c.settings.longest, c.symbols.size()));
   if (c.L > longest) return kept;
   CPotentialFilter filter;
   filter.run(c.symbols.data(), c.symbols.size(), potential_settings(c.settings, shortest, longest));
   if (filter.has(c.L)) {
-    filter.place(c.L, kept.data());
+    filter.place(c.L, kept);
   } else {
     filter.run(c.symbols.data(), c.symbols.size(), potential_settings(c.settings, c.L, longest));
     EXPECT_TRUE(filter.has(c.L));
-    filter.place(c.L, kept.data());
+    filter.place(c.L, kept);
   }
   return kept;
 }
@@ -42,7 +50,7 @@ class PotentialFilter : public ParameterTest {
   filter_counts counts;  // of cases that the filter applies to
 
   void check(const filter_case& c, unsigned shortest, yardstick by) {
-    if (!CPotentialFilter::applies(potential_settings(c.settings, shortest, c.settings.longest))) return;
+    if (!applies(c.settings, shortest)) return;
     // Kept sets differ beside the borders of stretches, of which there are as many as lanes.
     check_filter(
         c, by, [shortest](const filter_case& any) { return keep(any, shortest); }, counts, on_targets::different);
@@ -234,12 +242,12 @@ TEST_F(PotentialFilter, AppliesToPenaltiesOfThreeAndMore) {
   settings.longest = 30;
   settings.mismatch_score = settings.indel_score = -3;
   settings.put_in_force();
-  EXPECT_TRUE(CPotentialFilter::applies(potential_settings(settings, 20, 30)));
+  EXPECT_TRUE(applies(settings, 20));
   settings.mismatch_score = -2;
-  EXPECT_FALSE(CPotentialFilter::applies(potential_settings(settings, 20, 30)));
+  EXPECT_FALSE(applies(settings, 20));
   settings.mismatch_score = -5;
   settings.indel_score = -2;
-  EXPECT_FALSE(CPotentialFilter::applies(potential_settings(settings, 20, 30)));
+  EXPECT_FALSE(applies(settings, 20));
 }
 
 // Lengths whose values fit a byte are not tested together with others.
@@ -260,7 +268,7 @@ TEST_F(PotentialFilter, DoesNotApplyWhereNoScoreIsTooLow) {
   settings.min_score = 0;
   settings.min_score_b = 0;
   settings.put_in_force();
-  EXPECT_FALSE(CPotentialFilter::applies(potential_settings(settings, 20, 30)));
+  EXPECT_FALSE(applies(settings, 20));
 }
 
 }  // namespace

@@ -1,0 +1,97 @@
+// Which sieves the default scoring has, and what others take away from them.
+
+#include "sieve-plan.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <limits>
+
+namespace {
+
+constexpr std::size_t longer = longest_short_record + 1;
+
+class SievePlan : public ::testing::Test {
+ protected:
+  scoring rules{-5, -5, std::numeric_limits<int>::max(), 1, 5, true, 5};
+  bool has_strange_Ns = false;
+  std::size_t reach = sieve_question::whole_record;
+
+  sieve_plan plan(unsigned L, std::size_t length, int T) {
+    return plan_sieves({bound_of(rules, L, T), length, reach, has_strange_Ns, programs});
+  }
+  sieve_plan plan(unsigned L, std::size_t length) { return plan(L, length, std::max(6, static_cast<int>(L))); }
+
+  void expect(unsigned from, unsigned to, std::size_t length, first_sieve first) {
+    for (unsigned L = from; L <= to; ++L) EXPECT_EQ(plan(L, length).first(), first) << L << ' ' << length;
+  }
+
+ private:
+  CAlignmentPrograms programs;
+};
+
+using sizes = std::array<unsigned, 2>;
+
+TEST_F(SievePlan, OfShortRecords) {
+  expect(1, 12, longest_short_record, first_sieve::kernel);
+  expect(13, 119, longest_short_record, first_sieve::batches);
+  expect(120, 300, longest_short_record, first_sieve::potential);
+  EXPECT_FALSE(plan(5, longest_short_record).is_tested_again);
+  EXPECT_FALSE(plan(50, longest_short_record).is_tested_again);
+}
+
+TEST_F(SievePlan, OfLongerRecords) {
+  expect(1, 20, longer, first_sieve::kernel);
+  expect(21, 750, longer, first_sieve::potential);
+  EXPECT_EQ(plan(20, longer).clusters, (sizes{0, 0}));
+  EXPECT_EQ(plan(31, longer).clusters, (sizes{16, 4}));
+  EXPECT_EQ(plan(32, longer).clusters, (sizes{32, 8}));
+  EXPECT_EQ(plan(128, longer).clusters, (sizes{64, 16}));
+  EXPECT_EQ(plan(129, longer).clusters, (sizes{64, 0}));
+  EXPECT_TRUE(plan(5, longer).is_tested_again);
+  EXPECT_TRUE(plan(2000, 1000000).is_tested_again);
+  EXPECT_FALSE(plan(2001, 1000000).is_tested_again);
+  EXPECT_EQ(plan(2001, 1000000).clusters, (sizes{0, 0}));
+}
+
+TEST_F(SievePlan, WithoutRoomForTheScoreHasNothingToDo) {
+  EXPECT_EQ(plan(30, 60).first(), first_sieve::batches);
+  EXPECT_EQ(plan(30, 59).first(), first_sieve::nothing);
+}
+
+TEST_F(SievePlan, LeavesTheKernelsToTheDefaultScoring) {
+  rules.mismatch_score = -6;
+  expect(1, 8, longer, first_sieve::program);
+  expect(1, 119, longest_short_record, first_sieve::batches);
+}
+
+TEST_F(SievePlan, LeavesTheKernelsToRecordsWhoseNsMatch) {
+  has_strange_Ns = true;
+  expect(1, 20, longer, first_sieve::program);
+  expect(1, 119, longest_short_record, first_sieve::batches);
+}
+
+TEST_F(SievePlan, OfAWindowIsThatOfALongRecordAsFarAsProgramsReachNoFarther) {
+  reach = 192;
+  expect(1, 20, longest_short_record, first_sieve::kernel);
+  EXPECT_EQ(plan(60, longest_short_record).first(), first_sieve::potential);
+  reach = 10;
+  expect(5, 20, longer, first_sieve::everything);
+}
+
+TEST_F(SievePlan, BeginsWithThePotentialEarlierWherePenaltiesAreMild) {
+  rules.indel_score = -4;
+  EXPECT_NE(plan(15, longer).first(), first_sieve::potential);
+  expect(16, 100, longer, first_sieve::potential);
+}
+
+TEST_F(SievePlan, KeepsEverythingWhereNoSieveIsOfUse) {
+  rules.mismatch_score = rules.indel_score = -2;
+  expect(20, 60, longer, first_sieve::everything);
+  EXPECT_EQ(plan(20, longer).clusters, (sizes{16, 4}));
+  EXPECT_EQ(plan(20, longer, 0).first(), first_sieve::everything);
+  EXPECT_EQ(plan(20, longer, 0).clusters, (sizes{0, 0}));
+}
+
+}  // namespace
