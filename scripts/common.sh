@@ -13,6 +13,7 @@ packages_to_build=(
   libtclap-dev # the command-line parser
   libhwy-dev   # vector code
   zlib1g-dev   # compressed input
+  libhts-dev   # compressed output of the companions
   nlohmann-json3-dev # the JSON of quarvo-convert
 )
 packages_to_test=(
@@ -57,6 +58,8 @@ packages_to_test_package=(
 )
 packages_to_build_static=(
   dpkg-dev # unpacks the sources of Highway
+  libhtscodecs-dev # what the archive of libhts-dev stands on
+  libbz2-dev       # the same
 )
 
 say() { printf '\n==> %s\n' "$*"; }

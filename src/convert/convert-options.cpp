@@ -43,7 +43,7 @@ const std::array<option_row, 10> rows{{
      .long_name = "output",
      .destination = &convert_options.output,
      .label = file_label,
-     .summary = "The file to write.",
+     .summary = "The file to write, compressed by BGZF where its name ends in .gz.",
      .help = "It appears under this name when it is complete. Default, or -: standard output."},
     {.short_name = "t",
      .long_name = "to",

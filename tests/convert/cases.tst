@@ -116,6 +116,8 @@
 6 disk-full      quarvo three.fa r 2>err && quarvo-convert -t bed -o /dev/full r
 6 stdout-full    quarvo three.fa r 2>err && quarvo-convert -t multiqc r >/dev/full
 6 stdout-closed  quarvo three.fa r 2>err && quarvo-convert -t bed r >&-
+0 output-gz      quarvo three.fa r 2>err && quarvo-convert -t bed -o packed.gz r && zcat packed.gz >converted && tail -c 28 packed.gz | od -An -tx1
+6 output-gz-full ln -s /dev/full packed.gz; quarvo three.fa r 2>err && quarvo-convert -t bed -o packed.gz r
 6 file-size-limit quarvo three.fa r 2>err && (ulimit -f 0; quarvo-convert -t json -o converted r) 2>&1 | cat >&2
 141 closed-pipe  { echo '>a'; printf 'ACGTTTTTTTTTTTTGCA%.0s' {1..20000}; } >in.fa; quarvo -M exact --outputFormat 3 in.fa r 2>err && quarvo-convert -t json r | head -n 1
 

@@ -8,7 +8,9 @@
 #include <cstring>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
+#include "bgzf-stream.h"
 #include "shown-text.h"
 
 namespace fs = std::filesystem;
@@ -62,11 +64,14 @@ bool CConvertedFile::open(const std::string& file_name, const std::vector<std::s
     return !is_one_of(STDOUT_FILENO, read_files) || refuse(is_input);
   }
   if (is_one_of(file_name, read_files)) return refuse(is_input);
-  if (is_written_directly(file_name)) return open_directly(file_name) || refuse(reason_of(errno));
+  if (is_written_directly(file_name)) {
+    return (open_directly(file_name) && compress_for(file_name)) || refuse(reason_of(errno));
+  }
   name = with_links_resolved(file_name);
   if (name.empty()) return refuse(reason_of(ELOOP));
   if (is_protected(name)) return refuse(reason_of(EACCES));
-  return open_unnamed() || refuse("In its directory no file can be made: " + reason_of(errno));
+  return (open_unnamed() && compress_for(file_name)) ||
+         refuse("In its directory no file can be made: " + reason_of(errno));
 }
 
 bool CConvertedFile::open_directly(const std::string& file_name) { return file.claim(file_name) && file.start(); }
@@ -75,6 +80,16 @@ bool CConvertedFile::open_unnamed() {
   if (!unnamed.create(directory_of(name))) return false;
   unnamed.take_mode_of(name);
   return file.claim(fcntl(unnamed.descriptor(), F_DUPFD_CLOEXEC, 0)) && file.start();
+}
+
+bool CConvertedFile::compress_for(const std::string& file_name) {
+  if (!file_name.ends_with(".gz")) return true;
+  compressed = open_bgzf_stream(fileno(file.stream()));
+  return compressed != nullptr;
+}
+
+bool CConvertedFile::close_compressed() {
+  return compressed == nullptr || std::fclose(std::exchange(compressed, nullptr)) == 0;
 }
 
 bool CConvertedFile::refuse(const std::string& reason) const {
@@ -89,7 +104,8 @@ const char* CConvertedFile::fate() const {
 }
 
 bool CConvertedFile::finish() {
-  if (!file.close()) return false;
+  const bool is_compressed_whole = close_compressed();
+  if (!file.close() || !is_compressed_whole) return false;
   if (unnamed.descriptor() < 0 || unnamed.give_name(name)) return true;
   why_unnamed = "It could not get its name: " + reason_of(errno) + "\n";
   return false;

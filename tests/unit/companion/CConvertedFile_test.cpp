@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <vector>
 
+#include "CByteSource.h"
 #include "CTemporaryFile.h"
 #include "out-of-memory.h"
 #include "support/temporary-directory.h"
@@ -199,6 +200,32 @@ TEST_P(ConvertedFile, IsNeverAFileToRead) {
   }
   EXPECT_EQ(directory.contents("results"), "kept");
   EXPECT_EQ(directory.contents("lengths"), "kept too");
+}
+
+TEST_P(ConvertedFile, IsCompressedInBlocksWhereItsNameSaysSo) {
+  const std::string name = directory.path("text.gz");
+  const std::string text(200000, 'x');
+  CConvertedFile file;
+  ASSERT_TRUE(file.open(name, {}));
+  write(file.stream(), text);
+  ASSERT_TRUE(file.finish());
+  EXPECT_LT(directory.contents("text.gz").size(), 10000U);
+
+  CByteSource source;
+  source.open(name.c_str());
+  std::string read(text.size() + 1, ' ');
+  ASSERT_EQ(source.read(read.data(), static_cast<std::streamsize>(read.size())),
+            static_cast<std::streamsize>(text.size()));
+  EXPECT_EQ(read.substr(0, text.size()), text);
+  EXPECT_EQ(source.trouble, nullptr);  // nor without the block that ends such a file
+}
+
+TEST_P(ConvertedFile, NoticesWhenWhatIsCompressedCannotBeWritten) {
+  fs::create_symlink("/dev/full", directory.path("full.gz"));
+  CConvertedFile file;
+  ASSERT_TRUE(file.open(directory.path("full.gz"), {}));
+  write(file.stream(), "text\n");
+  EXPECT_FALSE(file.finish());
 }
 
 TEST_P(ConvertedFile, MayBeANamedPipe) {

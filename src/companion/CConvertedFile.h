@@ -9,20 +9,20 @@
 
 // The file that a companion program writes. A regular file gets its name only when it is complete, with the mode of the
 // file that had it before, which stays as it is until then; of runs at once under one name the last to end has it.
-// Standard output, devices and pipes are written directly. Not copyable; what is not complete vanishes.
+// Standard output, devices and pipes are written directly. What goes to a name that ends in .gz is compressed by BGZF.
+// Not copyable; what is not complete vanishes.
 class CConvertedFile {
  public:
   CConvertedFile() = default;
   CConvertedFile(const CConvertedFile&) = delete;
   CConvertedFile& operator=(const CConvertedFile&) = delete;
+  ~CConvertedFile() { close_compressed(); }
 
   // Opens the file; an empty name stands for standard output. Returns false behind a message when that is impossible
   // or when it is one of the files to read, of which some may have no name.
   bool open(const std::string& file_name, const std::vector<std::string>& read_files);
 
-  std::FILE* stream() const { return file.stream(); }
-  // False once something could not be written.
-  bool is_intact() const { return file.is_intact(); }
+  std::FILE* stream() const { return compressed != nullptr ? compressed : file.stream(); }
 
   // Closes the file and gives it its name. Returns false when something could not be written.
   bool finish();
@@ -34,13 +34,16 @@ class CConvertedFile {
 
  private:
   COutputFile file{"as output file."};
-  CTemporaryFile unnamed;   // what is written, unless that is done directly
-  std::string shown_name;   // as the user gave it
-  std::string name;         // where the file belongs, links resolved
-  std::string why_unnamed;  // it could not get its name
+  CTemporaryFile unnamed;           // what is written, unless that is done directly
+  std::FILE* compressed = nullptr;  // the stream in front of the file, if any
+  std::string shown_name;           // as the user gave it
+  std::string name;                 // where the file belongs, links resolved
+  std::string why_unnamed;          // it could not get its name
 
   bool open_directly(const std::string& file_name);
   bool open_unnamed();
+  bool compress_for(const std::string& file_name);
+  bool close_compressed();
   bool refuse(const std::string& reason) const;
 };
 
