@@ -20,7 +20,7 @@ class CAnchorSeq {
   unsigned length;
   std::unique_ptr<char[]> buffer;
   char* mask_begin;  // the mask byte of sequence position 0
-  char* mask_end;    // the guard byte behind the last position
+  char* mask_end;    // the guard byte after the last position
 
   explicit CAnchorSeq(const CSequence_Mol& sequence) : CAnchorSeq(sequence.symbols.buffer, sequence.symbols.length) {}
   // Of the positions [window, window + its_length).
@@ -43,10 +43,10 @@ class CAnchorSeq {
   // True when a unit of L symbols may start at p: it is not wholly inside what accepted repeats cover.
   bool may_anchor(const char* p, unsigned L) const {
     const char* const first = mask_begin + (p - seq_begin);
-    const char* const behind = first + L;
+    const char* const after = first + L;
     // Without branches, as the mask is hard to predict around repeats.
-    const bool is_last_free = behind[-1] == anchor;
-    return ((first[0] == anchor) & (is_last_free | (behind[0] == anchor))) | ((first[-1] == anchor) & is_last_free);
+    const bool is_last_free = after[-1] == anchor;
+    return ((first[0] == anchor) & (is_last_free | (after[0] == anchor))) | ((first[-1] == anchor) & is_last_free);
   }
 
   // Covers the repeat and frees the positions of its edits again, so that later candidates may start there.

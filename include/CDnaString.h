@@ -40,8 +40,8 @@ class CDnaString : public faststring {
   }
 
  private:
-  // Compares the rotations that begin at two candidates, i and j. Where they differ first, behind k equal symbols, the
-  // greater one is ruled out together with the k rotations behind it, since each of them is greater than its partner.
+  // Compares the rotations that begin at two candidates, i and j. Where they differ first, after k equal symbols, the
+  // greater one is ruled out together with the k rotations after it, since each of them is greater than its partner.
   // Smallest rotations are never ruled out, so if there are several, two of them meet and are equal throughout.
   static unsigned start_of_smallest_rotation(const CDnaString& source, bool& periodic) {
     const std::size_t n = source.length;

@@ -8,7 +8,7 @@
 // `status` flags alone; nothing is thrown but std::bad_alloc. One byte of history survives every refill, so that
 // ungetchar works across a block border.
 //
-// A file that cannot be read to its end is not at its end: `status` fails without the end-of-file flag, and `trouble`
+// A file that cannot be read to its end is not at its end: `status` fails without the end-of-file flag, and `fault`
 // says why. A directory reads as an empty file.
 //
 // Not copyable; large (the buffer is a member), so create it on the heap.
@@ -74,16 +74,16 @@ class CFile : public CByteSource {
     --buffer_pos;
   }
 
-  // Reads a compressed file on to its end, so that `trouble` says whether it is intact: corrupt data may look like a
+  // Reads a compressed file on to its end, so that `fault` says whether it is intact: corrupt data may look like a
   // format error long before their checksum is met. Nothing can be fetched afterwards.
-  void look_for_trouble() {
+  void look_for_faults() {
     while (is_compressed() && read(buffer, block_size) != 0) continue;
   }
 
  private:
   void set_fail() { status = static_cast<signed char>((status & ~good_state) | fail_state); }
 
-  // Reads the next block behind one byte of history. Returns false when the file has failed or is at its end.
+  // Reads the next block after one byte of history. Returns false when the file has failed or is at its end.
   bool refill() {
     const unsigned kept = buffer_pos != buffer ? 1 : 0;
     if (kept != 0) buffer[0] = buffer_pos[-1];
@@ -95,6 +95,6 @@ class CFile : public CByteSource {
   }
 
   void end_reading() {
-    status = static_cast<signed char>((status & ~7) | fail_state | (trouble == nullptr ? end_of_file : 0));
+    status = static_cast<signed char>((status & ~7) | fail_state | (fault == nullptr ? end_of_file : 0));
   }
 };

@@ -45,9 +45,9 @@ inline constexpr CSymbolTable symbol_table;
 // call to call and keeps its buffers; searches point into `symbols`, so nothing may grow it between two reads.
 class CSequence_Mol {
  public:
-  faststring full_name;    // the header line behind '>', byte for byte
+  faststring full_name;    // the header line after '>', byte for byte
   faststring short_name;   // the header up to its first blank
-  faststring description;  // the header behind the first run of blanks
+  faststring description;  // the header after the first run of blanks
   faststring symbols;
   int type;                 // 1: DNA, the only type there is
   char replacement_symbol;  // stands for every ambiguity code
@@ -65,9 +65,9 @@ class CSequence_Mol {
   // True after a read that met a header of more than max_header_length bytes; the file is then in its fail state.
   bool has_too_long_header() const { return is_header_cut; }
 
-  // Reads the next record and stops in front of the '>' of the one behind it.
+  // Reads the next record and stops in front of the '>' of the one after it.
   //
-  // The outcome is in file.status: good; end of file (record complete, nothing behind it); fail without end of file
+  // The outcome is in file.status: good; end of file (record complete, nothing after it); fail without end of file
   // (format error on line file.line, or a record that is_too_long() or has_too_long_header(); the record must not be
   // used).
   void readFastaSequence(CFile& file) {
@@ -90,7 +90,7 @@ class CSequence_Mol {
     return c;
   }
 
-  // Moves behind the '>' of the next header, over white space and comment lines.
+  // Moves past the '>' of the next header, over white space and comment lines.
   static bool find_header(CFile& file) {
     int c = skip_white_space(file, file.getchar());
     while (!file.has_failed() && c == '#') {
@@ -103,7 +103,7 @@ class CSequence_Mol {
     return false;
   }
 
-  // Returns false when the file ends directly behind the '>' or when the header is too long.
+  // Returns false when the file ends directly after the '>' or when the header is too long.
   bool read_header_line(CFile& file) {
     for (;;) {
       append_plain_header_bytes(file);
@@ -127,7 +127,7 @@ class CSequence_Mol {
     const char* const from = file.buffer_pos;
     const auto available = static_cast<unsigned>(find_line_end(from, file.buffer_end) - from);
     const unsigned count = std::min(available, max_header_length - full_name.length);
-    full_name.reserve_behind(count);
+    full_name.reserve_after(count);
     if (count != 0) std::memcpy(full_name.buffer + full_name.length, from, count);
     full_name.length += count;
     file.buffer_pos += count;
@@ -186,7 +186,7 @@ class CSequence_Mol {
   // Stores what the buffer holds of plain symbols from the read position on, as far as there is room for them, over
   // line ends that need no decision. All else is left to the byte by byte path.
   void store_symbols_in_buffer(CFile& file) {
-    symbols.reserve_behind(1);
+    symbols.reserve_after(1);
     const auto count = std::min<std::ptrdiff_t>(file.buffer_end - file.buffer_pos, symbols.capacity - symbols.length);
     const char* const stop = file.buffer_pos + count;
     if (replacement_symbol == 'N') store_plain_lines(file, stop);
@@ -201,7 +201,7 @@ class CSequence_Mol {
     file.line += static_cast<unsigned>(copied.line_ends);
   }
 
-  // At most so many that plain symbols behind them are not kept from the faster path.
+  // At most so many that plain symbols after them are not kept from the faster path.
   void store_symbols_one_by_one(CFile& file, const char* stop) {
     char* to = symbols.buffer + symbols.length;
     const char* from = file.buffer_pos;

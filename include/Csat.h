@@ -19,7 +19,7 @@ class Csat_extension {
 // the pool sat_alloc (CsatContainer.h), which keeps their missense arrays for reuse.
 class Csat {
  public:
-  // An edit: 'M' and 'I' at the sequence symbol they consume, 'D' at the first symbol behind the gap.
+  // An edit: 'M' and 'I' at the sequence symbol they consume, 'D' at the first symbol after the gap.
   struct missense_entry {
     const char* position;
     char symbol;

@@ -34,7 +34,7 @@ class faststring {
   void reserve(unsigned n) { ensure_capacity(with_terminator(n)); }
 
   // Makes room for n more bytes, growing by the doubling of push_back.
-  void reserve_behind(unsigned n) {
+  void reserve_after(unsigned n) {
     while (capacity - length < n) double_capacity();
   }
 
@@ -49,7 +49,7 @@ class faststring {
   // Replaces the contents with the NUL-terminated text s.
   void assign(const char* s) { assign(s, s + std::strlen(s)); }
 
-  // Writes a NUL behind the contents (the length stays) and returns the buffer.
+  // Writes a NUL after the contents (the length stays) and returns the buffer.
   const char* c_str() {
     if (length == capacity) ensure_capacity(with_terminator(length));
     buffer[length] = '\0';

@@ -71,9 +71,9 @@ std::string sequence_with_repeats(std::size_t length, unsigned longest_unit) {
   CRandom random;
   std::string text;
   while (text.size() < length) {
-    const std::size_t behind = text.size() + 1000;
+    const std::size_t after = text.size() + 1000;
     append_repeat(text, 40 + random.below(201), longest_unit, random);
-    append_random(text, behind - std::min(behind, text.size()), random);
+    append_random(text, after - std::min(after, text.size()), random);
   }
   text.resize(length);
   return text;

@@ -117,7 +117,7 @@ void CSearchController::exact_search_of_unit_length_1(exact_pass& pass) {
   if (sequence.symbols.length < 2) return;
   begin_exact_scan(1, pass);
   CPoll poll(first_start());
-  for (const char* a = shortcuts.next_start(first_start()); a != nullptr && a < behind_starts() && seq_end() - a > 1;) {
+  for (const char* a = shortcuts.next_start(first_start()); a != nullptr && a < after_starts() && seq_end() - a > 1;) {
     if (poll.is_due(a)) report_progress(1);
     if (*a == 'N') {
       a = shortcuts.next_start(a + 1);
@@ -126,7 +126,7 @@ void CSearchController::exact_search_of_unit_length_1(exact_pass& pass) {
     Csat& sat = pass.spare.take(a, a + 1);
     extend_exact(sat);
     const bool stored = is_stored(sat, pass);
-    a = stored ? sat.pos_right : shortcuts.behind_start(sat, stored, false);
+    a = stored ? sat.pos_right : shortcuts.start_after(sat, stored, false);
     if (stored) pass.spare.move_to(result_list);
     a = shortcuts.next_start(a);
   }
@@ -139,7 +139,7 @@ void CSearchController::exact_search_of_unit_length(unsigned L, exact_pass& pass
   if (L == 1) return;
   begin_exact_scan(L, pass);
   CPoll poll(first_start());
-  for (const char* p = shortcuts.next_start(first_start()); p != nullptr && p < behind_starts() && seq_end() - p > L;) {
+  for (const char* p = shortcuts.next_start(first_start()); p != nullptr && p < after_starts() && seq_end() - p > L;) {
     if (poll.is_due(p)) report_progress(L);
     if (!pass.mask.may_anchor(p, L) || !is_candidate(p, L)) {
       p = shortcuts.next_start(p + 1);
@@ -150,7 +150,7 @@ void CSearchController::exact_search_of_unit_length(unsigned L, exact_pass& pass
     const bool stored = is_stored(sat, pass);
     const bool covered = is_covered(sat, pass);
     if (covered) pass.mask.cover(sat);
-    const char* const next = shortcuts.behind_start(sat, stored, covered);
+    const char* const next = shortcuts.start_after(sat, stored, covered);
     if (stored) pass.spare.move_to(result_list);
     p = shortcuts.next_start(next);
   }

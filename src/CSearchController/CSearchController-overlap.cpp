@@ -25,8 +25,8 @@ node drop(CsatContainer& list, node it) {
   return next;
 }
 
-// Compares a with all repeats behind it that begin inside it. Returns the element to go on with as the next a.
-node thin_behind(CsatContainer& list, node a) {
+// Compares a with all repeats after it that begin inside it. Returns the element to go on with as the next a.
+node thin_after(CsatContainer& list, node a) {
   node b = std::next(a);
   while (b != list.records.end() && (*a)->pos_right > (*b)->pos_left) {
     const unsigned overlap = overlap_of(**a, **b);
@@ -44,7 +44,7 @@ node thin_behind(CsatContainer& list, node a) {
 }  // namespace
 
 void CSearchController::remove_mostly_hidden(CsatContainer& list) {
-  for (node a = list.records.begin(); a != list.records.end();) a = thin_behind(list, a);
+  for (node a = list.records.begin(); a != list.records.end();) a = thin_after(list, a);
 }
 
 void CSearchController::remove_hidden(CsatContainer& list) {

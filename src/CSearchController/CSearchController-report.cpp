@@ -4,40 +4,30 @@
 #include "global-types-and-parameters.h"
 #include "results-texts.h"
 
+namespace {
+
+// Whether lines of comments tell of the record.
+bool has_comments() {
+  return global_sequenceInfoAsComment &&
+         (global_print_sat_mode == gff_format || global_print_sat_mode == one_per_line_format);
+}
+
+}  // namespace
+
 void CSearchController::print_opening_lines(std::FILE* out) {
   const int length = static_cast<int>(sequence.symbols.length);
-  switch (global_print_sat_mode) {
-    case quarvo_format:
-    case extended_quarvo_format:
-    case compact_format:
-      std::fprintf(out, "%s%s\n%s%d\n", name_label, sequence.full_name.c_str(), length_label, length);
-      break;
-    case gff_format:
-    case one_per_line_format:
-      if (!global_sequenceInfoAsComment) break;
-      std::fprintf(out, "%s\n%s%s\n%s%s%s%d\n", name_comment_title, name_comment_label, sequence.full_name.c_str(),
-                   region_label, sequence.short_name.c_str(), region_begin, length);
-      break;
-    default:
-      break;
+  if (has_blocks(global_print_sat_mode)) {
+    std::fprintf(out, "%s%s\n%s%d\n", name_label, sequence.full_name.c_str(), length_label, length);
+  } else if (has_comments()) {
+    std::fprintf(out, "%s\n%s%s\n%s%s%s%d\n", name_comment_title, name_comment_label, sequence.full_name.c_str(),
+                 region_label, sequence.short_name.c_str(), region_begin, length);
   }
 }
 
 void CSearchController::print_closing_line(std::FILE* out) {
-  switch (global_print_sat_mode) {
-    case quarvo_format:
-    case extended_quarvo_format:
-    case compact_format:
-      std::fprintf(out, "%s\n", closing_line_of_sequence(sequence.full_name.c_str()).c_str());
-      break;
-    case gff_format:
-    case one_per_line_format:
-      if (!global_sequenceInfoAsComment) break;
-      std::fprintf(out, "%s\n", closing_line_of_sequence(sequence.short_name.c_str()).c_str());
-      break;
-    default:
-      break;
-  }
+  faststring& name = has_blocks(global_print_sat_mode) ? sequence.full_name : sequence.short_name;
+  if (!has_blocks(global_print_sat_mode) && !has_comments()) return;
+  std::fprintf(out, "%s\n", closing_line_of_sequence(name.c_str()).c_str());
 }
 
 void CSearchController::report_SATList(std::FILE* out, const std::list<Csat*>& list) {

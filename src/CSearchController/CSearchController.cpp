@@ -90,11 +90,11 @@ void CSearchController::reset_minimum_arrays() {
   minLengths = nullptr;
 }
 
-// may_anchor looks at the position in front of a unit and at the one behind it.
+// may_anchor looks at the position in front of a unit and at the one after it.
 CAnchorSeq CSearchController::make_mask() const {
   const char* const from = first_start() == seq_begin() ? seq_begin() : first_start() - 1;
-  const std::ptrdiff_t behind = static_cast<std::ptrdiff_t>(settings.max_unit_length) + 1;
-  const char* const to = seq_end() - behind_starts() < behind ? seq_end() : behind_starts() + behind;
+  const std::ptrdiff_t after = static_cast<std::ptrdiff_t>(settings.max_unit_length) + 1;
+  const char* const to = seq_end() - after_starts() < after ? seq_end() : after_starts() + after;
   return {from, static_cast<unsigned>(to - from)};
 }
 

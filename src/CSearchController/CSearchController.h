@@ -115,7 +115,7 @@ class CSearchController {
    public:
     explicit CRecordInHand(CSearchController& its_search) : search(its_search) {
       search.shortcuts.begin_record(search.seq_begin(), search.seq_end(), search.settings);
-      search.shortcuts.limit_starts(search.first_start(), search.behind_starts());
+      search.shortcuts.limit_starts(search.first_start(), search.after_starts());
     }
     CRecordInHand(const CRecordInHand&) = delete;
     CRecordInHand& operator=(const CRecordInHand&) = delete;
@@ -143,7 +143,7 @@ class CSearchController {
   const char* seq_end() const { return sequence.symbols.buffer + sequence.symbols.length; }
   // The positions at which a unit may start.
   const char* first_start() const { return seq_begin() + std::min(starts.begin, sequence.symbols.length); }
-  const char* behind_starts() const { return seq_begin() + std::min(starts.end, sequence.symbols.length); }
+  const char* after_starts() const { return seq_begin() + std::min(starts.end, sequence.symbols.length); }
   // A mask as far as units that start there look at it.
   CAnchorSeq make_mask() const;
 

@@ -25,19 +25,19 @@ class CShortcuts {
     end = its_end;
     limit_starts(begin, end);
   }
-  // Of that search: it asks for starts in [first, behind) alone.
-  void limit_starts(const char* first, const char* behind) {
+  // Of that search: it asks for starts in [first, after) alone.
+  void limit_starts(const char* first, const char* after) {
     first_start = first;
-    behind_starts = behind;
+    after_starts = after;
   }
   virtual void end_record() {}
 
-  // Imperfect mode: the first position, and the next behind the last, whose unit of L symbols is to be tried; nullptr
+  // Imperfect mode: the first position, and the next after the last, whose unit of L symbols is to be tried; nullptr
   // when there is none. Positions whose candidate the mask refuses or whose extension cannot be accepted may be left
   // out. `was_accepted` says whether the position given last led to a repeat, which the mask then shows.
   virtual const char* first_candidate(unsigned L, const CAnchorSeq& /*mask*/) {
     candidate = first_start;
-    last_candidate = end - behind_starts > L ? behind_starts - 1 : end - L - 1;
+    last_candidate = end - after_starts > L ? after_starts - 1 : end - L - 1;
     return candidate <= last_candidate ? candidate : nullptr;
   }
   virtual const char* next_candidate(bool /*was_accepted*/) {
@@ -69,15 +69,15 @@ class CShortcuts {
     bool is_for_seeds;  // the repeats are stored to be extended, not to be reported
   };
   virtual void begin_exact_scan(const exact_scan& /*scan*/) {}
-  // The first start at or behind p that need be looked at; nullptr when there is none.
+  // The first start at or after p that need be looked at; nullptr when there is none.
   virtual const char* next_start(const char* p) { return p; }
   // Gives a record the ends that its extension would find, if they are known.
   virtual bool is_known_repeat(Csat& /*sat*/) { return false; }
   // Whether a seed that passes the thresholds need be stored: not if it leaves no trace in the results.
   virtual bool is_worth_storing(const Csat& /*sat*/, const CUnitText& /*unit*/) { return true; }
-  // The next start to ask for behind that of the record, which was stored or not and whose repeat the mask covers or
+  // The next start to ask for after that of the record, which was stored or not and whose repeat the mask covers or
   // does not.
-  virtual const char* behind_start(const Csat& sat, bool /*is_stored*/, bool /*is_covered*/) {
+  virtual const char* start_after(const Csat& sat, bool /*is_stored*/, bool /*is_covered*/) {
     return sat.unit_begin + 1;
   }
 
@@ -91,7 +91,7 @@ class CShortcuts {
   const char* begin = nullptr;  // of the record
   const char* end = nullptr;
   const char* first_start = nullptr;
-  const char* behind_starts = nullptr;
+  const char* after_starts = nullptr;
 
  private:
   const char* candidate = nullptr;

@@ -132,12 +132,12 @@ class CExtension {
     returns_to_best = decided.returns_to_best;
     if (decided.is_made) return decided.chosen;
     const auto depth = static_cast<unsigned char>(sat.recursion_depth + 1);
-    return best_edit<Direction>(now.at, best, rules, unit.length(), [&](const extension_state& behind) {
-      return leap_ahead<Direction>(behind, depth, best, rules, unit, end);
+    return best_edit<Direction>(now.at, best, rules, unit.length(), [&](const extension_state& after) {
+      return leap_ahead<Direction>(after, depth, best, rules, unit, end);
     });
   }
 
-  // An edit that consumes a symbol is recorded at that symbol, a deletion at the first symbol behind the gap.
+  // An edit that consumes a symbol is recorded at that symbol, a deletion at the first symbol after the gap.
   void record(const char* at, char letter) {
     sat.missense_count = now.missense_count;
     sat.add_missense(at, letter);

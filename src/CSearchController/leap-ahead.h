@@ -22,21 +22,21 @@ int leap_ahead(extension_state at, unsigned char depth, int best, const scoring&
   best = std::max(best, at.score);
   ++depth;
   each_edit<Direction>(at, rules, unit.length(), rules.least_after_edit(best, unit.length()),
-                       [&](edit, const extension_state& behind) {
-                         highest = std::max(highest, leap_ahead<Direction>(behind, depth, best, rules, unit, end));
+                       [&](edit, const extension_state& after) {
+                         highest = std::max(highest, leap_ahead<Direction>(after, depth, best, rules, unit, end));
                        });
   return highest;
 }
 
 // The edit with the highest look-ahead at a mismatch, where the best score on the way was `best`; of equals a mismatch,
-// then an insertion. `none` when no edit is admissible. look_ahead(state) is the value of the state behind an edit.
+// then an insertion. `none` when no edit is admissible. look_ahead(state) is the value of the state after an edit.
 template <typename Direction, typename LookAhead>
 edit best_edit(const extension_state& at, int best, const scoring& rules, int unit_length, LookAhead look_ahead) {
   edit chosen = edit::none;
   int chosen_value = 0;
   each_edit<Direction>(at, rules, unit_length, rules.least_after_edit(best, unit_length),
-                       [&](edit made, const extension_state& behind) {
-                         const int value = look_ahead(behind);
+                       [&](edit made, const extension_state& after) {
+                         const int value = look_ahead(after);
                          if (chosen != edit::none && value <= chosen_value) return;
                          chosen = made;
                          chosen_value = value;

@@ -84,11 +84,8 @@ class CSatReport {
       case fasta_format:
         write_fasta(out);
         break;
-      case compact_format:
-        write_compact(out);
-        break;
       default:
-        std::fputs("Internal error. Unknown output format. Please report this bug", out);
+        write_unused(out);
     }
   }
 
@@ -217,11 +214,8 @@ class CSatReport {
     lines.stretch(left_flank, right_flank_end).symbol('\n').write_to(out);
   }
 
-  void write_compact(std::FILE* out) {
-    CReportText& line = its_text.clear();
-    append_compact_line(line, sat, start, end, perfection, unit);
-    line.write_to(out);
-    std::fflush(out);
+  void write_unused(std::FILE* out) {
+    if (!write_unused_format(out, sat, start, end, perfection, unit)) return;
     CReportText& block = its_text.clear();
     append_sequence_block(block);
     block.write_to(out);

@@ -7,7 +7,7 @@
 #include "scoring.h"
 
 // Follows the edits at a mismatch that leave a score of at least `least`: a mismatch, an insertion, a deletion, in this
-// order. follow(edit, state behind it) says whether that is enough; any_edit then says so at once.
+// order. follow(edit, state after it) says whether that is enough; any_edit then says so at once.
 template <typename Direction, typename Follow>
 inline bool any_edit(const extension_state& at, const scoring& rules, int unit_length, std::int64_t least,
                      Follow follow) {
@@ -26,8 +26,8 @@ inline bool any_edit(const extension_state& at, const scoring& rules, int unit_l
 template <typename Direction, typename Follow>
 inline void each_edit(const extension_state& at, const scoring& rules, int unit_length, std::int64_t least,
                       Follow follow) {
-  any_edit<Direction>(at, rules, unit_length, least, [&](edit made, const extension_state& behind) {
-    follow(made, behind);
+  any_edit<Direction>(at, rules, unit_length, least, [&](edit made, const extension_state& after) {
+    follow(made, after);
     return false;
   });
 }

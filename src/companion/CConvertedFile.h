@@ -18,7 +18,7 @@ class CConvertedFile {
   CConvertedFile& operator=(const CConvertedFile&) = delete;
   ~CConvertedFile() { close_compressed(); }
 
-  // Opens the file; an empty name stands for standard output. Returns false behind a message when that is impossible
+  // Opens the file; an empty name stands for standard output. Returns false after a message when that is impossible
   // or when it is one of the files to read, of which some may have no name.
   bool open(const std::string& file_name, const std::vector<std::string>& read_files);
 

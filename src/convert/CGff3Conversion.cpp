@@ -70,5 +70,5 @@ void CGff3Conversion::append_count(std::string_view key, const std::optional<int
 }
 
 bool CGff3Conversion::finish(std::FILE* out) {
-  return features.copy_to(out) || refuse("Sorry! " + features.trouble() + "\n", companion_status::not_written);
+  return features.copy_to(out) || refuse("Sorry! " + features.fault() + "\n", companion_status::not_written);
 }

@@ -81,8 +81,8 @@ bool CMaskConversion::copy_up_to(std::FILE* out, std::int64_t end, bool masks) {
 
 bool CMaskConversion::end_record(std::FILE* out) {
   copy_up_to(out, whole_record, false);
-  if (file->trouble != nullptr) {
-    return refuse_file(std::string(file->trouble) + ".", companion_status::not_read);
+  if (file->fault != nullptr) {
+    return refuse_file(std::string(file->fault) + ".", companion_status::not_read);
   }
   if (length && position != *length) {
     return refuse_file("A sequence of it has " + std::to_string(position) + " symbols and in the results " +

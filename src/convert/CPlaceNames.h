@@ -7,7 +7,7 @@
 #include "text-output.h"
 
 // Names that no two repeats share: the place counted from 1, as gattaca:5-74. Repeats of one place follow each other,
-// and all but the first get a number behind it.
+// and all but the first get a number after it.
 class CPlaceNames {
  public:
   // Returns false when a sequence of this name came before.

@@ -23,7 +23,7 @@ const std::array<option_row, 10> rows{{
      .summary = "The FASTA file that was searched, plain or compressed, for -t mask."},
     {.long_name = "header",
      .destination = &convert_options.conversion.has_column_names,
-     .summary = "Begin BED with a line of column names behind #."},
+     .summary = "Begin BED with a line of column names after #."},
     {.long_name = "extra",
      .destination = &convert_options.conversion.has_more_columns,
      .summary = "Give BED three more columns: copies, purity in percent, unit length."},

@@ -8,7 +8,7 @@
 
 void CByteSource::open(const char* name) {
   std::ifstream::open(name);
-  trouble = nullptr;
+  fault = nullptr;
   bytes_read = 0;
   bytes_expected = size_when_opened();
   is_at_start = true;
@@ -54,7 +54,7 @@ std::streamsize CByteSource::decode(char* to, std::streamsize size) {
     }
     done += static_cast<std::streamsize>(decoder->decode(to + done, static_cast<std::size_t>(size - done)));
   }
-  if (trouble == nullptr) trouble = decoder->trouble();
+  if (fault == nullptr) fault = decoder->fault();
   return done;
 }
 
@@ -64,14 +64,14 @@ std::streamsize CByteSource::read_raw(char* to, std::streamsize size) {
   std::ifstream::read(to, size);
   const std::streamsize count = count_read(size);
   bytes_read += count;
-  if (count == 0 && trouble == nullptr && bytes_read < bytes_expected) {
-    trouble = "It has become shorter while it was read";
+  if (count == 0 && fault == nullptr && bytes_read < bytes_expected) {
+    fault = "It has become shorter while it was read";
   }
   return count;
 }
 
 // What came before an error is in its place, but the stream does not count it; the position in the file does. The
-// stream stays bad behind an error.
+// stream stays bad after an error.
 std::streamsize CByteSource::count_read(std::streamsize size) {
   const int error = errno;
   if (!std::ifstream::bad()) return std::ifstream::gcount();
@@ -80,6 +80,6 @@ std::streamsize CByteSource::count_read(std::streamsize size) {
     bytes_expected = 0;
     return 0;
   }
-  if (trouble == nullptr) trouble = error != 0 ? std::strerror(error) : "It cannot be read";
+  if (fault == nullptr) fault = error != 0 ? std::strerror(error) : "It cannot be read";
   return std::clamp<std::streamoff>(seek(std::ios_base::cur) - bytes_read, 0, size);
 }

@@ -12,20 +12,20 @@
 // and the decoder, whatever its length. Pipes and devices are read like files. A directory reads as an empty file.
 //
 // A file that cannot be read to its end (a broken disk, a file that became shorter while it was read, compressed data
-// that are cut off or corrupt) has a `trouble`, and must not be taken for complete. Only std::bad_alloc is thrown.
+// that are cut off or corrupt) has a `fault`, and must not be taken for complete. Only std::bad_alloc is thrown.
 class CByteSource : public std::ifstream {
  public:
   // The fewest bytes for which the first read may ask.
   static constexpr std::streamsize least_first_read = 2;
 
   // Why the file could not be read to its end, a text that lasts until the next system error or open, or null.
-  const char* trouble = nullptr;
+  const char* fault = nullptr;
 
   // Opens the file for reading; is_open() and fail() say whether that worked. A file opened before must be closed.
   void open(const char* name);
 
-  // Reads the next bytes of the text, as many as asked for unless the text ends or there is trouble. Returns their
-  // number: 0, and then again 0, only at the end of what can be read, where the caller must look at `trouble`.
+  // Reads the next bytes of the text, as many as asked for unless the text ends or cannot be read. Returns their
+  // number: 0, and then again 0, only at the end of what can be read, where the caller must look at `fault`.
   std::streamsize read(char* to, std::streamsize size);
 
   // Known from the first read on.

@@ -6,7 +6,7 @@
 #include <cstddef>
 
 // The text of a gzip file, from its bytes as they come: one compressed member or several, each checked against the
-// length and the checksum behind it, and perhaps zeros behind the last one. Anything else is trouble.
+// length and the checksum after it, and perhaps zeros after the last one. Anything else is an error.
 //
 // A member with a "BC" extra field is a block of the blocked format of bgzip. Such blocks end with an empty one; where
 // it is missing, blocks are missing. What cannot be told is a file cut off exactly between two members of other kinds.
@@ -34,11 +34,11 @@ class CGzipDecoder {
   // of corrupt data has not been checked.
   std::size_t decode(char* to, std::size_t size);
 
-  // True behind the end of the text and in trouble.
+  // True past the end of the text and after an error.
   bool has_ended() const { return state == place::at_end; }
 
   // What is wrong with the file, a text that lasts as long as the decoder, or null.
-  const char* trouble() const { return problem; }
+  const char* fault() const { return problem; }
 
  private:
   enum class place { in_front_of_member, in_member, in_zeros, at_end };

@@ -43,7 +43,7 @@ class COutputFile {
   std::FILE* stream() const { return out; }
 
   // The messages for a file that cannot be opened or written, on standard error. The reason, if there is one, is a line
-  // behind the rest. A closed pipe on standard output ends the process here as it ends other filters.
+  // after the rest. A closed pipe on standard output ends the process here as it ends other filters.
   void report_open_failure(const std::string& file_name, const std::string& reason = "") const;
   void report_write_failure() const;
   // The latter alone.

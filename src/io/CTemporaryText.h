@@ -15,13 +15,13 @@ class CTemporaryText {
 
   void append(std::string_view text);
 
-  // Writes the whole text to `out`. Returns false when the file could not be made, written or read; trouble() says why.
+  // Writes the whole text to `out`. Returns false when the file could not be made, written or read; fault() says why.
   // Errors of `out` are left in its error flag.
   bool copy_to(std::FILE* out);
-  const std::string& trouble() const { return problem; }
+  const std::string& fault() const { return problem; }
 
  private:
-  std::string waiting;  // behind what is in the file
+  std::string waiting;  // after what is in the file
   std::FILE* file = nullptr;
   std::string problem;
 

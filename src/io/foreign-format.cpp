@@ -42,7 +42,7 @@ constexpr std::array formats{
     format_row{"\xFD"
                "7zXZ\0"sv,
                0, xz},
-    format_row{"\x31\x41\x59\x26\x53\x59"sv, 4, bzip2},  // a block behind "BZh9"
+    format_row{"\x31\x41\x59\x26\x53\x59"sv, 4, bzip2},  // a block after "BZh9"
     format_row{"\x17\x72\x45\x38\x50\x90"sv, 4, bzip2},  // no block
     format_row{"\x28\xB5\x2F\xFD"sv, 0, zstd},
     format_row{"\x2A\x4D\x18"sv, 1, zstd},  // a frame to be skipped

@@ -39,7 +39,7 @@ void take_signal(int signal) {
 
 }  // namespace
 
-// Calls that were under way go on behind a noted signal: a write that it cut short would look like a full disk.
+// Calls that were under way go on after a noted signal: a write that it cut short would look like a full disk.
 void stop_on_signals() {
   is_held = 0;
   noted_signal = 0;
@@ -54,7 +54,7 @@ void stop_on_signals() {
 
 void hold_signals() { is_held = 1; }
 
-// A signal that comes behind the first line stops the process by itself.
+// A signal that comes after the first line stops the process by itself.
 CUninterrupted::~CUninterrupted() {
   is_held = 0;
   if (noted_signal != 0) stop(noted_signal);

@@ -4,7 +4,7 @@
 //
 // A stop ends the process with the stop text on standard error and the status 128 plus the signal's number, without
 // flushing anything. It comes at once, whatever the run is doing, unless results are being written: then it is noted,
-// and comes when they are written and flushed. So the files end behind the last record that was completed, and the
+// and comes when they are written and flushed. So the files end after the last record that was completed, and the
 // searches know nothing of signals. All of it costs a store or two for each record.
 
 // Takes the signals over, SIGINT and SIGTERM also where the caller had them ignored, as shells have it for what runs in

@@ -2,5 +2,5 @@
 
 #include <cstdio>
 
-// Writes the legend of columns (each line behind the prefix) or the table header that belongs to the output format.
+// Writes the legend of columns (each line after the prefix) or the table header that belongs to the output format.
 void print_output_format(std::FILE* out, const char* prefix);

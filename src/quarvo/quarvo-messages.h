@@ -15,7 +15,7 @@ extern std::time_t time_analysis_started;
 // Writes the welcome banner.
 void quarvo_welcome(std::FILE* out);
 
-// Writes which program computed the results, each line behind the prefix.
+// Writes which program computed the results, each line after the prefix.
 void creator_message(std::FILE* out, const char* prefix);
 
 // Writes a progress line. The name is a NUL-terminated text, cut to 70 bytes; the mark is not used.

@@ -210,8 +210,8 @@ int CRun::end_on_read_error() {
                  number2str(input->line), record.max_header_length);
     return end_on_error(status_record_too_long);
   }
-  input->look_for_trouble();
-  if (input->trouble != nullptr) return end_on_read_failure();
+  input->look_for_faults();
+  if (input->fault != nullptr) return end_on_read_failure();
   std::fputs("\n\n", stderr);
   std::fputs("An error occurred while reading the input file. It might not be a valid fasta file.\n", stderr);
   std::fprintf(stderr, "File position: line %s\n", number2str(input->line));
@@ -222,7 +222,7 @@ int CRun::end_on_read_error() {
 
 int CRun::end_on_read_failure() const {
   PrintMessage(stderr, "Sorry! Failed to read file\n   \"", global_input_filename.c_str(),
-               "\"\nas input file, at line ", number2str(input->line), ": ", input->trouble,
+               "\"\nas input file, at line ", number2str(input->line), ": ", input->fault,
                ".\nThe results end before that. Please run again with a file that can be read to its end.\n");
   return end_on_error(status_read_failed);
 }

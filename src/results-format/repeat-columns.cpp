@@ -25,14 +25,7 @@ std::string table_header(const repeat_layout& layout) {
 }  // namespace
 
 std::vector<std::string> column_lines(const repeat_layout& layout, const std::string& prefix) {
-  switch (layout.format) {
-    case quarvo_format:
-    case extended_quarvo_format:
-    case compact_format:
-      return legend(layout, prefix);
-    case one_per_line_format:
-      return {table_header(layout)};
-    default:
-      return {};
-  }
+  if (has_blocks(layout.format)) return legend(layout, prefix);
+  if (layout.format == one_per_line_format) return {table_header(layout)};
+  return {};
 }

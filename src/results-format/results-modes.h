@@ -14,3 +14,8 @@ enum print_sat_mode_type : int {
   fasta_format = 4,
   compact_format = 5  // for diagnosis; the command line does not accept it
 };
+
+// Whether results in the format have a legend, and a line in front of and after the repeats of each record.
+constexpr bool has_blocks(int format) {
+  return format == quarvo_format || format == extended_quarvo_format || format == compact_format;
+}

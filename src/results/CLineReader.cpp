@@ -50,6 +50,6 @@ bool CLineReader::refill() {
   block.resize(block_size);
   block.resize(static_cast<std::size_t>(source.read(block.data(), static_cast<std::streamsize>(block_size))));
   block_pos = 0;
-  if (block.empty() && source.trouble != nullptr) reason = source.trouble;
+  if (block.empty() && source.fault != nullptr) reason = source.fault;
   return !block.empty();
 }

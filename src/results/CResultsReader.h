@@ -31,7 +31,7 @@ class CResultsReader {
   // Opens the named file and reads its head. Returns false when that is impossible; error() then says why.
   bool open(const std::string& name);
 
-  // Reads on. Behind `end` and `failed` it gives the same again.
+  // Reads on. After `end` and `failed` it gives the same again.
   //
   // Format 3 without sequence comments names sequences with repeats only, and two sequences of one name side by side
   // are seen as two only where the second begins before the last repeat of the first.

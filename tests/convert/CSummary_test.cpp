@@ -28,7 +28,7 @@ TEST(Summary, CountsASymbolOnceInEachGroup) {
   summary.add(repeat_at(5, 12, "AC"));   // two symbols more
   summary.add(repeat_at(6, 8, "AG"));    // hidden among all, new among AG
   summary.add(repeat_at(13, 13, "A"));   // next to the one before
-  summary.add(repeat_at(20, 29, "AC"));  // behind a gap
+  summary.add(repeat_at(20, 29, "AC"));  // after a gap
   EXPECT_EQ(summary.all().repeats, 5);
   EXPECT_EQ(summary.all().covered(), 23);
   EXPECT_EQ(summary.by_unit_length().at(1).covered(), 1);

@@ -28,7 +28,7 @@ struct campaign_settings {
   int most_differences = 3;  // stop after as many
 };
 
-// The case with this index, or none behind the last one. Called from several threads at once.
+// The case with this index, or none after the last one. Called from several threads at once.
 using case_source = std::function<std::optional<test_case>(std::uint64_t index)>;
 
 class CCampaign {

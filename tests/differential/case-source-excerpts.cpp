@@ -37,7 +37,7 @@ std::string read_piece(const data_file& file, std::uintmax_t begin, std::size_t 
   return text;
 }
 
-// Whole lines of the file behind a header of its own; headers in the piece begin further records.
+// Whole lines of the file after a header of its own; headers in the piece begin further records.
 std::string excerpt(const data_file& file, std::uintmax_t begin, std::size_t length) {
   const std::string piece = read_piece(file, begin, length);
   const std::string header = '>' + file.path.stem().string() + ' ' + std::to_string(begin) + '\n';

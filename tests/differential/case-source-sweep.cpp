@@ -11,7 +11,7 @@ namespace differential {
 namespace {
 
 // What happens to the sequence at every one of its positions in turn.
-enum class change { overwrite_with_Ns, insert_Ns, substitute, insert, erase, cut_behind, cut_before, shift };
+enum class change { overwrite_with_Ns, insert_Ns, substitute, insert, erase, cut_after, cut_before, shift };
 
 struct sweep {
   change kind;
@@ -34,7 +34,7 @@ std::string changed_at(const sweep& swept, std::size_t position) {
     case change::erase:
       symbols.erase(position, swept.erased);
       break;
-    case change::cut_behind:
+    case change::cut_after:
       symbols.resize(position);
       break;
     case change::cut_before:

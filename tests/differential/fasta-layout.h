@@ -9,7 +9,7 @@
 namespace differential {
 
 struct fasta_record {
-  std::string header;  // behind '>'
+  std::string header;  // after '>'
   std::string symbols;
 };
 

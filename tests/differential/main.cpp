@@ -29,7 +29,7 @@ campaign_settings settings_of(const command& parsed, const std::filesystem::path
   return settings;
 }
 
-// Ends the series behind the last case asked for.
+// Ends the series after the last case asked for.
 case_source bounded(case_source source, const command& parsed, const std::string& mode, std::uint64_t first) {
   const bool all = mode == "exhaustive" || parsed.options.contains("--seconds");
   if (all && !parsed.options.contains("--cases")) return source;

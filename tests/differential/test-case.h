@@ -23,7 +23,7 @@ struct test_case {
   std::vector<std::string> file_names = names_with_results_file;
 };
 
-// The words behind the program's name, in their order.
+// The words after the program's name, in their order.
 inline std::vector<std::string> command_words(const test_case& tested) {
   std::vector<std::string> words;
   for (const option_words& option : tested.options) words.insert(words.end(), option.begin(), option.end());

@@ -1,7 +1,7 @@
 // Memory that runs out. Linked into a second build of the program, it replaces the allocation functions there, so that
 // also what the libraries allocate is counted, and works under the sanitizers. By environment variables:
 //   QUARVO_FAIL_ALLOCATION=n   the n-th allocation fails, counted from 1
-//   QUARVO_FAIL_ALL_BEHIND=1   so do all behind it
+//   QUARVO_FAIL_ALL_BEHIND=1   so do all after it
 //   QUARVO_COUNT_ALLOCATIONS=file   the number of allocations is written there at the end
 // What shared libraries allocate to get started, before anything of the program runs, is theirs and does not count.
 
@@ -37,7 +37,7 @@ namespace {
 
 long allocations = 0;
 long failing_allocation = 0;
-bool do_all_behind_fail = false;
+bool do_all_after_fail = false;
 bool is_counting = false;
 
 void write_count() {
@@ -49,11 +49,11 @@ void write_count() {
   std::fclose(out);
 }
 
-// Runs behind the start of the libraries and in front of everything of the program.
+// Runs after the start of the libraries and in front of everything of the program.
 [[gnu::constructor(101)]] void start_counting() {
   const char* const number = std::getenv("QUARVO_FAIL_ALLOCATION");
   if (number != nullptr) failing_allocation = std::atol(number);
-  do_all_behind_fail = std::getenv("QUARVO_FAIL_ALL_BEHIND") != nullptr;
+  do_all_after_fail = std::getenv("QUARVO_FAIL_ALL_BEHIND") != nullptr;
   std::atexit(write_count);
   is_counting = true;
 }
@@ -62,7 +62,7 @@ bool is_to_fail() {
   if (!is_counting) return false;
   ++allocations;
   return allocations == failing_allocation ||
-         (do_all_behind_fail && failing_allocation != 0 && allocations > failing_allocation);
+         (do_all_after_fail && failing_allocation != 0 && allocations > failing_allocation);
 }
 
 void* allocate_or_throw(std::size_t size) {

@@ -1,6 +1,6 @@
 // A library to be preloaded. By environment variables, counted from 1:
 //   QUARVO_FAIL_READ=n    the n-th read of a block fails as a broken disk does
-//   QUARVO_FAIL_CLOSE=n   the n-th close of a file that the program writes fails as a full disk behind a network does
+//   QUARVO_FAIL_CLOSE=n   the n-th close of a file that the program writes fails as a full disk across a network does
 // Only blocks count as read, not the few bytes that libraries want to know of the system.
 
 #include <dlfcn.h>

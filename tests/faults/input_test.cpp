@@ -189,7 +189,7 @@ class ChangedInput : public Input {
   std::string good;
 
  private:
-  // A process that has only just opened the input may not have looked at its size yet; one that sleeps behind that has.
+  // A process that has only just opened the input may not have looked at its size yet; one that sleeps after that has.
   bool waits_for_a_reader() const { return has_input_open() && is_asleep(); }
 
   bool is_asleep() const {

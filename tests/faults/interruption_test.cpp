@@ -1,4 +1,4 @@
-// Runs that the user stops: whatever the run is doing, the files end behind a record that was completed.
+// Runs that the user stops: whatever the run is doing, the files end after a record that was completed.
 
 #include <fcntl.h>
 #include <poll.h>

@@ -43,15 +43,15 @@ class OutOfMemory : public FaultTest, public ::testing::WithParamInterface<std::
   void run_with_failing_allocation(int number) {
     SCOPED_TRACE("allocation " + std::to_string(number));
     for (const char* const name : {"results", "in.fas.masked"}) std::filesystem::remove(path(name));
-    const std::string behind = is_for_good ? "QUARVO_FAIL_ALL_BEHIND=1 " : "";
+    const std::string after = is_for_good ? "QUARVO_FAIL_ALL_BEHIND=1 " : "";
     const int status =
-        run("QUARVO_FAIL_ALLOCATION=" + std::to_string(number) + " " + behind + "exec " + command("in.fas"));
+        run("QUARVO_FAIL_ALLOCATION=" + std::to_string(number) + " " + after + "exec " + command("in.fas"));
     expect_end(status);
     EXPECT_TRUE(is_beginning(file("results"), good));
     EXPECT_TRUE(is_beginning(file("in.fas.masked"), good_masked));
   }
 
-  // At every allocation behind the command line, or there too.
+  // At every allocation after the command line, or there too.
   void fail_allocations(const std::string& input, bool also_in_command_line, int most, int each) {
     directory.write("in.fas", input);
     const int in_search = count_allocations("in.fas", 0);

@@ -127,7 +127,7 @@ TEST_F(FullDisk, LeavesTheBeginningOfTheFiles) {
   }
 }
 
-// File systems behind a network may tell only at the close that there is no room.
+// File systems across a network may tell only at the close that there is no room.
 TEST_F(Output, MayFailAtTheCloseOfTheResults) {
   directory.write("in.fas", records(2));
   const std::string good = good_results("quarvo in.fas results");

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-// The name of the program, in all messages that quote it, and the words behind it.
+// The name of the program, in all messages that quote it, and the words after it.
 class CArgumentVector {
  public:
   explicit CArgumentVector(std::vector<std::string> its_words) : words(std::move(its_words)) {

@@ -14,5 +14,5 @@ bool is_gzip(const std::string& bytes);
 plain_gzip read_gzip_plainly(const std::string& bytes);
 
 // The text as a compressed file. The lowest bits of `layout` choose among one member, several members, blocks and
-// members with zeros behind.
+// members with zeros after.
 std::string compressed(const std::string& text, unsigned layout);

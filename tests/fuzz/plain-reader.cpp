@@ -62,7 +62,7 @@ class CPlainReader {
     file.records.push_back(record);
   }
 
-  // A file that ends directly behind the '>' leaves the names of the record before.
+  // A file that ends directly after the '>' leaves the names of the record before.
   void read_header() {
     const std::size_t end = end_of_line();
     record.full_name = text.substr(at, end - at);
@@ -73,8 +73,8 @@ class CPlainReader {
     const std::size_t blank = header.find(' ');
     record.short_name = header.substr(0, blank);
     if (blank == std::string::npos) return;
-    const std::size_t behind = header.find_first_not_of(' ', blank);
-    record.description = behind == std::string::npos ? "" : header.substr(behind);
+    const std::size_t after = header.find_first_not_of(' ', blank);
+    record.description = after == std::string::npos ? "" : header.substr(after);
   }
 
   // Returns false at a byte that no sequence may hold. As the last byte of the file such a byte is passed over: the end

@@ -15,7 +15,7 @@ struct plain_record {
 
 struct plain_file {
   std::vector<plain_record> records;  // the complete ones
-  bool has_format_error = false;      // behind these records
+  bool has_format_error = false;      // after these records
   unsigned error_line = 0;
 };
 

@@ -43,13 +43,13 @@ std::string expected(const std::string& bytes) {
 // A few bytes may be a million compressed, and all are read in small blocks too.
 constexpr std::size_t longest_text = 50000;
 
-constexpr const char* trouble_text = "trouble\n";
+constexpr const char* fault_text = "fault\n";
 
 std::string status_text(CFile& file) {
   if (!file.has_failed()) return file.status == CFile::good_state ? "" : "odd status\n";
   if (file.at_end_of_file()) return "end of file\n";
-  file.look_for_trouble();
-  return file.trouble != nullptr ? trouble_text : describe_error(file.line);
+  file.look_for_faults();
+  return file.fault != nullptr ? fault_text : describe_error(file.line);
 }
 
 // What the reader makes of the file, record by record as in a run.
@@ -80,12 +80,12 @@ void compare(const std::string& found, const std::string& wanted, const std::str
   std::abort();
 }
 
-// Of a file in trouble the reader may give the records that come before it, and must tell the trouble.
+// Of a file with a fault the reader may give the records that come before it, and must tell the fault.
 void compare_troubled(const std::string& found, const std::string& wanted, const std::string& where) {
-  const std::string_view trouble = trouble_text;
-  const bool is_told = found.ends_with(trouble);
-  const std::string records = found.substr(0, found.size() - (is_told ? trouble.size() : 0));
-  if (!is_told || !wanted.starts_with(records)) compare(found, wanted + "in trouble", where);
+  const std::string_view fault = fault_text;
+  const bool is_told = found.ends_with(fault);
+  const std::string records = found.substr(0, found.size() - (is_told ? fault.size() : 0));
+  if (!is_told || !wanted.starts_with(records)) compare(found, wanted + "with a fault", where);
 }
 
 // Compares every way to read these bytes with what they should give.

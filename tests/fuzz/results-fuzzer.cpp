@@ -1,4 +1,4 @@
-// The reader of results files, and all conversions, on arbitrary bytes behind a head as the program writes it.
+// The reader of results files, and all conversions, on arbitrary bytes after a head as the program writes it.
 //
 // Input: a byte for the layout, then what follows the head; with the highest bit of the byte set there is no head. What
 // the reader takes must fit together, and what is written as JSON must be JSON.

@@ -25,7 +25,7 @@ namespace {
 constexpr double affordable_cost = 1e6;
 constexpr std::size_t longest_sequence = 3000;
 
-// A record with nothing behind its last symbol, so that the sanitizer sees who reads there.
+// A record with nothing after its last symbol, so that the sanitizer sees who reads there.
 class CBareRecord : public CSequence_Mol {
  public:
   explicit CBareRecord(const std::string& text) : CSequence_Mol(1, 'N') {

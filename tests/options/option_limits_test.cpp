@@ -1,4 +1,4 @@
-// Whatever is written behind an option: the program ends in time, with a documented status and a message where it
+// Whatever is written after an option: the program ends in time, with a documented status and a message where it
 // refuses, with results that a sequence of this length can have, and in all else as the reference does.
 //
 // The options come from the program's own table, so a new one is tried as soon as it stands there.

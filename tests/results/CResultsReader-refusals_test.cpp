@@ -67,8 +67,8 @@ TEST_F(ResultsRefusals, OfEveryBeginningOfAResultsFile) {
     const whole_results whole = read_run(options);
     ASSERT_FALSE(whole.error) << whole.text;
     const std::string text = written();
-    const std::size_t behind_settings = text.find("Print sequence mode");
-    for (std::size_t size = 30; size < text.size(); size += size < behind_settings ? 19 : 3) {
+    const std::size_t after_settings = text.find("Print sequence mode");
+    for (std::size_t size = 30; size < text.size(); size += size < after_settings ? 19 : 3) {
       ASSERT_EQ(read_text(text.substr(0, size)).error.kind, kind::unfinished) << text.substr(0, size);
     }
     for (std::size_t size = 0; size != 30; ++size) ASSERT_TRUE(read_text(text.substr(0, size)).error);
@@ -101,7 +101,7 @@ TEST_F(ResultsRefusals, OfARunThatFailed) {
   EXPECT_EQ(read_results(out()).error.kind, kind::unfinished);
 }
 
-// Settings that only some runs have may be missing, and a name may go on behind its line.
+// Settings that only some runs have may be missing, and a name may go on after its line.
 TEST_F(ResultsRefusals, OfLinesThatNoRunWrites) {
   ASSERT_FALSE(read_run({"--outputFormat", "1"}).error);
   const std::string text = written();

@@ -6,5 +6,5 @@
 struct edit_outlook {
   edit chosen;  // `none` when no edit is admissible
   int highest;  // the score that it leads to; of no meaning without an edit
-  bool is_cut;  // whether another edit is admissible behind the last that the look-ahead may make
+  bool is_cut;  // whether another edit is admissible after the last that the look-ahead may make
 };

@@ -11,7 +11,7 @@
 // Contract: may_grow is true whenever the extension of a repeat in one direction can change the record.
 //
 // Argument. In front of a mismatch an extension takes its snapshot at once, with the repeat's score as the best. From
-// then on it stands, behind each edit and the run after it, at the end of a path that matches whenever it can and edits
+// then on it stands, after each edit and the run after it, at the end of a path that matches whenever it can and edits
 // only at mismatches, and whose score was above -L - P after each edit. It keeps what it did only if one of these ends
 // has a score of at least best - P; otherwise it returns to the snapshot. All such paths are followed here. Recursion
 // depth and score reduction only take some away, and the N runs at which an extension stops, but not a path here, cost
@@ -39,7 +39,7 @@ class CGrowthBound {
 
   scoring rules;
   int needed = 0;
-  std::int64_t lowest = 0;  // the least score behind an edit
+  std::int64_t lowest = 0;  // the least score after an edit
   int paths_left = 0;
 
   bool is_admissible(int score, int penalty) const { return static_cast<std::int64_t>(score) + penalty >= lowest; }

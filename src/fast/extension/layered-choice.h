@@ -41,7 +41,7 @@ struct layered_states {
 
   std::vector<state> states;               // of all layers
   std::vector<diagonal_states> diagonals;  // in the order 0, -1, 1, -2, 2, ...
-  std::size_t diagonals_in_use = 0;        // those behind are left over
+  std::size_t diagonals_in_use = 0;        // those after are left over
 };
 
 template <typename Direction>
@@ -98,7 +98,7 @@ class CLayeredChoice {
 
   static edit mark(const state& from, edit made) { return from.first == edit::none ? made : from.first; }
 
-  // Makes the next layer behind this one.
+  // Makes the next layer after this one.
   void place_layer() {
     layer_end = space.states.size();
     for (std::size_t i = layer_begin; i != layer_end; ++i) {

@@ -80,7 +80,7 @@ class CLookAhead {
     best = std::max(best, at.score);
     ++depth;
     each_edit<Direction>(at, rules, unit.length(), rules.least_after_edit(best, unit.length()),
-                         [&](edit, const extension_state& behind) { visit(behind, depth, best); });
+                         [&](edit, const extension_state& after) { visit(after, depth, best); });
   }
 
   int value_by_layers(const extension_state& from, unsigned char depth, int best) {
@@ -103,12 +103,12 @@ class CLookAhead {
 
   // The three edits at the mismatch that the state stands at, as far as they are admissible.
   void place_edits(unsigned char depth, const state& from) {
-    const auto diagonal_behind = [&from](edit made) {
+    const auto diagonal_after = [&from](edit made) {
       return from.diagonal + (made == edit::deletion ? 1 : made == edit::insertion ? -1 : 0);
     };
     each_edit<Direction>(from.at, rules, unit.length(), rules.least_after_edit(from.best, unit.length()),
-                         [&](edit made, const extension_state& behind) {
-                           place(depth, {behind, diagonal_behind(made), from.best});
+                         [&](edit made, const extension_state& after) {
+                           place(depth, {after, diagonal_after(made), from.best});
                          });
   }
 

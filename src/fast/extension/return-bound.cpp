@@ -93,7 +93,7 @@ class CPaths {
 
   HWY_INLINE bool is_zero(block v) const { return hn::AllTrue(d, hn::Eq(v, hn::Zero(d))); }
 
-  HWY_INLINE block behind_indel(block fits, block scores) const {
+  HWY_INLINE block after_indel(block fits, block scores) const {
     return hn::SaturatedSub(hn::AndNot(fits, scores), indel_penalty);
   }
 
@@ -112,15 +112,15 @@ class CPaths {
   // Deletions, as many as improve a score.
   HWY_INLINE void delete_symbols(const block* fits, block* scores) const {
     for (;;) {
-      block behind[blocks];
+      block after[blocks];
       QUARVO_UNROLL
-      for (int b = 0; b < blocks; ++b) behind[b] = behind_indel(fits[b], scores[b]);
-      step_along(behind, behind);
+      for (int b = 0; b < blocks; ++b) after[b] = after_indel(fits[b], scores[b]);
+      step_along(after, after);
       block better = hn::Zero(d);
       QUARVO_UNROLL
       for (int b = 0; b < blocks; ++b) {
-        better = hn::Or(better, hn::SaturatedSub(behind[b], scores[b]));
-        scores[b] = hn::Max(scores[b], behind[b]);
+        better = hn::Or(better, hn::SaturatedSub(after[b], scores[b]));
+        scores[b] = hn::Max(scores[b], after[b]);
       }
       if (is_zero(better)) return;
     }
@@ -137,7 +137,7 @@ class CPaths {
     }
     step_along(aligned, aligned);
     QUARVO_UNROLL
-    for (int b = 0; b < blocks; ++b) scores[b] = hn::Max(aligned[b], behind_indel(fits[b], scores[b]));
+    for (int b = 0; b < blocks; ++b) scores[b] = hn::Max(aligned[b], after_indel(fits[b], scores[b]));
   }
 };
 

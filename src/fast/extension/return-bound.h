@@ -26,12 +26,12 @@ struct return_question {
 
 inline constexpr int return_bound_block = 16;
 
-// Whether, behind at least one edit, a path may have the needed score, of at most 255.
+// Whether, after at least one edit, a path may have the needed score, of at most 255.
 bool return_bound_allows(const return_question& question);
 
 // Whether an extension that has left its best end behind can come back to what it needs to keep more than that end.
 //
-// Contract: may_return is true whenever, behind one edit or more, some path of the extension has a score of at least
+// Contract: may_return is true whenever, after one edit or more, some path of the extension has a score of at least
 // `needed`. False ends it: whatever edits it chooses, it returns to its best end.
 //
 // Argument. All paths are followed, symbol by symbol, that match, mismatch, insert or delete wherever they like and

@@ -10,14 +10,14 @@
 
 // The choice of an edit, from the sets of all places at which a look-ahead can stand, one bit a place.
 //
-// Idea. Behind e edits, D of them deletions and I insertions, a look-ahead stands on the diagonal D - I, and its score
+// Idea. After e edits, D of them deletions and I insertions, a look-ahead stands on the diagonal D - I, and its score
 // is that of the mismatch it began at, plus the symbols consumed, plus a number that e, D and I fix:
 //   (e - D - I) (mismatch - 1) + I (insertion - 1) + D deletion.
 // So the edits made may be counted in place of the score, and of all paths with the same counts it matters only where
 // they stand. That is one word for each triple of counts, bit i for the i-th symbol ahead. What the paths do is done to
 // all bits of a word at once:
 // - a mismatch or an insertion shifts the word by one, a deletion leaves it where it is;
-// - the runs behind it: added to the word of the matching symbols, each bit carries to the first mismatch behind it;
+// - the runs after it: added to the word of the matching symbols, each bit carries to the first mismatch after it;
 // - an edit is admissible from a score on, which is an offset for each triple: a mask.
 // The highest score is that of the highest bit of some word. From there the words are followed back to the first edit.
 // All is exact: sets hold no place that a look-ahead does not reach, and lack none.
@@ -65,7 +65,7 @@ class CRunEnds {
   const edit_outlook& outlook() const { return found; }
 
  private:
-  // Words by counts: deletions * row + insertions, behind a row and a word that stay 0.
+  // Words by counts: deletions * row + insertions, after a row and a word that stay 0.
   static constexpr int row = 8;
   static constexpr int guard = row + 1;
   static constexpr std::size_t words = guard + row * row;
@@ -83,7 +83,7 @@ class CRunEnds {
   };
   // What a layer adds.
   struct findings {
-    std::uint64_t values = 0;   // bit i: a score i above that behind the cheaper kind of edit
+    std::uint64_t values = 0;   // bit i: a score i above that after the cheaper kind of edit
     std::uint64_t places = 0;   // not 0: another edit is admissible
     std::uint64_t leaving = 0;  // the highest bit: a path leaves what is known
   };

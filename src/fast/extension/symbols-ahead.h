@@ -14,12 +14,12 @@
 // Compares 64 symbols with a periodic unit, once for each diagonal, in the order in which an extension meets them: bit
 // j of a word for the j-th symbol ahead, and the words from the diagonal with the unit symbols farthest ahead to the
 // one with the nearest. `symbols` and `text` point at what lies first in memory. Ns gets the bits of the N's. Up to 8
-// words behind those of the diagonals are overwritten.
+// words after those of the diagonals are overwritten.
 void compare_ahead(const char* symbols, const char* text, std::size_t diagonals, bool leftwards,
                    std::uint64_t* different, std::uint64_t* Ns);
 
 // The 64 symbols ahead of an extension, compared with its unit on the diagonals around its own. On diagonal k a symbol
-// is compared with the one of the unit k places behind that which the extension would compare it with.
+// is compared with the one of the unit k places after that which the extension would compare it with.
 class CSymbolsAhead {
  public:
   static constexpr int size = 64;

@@ -1,4 +1,4 @@
-// What the kernels share, once for each vector target: to be included behind hwy/foreach_target.h.
+// What the kernels share, once for each vector target: to be included after hwy/foreach_target.h.
 
 #include <hwy/highway.h>
 

@@ -32,7 +32,7 @@ class CBitPlanes {
  public:
   static constexpr std::size_t lanes = 512;
   static constexpr std::size_t words = lanes / 64;  // of a plane vector
-  static constexpr std::size_t overrun = 8;         // vectors that may be read behind the margin
+  static constexpr std::size_t overrun = 8;         // vectors that may be read after the margin
 
   // Reads the symbols [sequence, sequence + length). Offsets up to `margin` may be asked for.
   void build(const char* sequence, std::size_t length, std::size_t margin);
@@ -49,7 +49,7 @@ class CBitPlanes {
     return left_over < 64 ? ~(~std::uint64_t{0} << left_over) : ~std::uint64_t{0};
   }
 
-  // The plane vector of index t, -margin <= t, followed by the ones behind it.
+  // The plane vector of index t, -margin <= t, followed by the ones after it.
   const std::uint64_t* low(std::ptrdiff_t t) const { return at(low_bits, t); }
   const std::uint64_t* high(std::ptrdiff_t t) const { return at(high_bits, t); }
   const std::uint64_t* Ns(std::ptrdiff_t t) const { return at(N_bits, t); }

@@ -225,8 +225,8 @@ int main(int argc, char** argv) {
   }
   try {
     write_all(longest, argv[2]);
-  } catch (const std::exception& trouble) {
-    std::fprintf(stderr, "write-kernels: %s\n", trouble.what());
+  } catch (const std::exception& fault) {
+    std::fprintf(stderr, "write-kernels: %s\n", fault.what());
     return 1;
   }
   return 0;

@@ -25,7 +25,7 @@ class CCandidateQueue {
                   const char* its_end, bool is_tighter)
       : filter(its_filter), begin(its_begin), starts(its_starts), end(its_end), has_tighter_test(is_tighter) {}
 
-  // The first candidate of unit length L, and the next behind the last; nullptr when there is none. Says with
+  // The first candidate of unit length L, and the next after the last; nullptr when there is none. Says with
   // `was_accepted` whether the one given last was.
   const char* first(unsigned its_L, const CAnchorSeq& its_mask);
   const char* next(bool was_accepted);

@@ -18,7 +18,7 @@ const char* CExactStarts::next(const char* p) {
   while (p < end - L) {
     p = filter.first_kept(p);
     if (p >= end - L) return nullptr;
-    const char* const next = behind_refused(p);
+    const char* const next = after_refused(p);
     if (next == p) return p;
     p = next;
   }
@@ -26,23 +26,23 @@ const char* CExactStarts::next(const char* p) {
 }
 
 // The position p itself, or a later one if no start in front of that one need be looked at.
-const char* CExactStarts::behind_refused(const char* p) {
+const char* CExactStarts::after_refused(const char* p) {
   const char* next = p;
   if (scan.mask != nullptr) {
-    next = behind_one_symbol_units(p);
-    if (next == p) next = behind_covered(p);
+    next = after_one_symbol_units(p);
+    if (next == p) next = after_covered(p);
   }
-  return next == p ? behind_Ns(p) : next;
+  return next == p ? after_Ns(p) : next;
 }
 
-// Behind all starts from p on whose units are L times the same symbol.
-const char* CExactStarts::behind_one_symbol_units(const char* p) {
+// After all starts from p on whose units are L times the same symbol.
+const char* CExactStarts::after_one_symbol_units(const char* p) {
   if (p >= one_symbol_end) one_symbol_end = end_of_one_symbol_run(p, end);
   return one_symbol_end - p < L ? p : one_symbol_end - L + 1;
 }
 
-// Behind all starts from p on that lie inside what is covered, together with the position in front of them.
-const char* CExactStarts::behind_covered(const char* p) const {
+// After all starts from p on that lie inside what is covered, together with the position in front of them.
+const char* CExactStarts::after_covered(const char* p) const {
   const CAnchorSeq& mask = *scan.mask;
   const char* const at_p = mask.mask_begin + (p - mask.seq_begin);
   if (at_p[0] == CAnchorSeq::covered && at_p[-1] == CAnchorSeq::covered) {
@@ -52,8 +52,8 @@ const char* CExactStarts::behind_covered(const char* p) const {
   return mask.may_anchor(p, scan.L) ? p : p + 1;
 }
 
-// Behind all starts from p on whose units hold an N of the same run of N's.
-const char* CExactStarts::behind_Ns(const char* p) {
+// After all starts from p on whose units hold an N of the same run of N's.
+const char* CExactStarts::after_Ns(const char* p) {
   if (p + L <= Ns_known_until) return p;
   const char* const from = std::max(p, Ns_known_until);
   const auto* const N = static_cast<const char*>(std::memchr(from, 'N', static_cast<std::size_t>(p + L - from)));
@@ -75,7 +75,7 @@ bool CExactStarts::is_known(Csat& sat) {
   return true;
 }
 
-const char* CExactStarts::behind(const Csat& sat, bool is_stored, bool is_covered) {
+const char* CExactStarts::after(const Csat& sat, bool is_stored, bool is_covered) {
   left = sat.pos_left;
   right = sat.pos_right;
   score = sat.score;

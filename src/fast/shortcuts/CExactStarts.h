@@ -23,14 +23,14 @@ class CExactStarts {
   CExactStarts(const char* begin, const char* end, const CShortcuts::exact_scan& its_scan,
                const search_settings& its_settings);
 
-  // The first at or behind p, no smaller p than before; nullptr when there is none.
+  // The first at or after p, no smaller p than before; nullptr when there is none.
   const char* next(const char* p);
 
   // Gives a start inside the repeat noted last the ends that its extension would find. Returns false elsewhere.
   bool is_known(Csat& sat);
 
   // Notes the repeat of a start. Returns where to go on.
-  const char* behind(const Csat& sat, bool is_stored, bool is_covered);
+  const char* after(const Csat& sat, bool is_stored, bool is_covered);
 
  private:
   const char* end;
@@ -47,9 +47,9 @@ class CExactStarts {
   int score = 0;
   int number_of_Ns = 0;
 
-  const char* behind_refused(const char* p);
-  const char* behind_one_symbol_units(const char* p);
-  const char* behind_covered(const char* p) const;
-  const char* behind_Ns(const char* p);
+  const char* after_refused(const char* p);
+  const char* after_one_symbol_units(const char* p);
+  const char* after_covered(const char* p) const;
+  const char* after_Ns(const char* p);
   bool wants_every_start(const Csat& sat) const;
 };

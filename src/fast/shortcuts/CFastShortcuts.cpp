@@ -25,7 +25,7 @@ const char* CFastShortcuts::first_candidate(unsigned L, const CAnchorSeq& mask) 
     const symbol_range window = window_of_starts();
     filter.emplace(window, symbol_range{begin, end}, settings->min_scores.data(), settings->rules,
                    settings->max_unit_length, programs);
-    queue.emplace(*filter, window.begin, symbol_range{first_start, behind_starts}, end, switches.tighter_test);
+    queue.emplace(*filter, window.begin, symbol_range{first_start, after_starts}, end, switches.tighter_test);
   }
   return queue->first(L, mask);
 }
@@ -34,7 +34,7 @@ const char* CFastShortcuts::first_candidate(unsigned L, const CAnchorSeq& mask) 
 symbol_range CFastShortcuts::window_of_starts() const {
   if (end - begin <= static_cast<std::ptrdiff_t>(longest_short_record)) return {begin, end};
   const auto context = static_cast<std::ptrdiff_t>(CCandidateFilter::context(settings->max_unit_length));
-  return {first_start - std::min(context, first_start - begin), behind_starts + std::min(context, end - behind_starts)};
+  return {first_start - std::min(context, first_start - begin), after_starts + std::min(context, end - after_starts)};
 }
 
 const char* CFastShortcuts::next_candidate(bool was_accepted) {
@@ -85,8 +85,8 @@ CShortcuts::decision CFastShortcuts::choose(extension<Direction>& side, const ex
     return {true, chosen, chosen == edit::none && side.choice.is_hopeless()};
   }
   const auto deeper = static_cast<unsigned char>(depth + 1);
-  return {true, best_edit<Direction>(at, best, rules, unit_length, [&](const extension_state& behind) {
-            return side.look_ahead.value(behind, deeper, best);
+  return {true, best_edit<Direction>(at, best, rules, unit_length, [&](const extension_state& after) {
+            return side.look_ahead.value(after, deeper, best);
           })};
 }
 
@@ -110,9 +110,9 @@ bool CFastShortcuts::is_worth_storing(const Csat& sat, const CUnitText& unit) {
   return sat.score >= T || may_reach(sat, unit, T);
 }
 
-const char* CFastShortcuts::behind_start(const Csat& sat, bool is_stored, bool is_covered) {
-  if (!switches.exact_starts) return CShortcuts::behind_start(sat, is_stored, is_covered);
-  return starts->behind(sat, is_stored, is_covered);
+const char* CFastShortcuts::start_after(const Csat& sat, bool is_stored, bool is_covered) {
+  if (!switches.exact_starts) return CShortcuts::start_after(sat, is_stored, is_covered);
+  return starts->after(sat, is_stored, is_covered);
 }
 
 bool CFastShortcuts::is_new_seed(Csat& seed, bool& is_accepted) {

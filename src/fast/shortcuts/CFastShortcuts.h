@@ -44,7 +44,7 @@ class CFastShortcuts final : public CShortcuts {
   const char* next_start(const char* p) override;
   bool is_known_repeat(Csat& sat) override;
   bool is_worth_storing(const Csat& sat, const CUnitText& unit) override;
-  const char* behind_start(const Csat& sat, bool is_stored, bool is_covered) override;
+  const char* start_after(const Csat& sat, bool is_stored, bool is_covered) override;
 
   bool is_new_seed(Csat& seed, bool& is_accepted) override;
   void note_extension(const Csat& extended, bool is_accepted) override;

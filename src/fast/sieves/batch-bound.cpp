@@ -191,7 +191,7 @@ class CAlignment {
   }
 
   // Follows all paths from the score `best` on the main diagonal for this many rows. symbols(row) is the vector of
-  // sequence symbols of a row and units(u) that of the symbols u unit symbols behind the first to be compared. Raises
+  // sequence symbols of a row and units(u) that of the symbols u unit symbols after the first to be compared. Raises
   // `best` to the highest score met; returns a vector that is not 0 in the lanes that are undecided. Lanes where the
   // best is 0 or the target have no paths.
   template <bool is_cluster, typename Symbols, typename Units>

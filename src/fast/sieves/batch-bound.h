@@ -68,7 +68,7 @@ class CBatchBound {
   //
   // Candidates next to each other meet the same symbols, so the paths of a cluster are followed together: all begin on
   // one diagonal, each at its own row, and a place keeps the highest score of any of them, which can do all that a
-  // lower one can. What tells the candidates apart is where their unit ends. Until then no path knows of it; behind the
+  // lower one can. What tells the candidates apart is where their unit ends. Until then no path knows of it; after the
   // end of the first unit and up to that of the last one a symbol may match if it equals either the next symbol of the
   // longer view or that of the next copy, and must match only if it equals both. The scores to the left begin with the
   // best of the cluster to the right. Premises: applies(), and 0 < size <= L.

@@ -48,7 +48,7 @@ struct entry_range {
   // The first block, which serves from its beginning to the end of its segment; none where it begins before the unit
   // length, and the value in hand serves.
   int first_block;
-  // Whole segments behind that, by their first blocks.
+  // Whole segments after that, by their first blocks.
   int next_block;
   int end_block;
 };
@@ -62,7 +62,7 @@ struct length_terms {
   int first_gain;     // the first value that is gain enough
   int target;         // what is reached then
   int copy;           // e L, scaled
-  std::size_t later;  // copies behind the first that are looked at
+  std::size_t later;  // copies after the first that are looked at
   std::array<entry_range, most_later_copies> entries;
 };
 
@@ -77,7 +77,7 @@ struct scoring {
   int largest_distance;
   int block;  // distances in a block; a segment is a whole number of them
   int segment;
-  int most;                         // no value is higher; assumed behind the end of a stretch
+  int most;                         // no value is higher; assumed beyond the end of a stretch
   std::vector<length_terms> right;  // by unit length, as the next
   std::vector<length_terms> left;
 };
@@ -98,7 +98,7 @@ class CPotential {
              CFindings& its_found)
       : s(its_scoring), found(its_found), length(sequence_length), distances(s.largest_distance) {
     stretch = static_cast<std::ptrdiff_t>((length + lanes() - 1) / lanes());
-    // Entries lie up to the largest distance behind a candidate. What is assumed behind the end of a stretch fades by
+    // Entries lie up to the largest distance after a candidate. What is assumed beyond the end of a stretch fades by
     // about one a position, since the best of all paths counts.
     lead = distances + s.most + 16;
     margin = distances + lead + 1;
@@ -147,7 +147,7 @@ class CPotential {
   std::ptrdiff_t margin = 0;
   std::vector<std::uint8_t> symbols;  // the vector of index t holds the symbols at position t of each stretch
   std::vector<Lane> values;           // V or W at the position in hand, by distance
-  // By distance, with a slot that stays 0 behind each segment: the highest value of the same unit end at this distance
+  // By distance, with a slot that stays 0 after each segment: the highest value of the same unit end at this distance
   // and the longer ones of the segment.
   std::vector<Lane> highest;
   std::vector<history> histories;  // by block
@@ -171,13 +171,13 @@ class CPotential {
   // Positions that may not be read hold 0, which take_position lets equal nothing.
   void lay_out(const char* sequence, const symbol_range& around) {
     const std::ptrdiff_t first = around.begin - sequence;
-    const std::ptrdiff_t behind = around.end - sequence;
+    const std::ptrdiff_t after = around.end - sequence;
     symbols.resize(static_cast<std::size_t>(stretch + 2 * margin) * lanes());
     auto to = symbols.begin();
     for (std::ptrdiff_t t = -margin; t < stretch + margin; ++t) {
       for (std::size_t lane = 0; lane < lanes(); ++lane, ++to) {
         const std::ptrdiff_t x = static_cast<std::ptrdiff_t>(lane) * stretch + t;
-        if (first <= x && x < behind) *to = static_cast<unsigned char>(sequence[x]);
+        if (first <= x && x < after) *to = static_cast<unsigned char>(sequence[x]);
       }
     }
   }
@@ -199,7 +199,7 @@ class CPotential {
     std::fill(highest.begin(), highest.end(), Lane{0});
   }
 
-  // From the values at the position behind (in the direction of the paths) those at position t. The symbol there is
+  // From the values at the position after (in the direction of the paths) those at position t. The symbol there is
   // compared with the ones at t + side * distance.
   template <int side, typename Record>
   void take_position(std::ptrdiff_t t, const std::vector<length_terms>& terms, const Record& record) {

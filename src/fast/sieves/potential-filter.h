@@ -19,7 +19,7 @@
 //
 // A candidate (p, L) enters the first copy at (p + L, L). It enters a later one where the cursor is at the beginning of
 // the unit again, at some position x with the distance x - p. Let f(1) = V(p + L, L) and f(j) the best V(x, x - p) over
-// the x where a path may enter copy j, and let b = L + P - 1 (no score behind an edit is below -b).
+// the x where a path may enter copy j, and let b = L + P - 1 (no score after an edit is below -b).
 // - Leaving copy j, a path has consumed L more unit symbols: its score there is at most s(j) = s(j - 1) + f(j) - e L,
 //   where s(0) is the score it started with. If s(j) < -b, no path leaves copy j.
 // - Gaining z points in copy j it has consumed at least z unit symbols, so z <= f(j) / (1 + e), and the best score met

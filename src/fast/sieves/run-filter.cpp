@@ -44,7 +44,7 @@ void match_positions(const std::uint8_t* a, const std::uint8_t* b, std::size_t p
 }
 
 // words[i] &= the words shifted down by `distance` bits, for `count` words rounded up to whole vectors. Reads
-// distance / 64 + 1 words behind them. Works upwards, so that what is read has not been written yet.
+// distance / 64 + 1 words after them. Works upwards, so that what is read has not been written yet.
 void and_with_shifted(std::uint64_t* words, std::size_t count, std::size_t distance) {
   const hn::CappedTag<std::uint64_t, 8> d;
   const std::size_t skipped = distance / 64;

@@ -15,7 +15,7 @@
 // all of the right - left - L positions i in [left, right - L). The score counts some of these positions, so score <=
 // right - left - L, and the length of a perfect repeat is right - left. A repeat that reaches both thresholds therefore
 // has right - left - L >= K = wanted_matches(). The start p lies in [left, right - L]: inside a run of K or more
-// positions with E, or directly behind one. Both hold as well for any smaller K, so K is cut at `longest_run`.
+// positions with E, or directly after one. Both hold as well for any smaller K, so K is cut at `longest_run`.
 //
 // With B the set of positions i at which E holds for i .. i + K - 1, the starts kept are thus those with a member of B
 // in [p - K, p]. B is made a block at a time from vector compares, 64 positions a word, by shifting the words over each
@@ -45,7 +45,7 @@ class CRunFilter {
   // For the units of length 1 <= L < end - begin. The sequence must outlive the filter and not change.
   CRunFilter(const char* begin, const char* end, unsigned L, int wanted_matches, bool Ns_are_neutral);
 
-  // The first position at or behind p that is kept; end - L if there is none in front of it. Precondition: begin <= p,
+  // The first position at or after p that is kept; end - L if there is none in front of it. Precondition: begin <= p,
   // and no smaller p than asked before.
   const char* first_kept(const char* p) {
     if (K < 1) return p;
@@ -71,5 +71,5 @@ class CRunFilter {
   void load_block(std::ptrdiff_t from);
 };
 
-// The first position behind p, in (p, end], whose symbol is not the one at p. Precondition: p < end.
+// The first position after p, in (p, end], whose symbol is not the one at p. Precondition: p < end.
 const char* end_of_one_symbol_run(const char* p, const char* end);

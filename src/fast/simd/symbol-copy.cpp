@@ -36,10 +36,10 @@ copied_lines copy_lines(const std::uint8_t* from, std::size_t count, std::uint8_
   copied_lines done{0, 0, 0};
   for (; done.consumed < count; ++done.consumed) {
     const std::uint8_t byte = from[done.consumed];
-    const std::size_t behind = done.consumed + 1;
+    const std::size_t after = done.consumed + 1;
     if (is_plain(byte)) {
       to[done.stored++] = stored_as[byte & low_bits];
-    } else if (byte == '\n' && behind < count && is_plain(from[behind])) {
+    } else if (byte == '\n' && after < count && is_plain(from[after])) {
       ++done.line_ends;
     } else {
       break;
@@ -65,9 +65,9 @@ copied_lines copy_lines(const std::uint8_t* from, std::size_t count, std::uint8_
     done.consumed += taken;
     done.stored += taken;
     if (found < 0) continue;
-    const std::size_t behind = done.consumed + 1;
-    if (from[done.consumed] != '\n' || behind == count || !is_plain(from[behind])) break;
-    done.consumed = behind;
+    const std::size_t after = done.consumed + 1;
+    if (from[done.consumed] != '\n' || after == count || !is_plain(from[after])) break;
+    done.consumed = after;
     ++done.line_ends;
   }
   return done;

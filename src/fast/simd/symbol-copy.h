@@ -13,8 +13,8 @@ struct copied_lines {
 };
 
 // Copies plain symbols (A, C, G, T, U and N in either case) in upper case, U as T, and drops line feeds that have a
-// plain symbol behind them. Stops in front of the first byte that is neither, or earlier: some bytes at the end of the
-// input, fewer than 64, are always left. Writes `stored` symbols; the bytes behind them, up to `count` in all, may be
+// plain symbol after them. Stops in front of the first byte that is neither, or earlier: some bytes at the end of the
+// input, fewer than 64, are always left. Writes `stored` symbols; the bytes after them, up to `count` in all, may be
 // overwritten. The ranges [from, from + count) and [to, to + count) must not overlap.
 copied_lines copy_symbol_lines(const char* from, std::size_t count, char* to);
 

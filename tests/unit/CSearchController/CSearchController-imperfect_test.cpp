@@ -84,7 +84,7 @@ TEST_F(ImperfectSearch, ForgetsTheMononucleotideRepeatsBeforeTheNextUnitLength) 
   accept_every_score();
   set_unit_lengths(1, 2);
   const texts all = found("ACACACAC");
-  ASSERT_EQ(all.size(), 8U);  // seven single symbols: a unit has a symbol behind it
+  ASSERT_EQ(all.size(), 8U);  // seven single symbols: a unit has a symbol after it
   EXPECT_EQ(all[0], "[0,1) A score 0");
   EXPECT_EQ(all[1], "[0,8) AC score 6");
   EXPECT_EQ(all[7], "[6,7) A score 0");

@@ -212,7 +212,7 @@ TEST_F(ExtensionIntoATrap, StartsItsLookAheadAtTheDepthOfTheRecord) {
 }
 
 TEST_F(Extension, NotesADeletionBeforeTheSymbolBehindTheGap) {
-  const std::string symbols = "ACGACGACGACACGACGACG";  // the G behind position 10 is missing
+  const std::string symbols = "ACGACGACGACACGACGACG";  // the G after position 10 is missing
   CGrown to_right(symbols, 0, 3);
   to_right.to_the_right();
   EXPECT_EQ(to_right.repeat(), "[0,20) ACG score 12 1D");

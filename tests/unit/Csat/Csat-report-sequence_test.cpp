@@ -197,9 +197,9 @@ TEST_F(Alignment, NeverMeetsAnEditOutsideTheRepeatNorThoseBehindIt) {
 
 class Flanks : public ParameterTest {
  protected:
-  static std::string report(int format, const std::string& before, const std::string& behind) {
+  static std::string report(int format, const std::string& before, const std::string& after) {
     global_print_sat_mode = format;
-    return CExampleRepeat(before, behind).report();
+    return CExampleRepeat(before, after).report();
   }
   static constexpr const char* table_line = "seq1\t2\t92.857\t4\t18\t15\t  7.000\t7\t0\t1\t0\t0\tAC\tACACACGACACACAC";
 };

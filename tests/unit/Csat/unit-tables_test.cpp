@@ -1,4 +1,4 @@
-// The tables by unit length: names and prime factors.
+// The table of prime factors.
 
 #include "unit-tables.h"
 
@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "results-texts.h"
 #include "support/repeats.h"
 
 namespace {
@@ -51,12 +50,6 @@ TEST(PrimeFactors, OfEveryNumberAreThoseOfTrialDivision) {
     const auto& row = primeFactors[static_cast<std::size_t>(n)];
     ASSERT_EQ(std::vector<int>(row.begin(), row.end()), expected) << n;
   }
-}
-
-TEST(RepeatNames, AreIndexedByUnitLength) {
-  EXPECT_STREQ(REPEAT_NAMES[0], "***  ERROR  ***");
-  EXPECT_STREQ(REPEAT_NAMES[1], "mononucleotide");
-  EXPECT_STREQ(REPEAT_NAMES[6], "hexanucleotide");
 }
 
 }  // namespace

@@ -62,7 +62,7 @@ TEST_F(CFileTest, ADirectoryIsNoTrouble) {
   file->open(directory.path("").c_str());
   for (int i = 0; i < 3; ++i) file->getchar();
   EXPECT_EQ(file->status, exhausted);
-  EXPECT_EQ(file->trouble, nullptr);
+  EXPECT_EQ(file->fault, nullptr);
 }
 
 TEST_F(CFileTest, AFileThatBecameShorterIsNotAtItsEnd) {
@@ -71,7 +71,7 @@ TEST_F(CFileTest, AFileThatBecameShorterIsNotAtItsEnd) {
   std::filesystem::resize_file(directory.path("input"), two_blocks - 1);
   EXPECT_EQ(rest(), std::string(two_blocks - 2, 'A'));
   EXPECT_EQ(file->status, failed);
-  EXPECT_STREQ(file->trouble, "It has become shorter while it was read");
+  EXPECT_STREQ(file->fault, "It has become shorter while it was read");
 }
 
 TEST_F(CFileTest, AFileThatBecameLongerIsReadToItsNewEnd) {
@@ -79,7 +79,7 @@ TEST_F(CFileTest, AFileThatBecameLongerIsReadToItsNewEnd) {
   std::ofstream(directory.path("input"), std::ios::app) << "GHI";
   EXPECT_EQ(rest(), "ABCDEFGHI");
   EXPECT_EQ(file->status, exhausted);
-  EXPECT_EQ(file->trouble, nullptr);
+  EXPECT_EQ(file->fault, nullptr);
 }
 
 TEST_F(CFileTest, ANewFileHasNoTroubleOfTheOneBefore) {
@@ -87,13 +87,13 @@ TEST_F(CFileTest, ANewFileHasNoTroubleOfTheOneBefore) {
   EXPECT_EQ(file->getchar(), 'A');
   std::filesystem::resize_file(directory.path("input"), 0);
   rest();
-  EXPECT_NE(file->trouble, nullptr);
+  EXPECT_NE(file->fault, nullptr);
   file->close();
   file->clear();
   file->open(directory.write("other", "xyz").c_str());
   EXPECT_EQ(rest(), "xyz");
   EXPECT_EQ(file->status, exhausted);
-  EXPECT_EQ(file->trouble, nullptr);
+  EXPECT_EQ(file->fault, nullptr);
 }
 
 TEST_F(CFileTest, AFileOfExactlyOneBlockEndsAtAnEmptySecondBlock) {

@@ -102,7 +102,7 @@ TEST_F(CsatTest, AMissingEditListSortsAsEmpty) {
 TEST_F(CsatTest, TrimmingTakesNsFromTheRightEndAndStepsItsCursorBack) {
   sat.reset(record.at(0), record.at(4));  // ACGT, up to the N's at 10 and 11
   sat.pos_right = record.at(12);
-  sat.fwd_unit_cursor = record.at(0);  // behind 12 symbols of a unit of 4
+  sat.fwd_unit_cursor = record.at(0);  // after 12 symbols of a unit of 4
   sat.number_of_Ns = 2;
   sat.trim_Ns();
   EXPECT_EQ(describe(sat, record), "[0,10) ACGT score 0");

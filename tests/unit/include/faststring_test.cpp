@@ -80,9 +80,9 @@ TEST(Faststring, ReserveBeyondThirtyTwoBitsIsOutOfMemory) {
 TEST(Faststring, ReserveBehindDoublesUntilTheBytesFit) {
   faststring s;
   push_times(s, 3);
-  s.reserve_behind(1);
+  s.reserve_after(1);
   EXPECT_EQ(s.capacity, 4U);
-  s.reserve_behind(10);
+  s.reserve_after(10);
   EXPECT_EQ(s.capacity, 16U);
   EXPECT_EQ(contents(s), "xxx");
 }

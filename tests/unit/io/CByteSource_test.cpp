@@ -27,7 +27,7 @@ constexpr const char* followed = "It is compressed, but other bytes follow the c
 // What came out of a file.
 struct outcome {
   std::string text;
-  std::string trouble;  // empty where there is none
+  std::string fault;  // empty where there is none
   bool is_compressed = false;
 };
 
@@ -47,7 +47,7 @@ class CByteSourceTest : public ::testing::Test {
       found.text.append(block.data(), static_cast<std::size_t>(count));
     }
     EXPECT_EQ(source.read(block.data(), read_size), 0);
-    if (source.trouble != nullptr) found.trouble = source.trouble;
+    if (source.fault != nullptr) found.fault = source.fault;
     found.is_compressed = source.is_compressed();
     return found;
   }
@@ -59,11 +59,11 @@ class CByteSourceTest : public ::testing::Test {
     return rest_of(source, read_size);
   }
 
-  void expect_trouble(const std::string& file, const std::string& text, const std::string& trouble) const {
+  void expect_fault(const std::string& file, const std::string& text, const std::string& fault) const {
     for (const std::streamsize size : {2, 3, 1000}) {
       const outcome found = read(file, size);
       EXPECT_EQ(found.text, text);
-      EXPECT_EQ(found.trouble, trouble);
+      EXPECT_EQ(found.fault, fault);
     }
   }
 };
@@ -80,7 +80,7 @@ TEST_F(CByteSourceTest, PlainBytesComeOutAsTheyAre) {
     for (const std::streamsize size : {2, 3, 10, 1000}) {
       const outcome found = read(text, size);
       EXPECT_EQ(found.text, text);
-      EXPECT_EQ(found.trouble, "");
+      EXPECT_EQ(found.fault, "");
       EXPECT_FALSE(found.is_compressed);
     }
   }
@@ -91,7 +91,7 @@ TEST_F(CByteSourceTest, ADirectoryReadsAsAnEmptyFile) {
   source.open(directory.path("").c_str());
   const outcome found = rest_of(source, 100);
   EXPECT_EQ(found.text, "");
-  EXPECT_EQ(found.trouble, "");
+  EXPECT_EQ(found.fault, "");
 }
 
 struct layout {
@@ -145,7 +145,7 @@ TEST_P(ByteSourceLayout, GivesTheTextWhateverTheBlocks) {
   for (const std::streamsize size : {2, 3, 4, 5, 7, 19, 64, 1000, 1000000}) {
     const outcome found = read(GetParam().file, size);
     EXPECT_EQ(found.text, GetParam().text) << "in blocks of " << size;
-    EXPECT_EQ(found.trouble, "");
+    EXPECT_EQ(found.fault, "");
     EXPECT_TRUE(found.is_compressed);
   }
 }
@@ -167,7 +167,7 @@ TEST_P(ByteSourceLayout, MayComeByteByByteFromAPipe) {
   const outcome found = rest_of(source, 1000);
   writer.join();
   EXPECT_EQ(found.text, GetParam().text);
-  EXPECT_EQ(found.trouble, "");
+  EXPECT_EQ(found.fault, "");
 }
 
 std::string layout_name(const ::testing::TestParamInfo<layout>& info) { return info.param.name; }
@@ -185,7 +185,7 @@ TEST_F(CByteSourceTest, AFileCutOffAnywhereIsInTrouble) {
     for (std::size_t length = 2; length < file.size(); ++length) {
       for (const std::streamsize size : {2, 1000}) {
         const outcome found = read(file.substr(0, length), size);
-        EXPECT_TRUE(found.trouble == cut_off || found.trouble == without_last_blocks) << length << found.trouble;
+        EXPECT_TRUE(found.fault == cut_off || found.fault == without_last_blocks) << length << found.fault;
         EXPECT_TRUE(fasta.starts_with(found.text));
       }
     }
@@ -194,21 +194,21 @@ TEST_F(CByteSourceTest, AFileCutOffAnywhereIsInTrouble) {
 
 TEST_F(CByteSourceTest, BlocksWithoutTheEmptyOneBehindThemAreInTrouble) {
   const std::string blocks = bgzip_block("AC") + bgzip_block("GT");
-  expect_trouble(blocks, "ACGT", without_last_blocks);
-  expect_trouble(blocks + std::string(10, '\0'), "ACGT", without_last_blocks);
-  expect_trouble(blocks + gzip_member("AA"), "ACGTAA", without_last_blocks);
-  expect_trouble(gzip_member("AA") + blocks, "AAACGT", without_last_blocks);
-  expect_trouble(blocks + gzip_member(""), "ACGT", without_last_blocks);
+  expect_fault(blocks, "ACGT", without_last_blocks);
+  expect_fault(blocks + std::string(10, '\0'), "ACGT", without_last_blocks);
+  expect_fault(blocks + gzip_member("AA"), "ACGTAA", without_last_blocks);
+  expect_fault(gzip_member("AA") + blocks, "AAACGT", without_last_blocks);
+  expect_fault(blocks + gzip_member(""), "ACGT", without_last_blocks);
 }
 
 TEST_F(CByteSourceTest, OtherBytesBehindTheLastMemberAreTrouble) {
   for (const std::string& member : {gzip_member(fasta), bgzip_file(fasta, 7)}) {
     for (const std::string& end : {"A"s, "\n"s, "\0A"s, "\0\0\x1f"s, std::string(3000, '\0') + ">", "\x8b\x1f"s}) {
-      expect_trouble(member + end, fasta, followed);
+      expect_fault(member + end, fasta, followed);
     }
-    expect_trouble(member + "\x1f", fasta, cut_off);
-    expect_trouble(member + "\x1f\x8b", fasta, cut_off);
-    EXPECT_NE(read(member + "\x1f\x1f").trouble, "");
+    expect_fault(member + "\x1f", fasta, cut_off);
+    expect_fault(member + "\x1f\x8b", fasta, cut_off);
+    EXPECT_NE(read(member + "\x1f\x1f").fault, "");
   }
 }
 
@@ -222,7 +222,7 @@ TEST_F(CByteSourceTest, NoFlippedBitChangesTheTextUnnoticed) {
       if (bit < 16) {
         EXPECT_FALSE(found.is_compressed);
         EXPECT_EQ(found.text, flipped);
-      } else if (found.trouble.empty()) {
+      } else if (found.fault.empty()) {
         EXPECT_EQ(found.text, fasta) << bit;
       } else {
         ++noticed;
@@ -237,7 +237,7 @@ TEST_F(CByteSourceTest, CorruptDataAreNamed) {
   const auto with_byte_changed = [&](std::size_t place) {
     std::string changed = file;
     changed[place] = static_cast<char>(changed[place] ^ 1);
-    return read(changed).trouble;
+    return read(changed).fault;
   };
   const auto corrupt = [](const std::string& how) {
     return "It is compressed and corrupt (" + how + "), perhaps in front of this line too";
@@ -259,7 +259,7 @@ TEST_F(CByteSourceTest, ACompressedFileThatBecameShorterIsInTrouble) {
   std::filesystem::resize_file(directory.path("input"), first.size());  // all that is left is intact
   const outcome found = rest_of(source, 20000);
   EXPECT_EQ(found.text, text.substr(20000));
-  EXPECT_EQ(found.trouble, "It has become shorter while it was read");
+  EXPECT_EQ(found.fault, "It has become shorter while it was read");
 }
 
 TEST_F(CByteSourceTest, AForeignFormatIsKnownInPlainAndInCompressedFiles) {
@@ -282,13 +282,13 @@ TEST_F(CByteSourceTest, MayBeOpenedAgain) {
   CByteSource source;
   for (int round = 0; round < 2; ++round) {
     source.open(directory.write("broken", gzip_member(fasta) + "A").c_str());
-    EXPECT_EQ(rest_of(source, 9).trouble, followed);
+    EXPECT_EQ(rest_of(source, 9).fault, followed);
     source.close();
     source.open(directory.write("plain", "ACGT").c_str());
     EXPECT_FALSE(source.is_compressed());
     const outcome found = rest_of(source, 100);
     EXPECT_EQ(found.text, "ACGT");
-    EXPECT_EQ(found.trouble, "");
+    EXPECT_EQ(found.fault, "");
     source.close();
   }
 }

@@ -42,7 +42,7 @@ TEST_F(TemporaryText, SaysWhenThereIsNoPlaceForIt) {
   waiting.append(std::string(3000000, 'x'));
   waiting.append("y");
   text_of([&](std::FILE* out) { EXPECT_FALSE(waiting.copy_to(out)); });
-  EXPECT_NE(waiting.trouble().find("TMPDIR"), std::string::npos) << waiting.trouble();
+  EXPECT_NE(waiting.fault().find("TMPDIR"), std::string::npos) << waiting.fault();
   std::filesystem::permissions(directory.path(""), std::filesystem::perms::owner_all);
   former != nullptr ? setenv("TMPDIR", kept.c_str(), 1) : unsetenv("TMPDIR");
 }

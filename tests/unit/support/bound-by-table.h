@@ -20,7 +20,7 @@ struct repeat_side {
   int unit_length;
 
   char symbol(int position) const { return first[position * step]; }
-  // The position in the unit one step behind u, in the direction of growth.
+  // The position in the unit one step after u, in the direction of growth.
   int unit_step(int u) const { return (u + step + unit_length) % unit_length; }
   char unit_symbol(int u) const { return unit_begin[u]; }
 };
@@ -47,7 +47,7 @@ class CBoundByTable {
   alignment_bound bound;
   bool Ns_are_neutral;
   // The best score of a path, by diagonal (unit symbols minus sequence symbols consumed) from `lowest` on: before and
-  // behind the symbol in hand.
+  // after the symbol in hand.
   std::vector<int> now;
   std::vector<int> next;
   int lowest = 0;

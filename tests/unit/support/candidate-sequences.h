@@ -70,7 +70,7 @@ class CCandidateSequences {
   }
 
   // A repeat in which the copy on one side of a unit costs an extension nearly all that it may lose, for the penalty of
-  // a mismatch, before it comes to perfect copies behind. On the other side there may be some matches to start from.
+  // a mismatch, before it comes to perfect copies after. On the other side there may be some matches to start from.
   std::string with_decayed_copy(int L, int penalty) {
     const std::string unit = random.sequence("ACGT", L);
     const std::string copies = unit + unit + unit;

@@ -15,7 +15,7 @@ class CommandLine : public ParameterTest {
   int status = 1;
   std::string complaint;  // what was written to standard error
 
-  // Reads the command line of these words behind the program's name.
+  // Reads the command line of these words after the program's name.
   void read(std::vector<std::string> words) {
     words.insert(words.begin(), "quarvo");
     std::vector<char*> argv;

@@ -24,10 +24,10 @@ inline std::size_t count_of(const CPositionSet& positions) {
 // The starts of units that hold no N and are followed by a symbol.
 inline std::vector<std::size_t> candidate_positions(const std::string& symbols, unsigned L) {
   std::vector<std::size_t> positions;
-  std::size_t behind_N = 0;
+  std::size_t after_N = 0;
   for (std::size_t end = 0; end + 1 < symbols.size(); ++end) {
-    if (symbols[end] == 'N') behind_N = end + 1;
-    if (end + 1 >= behind_N + L) positions.push_back(end + 1 - L);
+    if (symbols[end] == 'N') after_N = end + 1;
+    if (end + 1 >= after_N + L) positions.push_back(end + 1 - L);
   }
   return positions;
 }

@@ -37,7 +37,7 @@ class CGuardedMemory {
 
 enum class guarded_side { begin, end };
 
-// A record whose symbols begin directly behind an unreadable page, or end directly in front of one; both, when they
+// A record whose symbols begin directly after an unreadable page, or end directly in front of one; both, when they
 // fill whole pages. The rest of their pages holds a symbol that would show in the results.
 class CGuardedRecord : public CSequence_Mol {
  public:

@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <string>
 
-// Compressed texts, of one member each; a file is one of them or several behind each other.
+// Compressed texts, of one member each; a file is one of them or several after each other.
 
 // What the head of a member may hold beside what it must.
 struct gzip_head {

@@ -34,8 +34,8 @@ class CReportedRepeat {
 // ACACACGACACACAC with the G as an insertion: score 7, 14 symbols long, 13 of which match.
 class CExampleRepeat : public CReportedRepeat {
  public:
-  explicit CExampleRepeat(const std::string& before = "", const std::string& behind = "")
-      : CReportedRepeat(before + "ACACACGACACACAC" + behind, static_cast<int>(before.size()),
+  explicit CExampleRepeat(const std::string& before = "", const std::string& after = "")
+      : CReportedRepeat(before + "ACACACGACACACAC" + after, static_cast<int>(before.size()),
                         static_cast<int>(before.size()) + 15, 2) {
     add(static_cast<int>(before.size()) + 6, 'I');
     sat.score = 7;

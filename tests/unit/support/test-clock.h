@@ -9,7 +9,7 @@ namespace test_clock {
 inline constexpr std::time_t start = 1000000000;
 
 extern std::time_t now;             // what time() returns
-extern std::time_t step_each_look;  // added to `now` behind every call of time()
+extern std::time_t step_each_look;  // added to `now` after every call of time()
 
 // Puts the clock back to its start at the end of a test.
 class CReset {

@@ -47,8 +47,8 @@ class CPlainOutlook {
 
   bool is_admissible(int score) const { return score > -unit.length() - rules.prefer_longer; }
 
-  void consider(edit made, const extension_state& behind) {
-    const int value = best(behind, 1);
+  void consider(edit made, const extension_state& after) {
+    const int value = best(after, 1);
     if (outlook.chosen != edit::none && value <= outlook.highest) return;
     outlook.chosen = made;
     outlook.highest = value;
@@ -76,7 +76,7 @@ class CPlainOutlook {
   }
 };
 
-// Whether a path that edits wherever it likes has the needed score behind an edit; all paths that stand at one place
+// Whether a path that edits wherever it likes has the needed score after an edit; all paths that stand at one place
 // with one score are one.
 template <typename Direction>
 bool comes_back_plainly(const extension_state& from, const CUnitText& unit, const char* end, const scoring& rules,

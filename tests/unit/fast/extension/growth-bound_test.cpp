@@ -99,20 +99,20 @@ TEST_F(GrowthBound, ForeseesMostExtensionsThatChangeNothing) {
 }
 
 TEST_F(GrowthBound, LetsMatchesAndNeutralNsPass) {
-  const auto may_grow_behind_the_unit = [this](const char* symbols) {
+  const auto may_grow_after_the_unit = [this](const char* symbols) {
     record.symbols.assign(symbols);
     sat.reset(record.begin(), record.begin() + 2);
     unit.set(record.begin(), record.begin() + 2);
     return may_grow_to_the_right();
   };
-  EXPECT_TRUE(may_grow_behind_the_unit("ACA"));
-  EXPECT_TRUE(may_grow_behind_the_unit("ACN"));
-  EXPECT_FALSE(may_grow_behind_the_unit("AC"));
-  EXPECT_FALSE(may_grow_behind_the_unit("ACGACACACACAC"));  // the edit would leave a score below -3
+  EXPECT_TRUE(may_grow_after_the_unit("ACA"));
+  EXPECT_TRUE(may_grow_after_the_unit("ACN"));
+  EXPECT_FALSE(may_grow_after_the_unit("AC"));
+  EXPECT_FALSE(may_grow_after_the_unit("ACGACACACACAC"));  // the edit would leave a score below -3
   global_mismatch_score = global_indel_score = -2;
-  EXPECT_TRUE(may_grow_behind_the_unit("ACGACACACACAC"));
+  EXPECT_TRUE(may_grow_after_the_unit("ACGACACACACAC"));
   global_treat_Ns_as_missense = true;
-  EXPECT_FALSE(may_grow_behind_the_unit("ACN"));
+  EXPECT_FALSE(may_grow_after_the_unit("ACN"));
 }
 
 }  // namespace

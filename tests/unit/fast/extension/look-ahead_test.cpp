@@ -62,7 +62,7 @@ TEST_F(LookAhead, OfTheThreeEditsAtAnInsertedSymbol) {
 }
 
 TEST_F(LookAhead, OfTheThreeEditsAtAnInsertedSymbolToTheLeft) {
-  const CTestRecord record("ACACACACGACACAC");            // score 4 behind the G
+  const CTestRecord record("ACACACACGACACAC");            // score 4 after the G
   EXPECT_EQ(backward(record, 8, "AC", 0, -1, 1, 4), -1);  // mismatch
   EXPECT_EQ(backward(record, 8, "AC", 1, -1, 1, 4), 7);   // insertion
   EXPECT_EQ(backward(record, 9, "AC", 0, -1, 1, 4), -1);  // deletion
@@ -131,7 +131,7 @@ std::string blocks_with_insertions(int blocks) { return repeated("ACACACACACG", 
 TEST_F(LookAhead, OfADepthBeyondEightBitsIsLimitedByTheScoreOnly) {
   const CTestRecord record(blocks_with_insertions(400));
   global_maximum_scorereduction = 5;
-  global_maximum_recursion_depth = 255;  // 254 edits behind the one being valued
+  global_maximum_recursion_depth = 255;  // 254 edits after the one being valued
   EXPECT_EQ(forward(record, 0, "AC", 0, 0), 10 + 5 * 254);
   global_maximum_recursion_depth = 300;
   EXPECT_EQ(forward(record, 0, "AC", 0, 0), 10 + 5 * 399);

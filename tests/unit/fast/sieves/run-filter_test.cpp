@@ -29,7 +29,7 @@ struct filter_case {
   bool Ns_match;
 };
 
-// The starts that the filter's definition keeps: inside or directly behind a run of matches that is long enough.
+// The starts that the filter's definition keeps: inside or directly after a run of matches that is long enough.
 std::vector<bool> kept_by_definition(const filter_case& c) {
   const auto starts = static_cast<std::ptrdiff_t>(c.symbols.size()) - static_cast<std::ptrdiff_t>(c.L);
   const auto K = std::min<std::ptrdiff_t>(c.wanted, CRunFilter::longest_run);
