@@ -43,7 +43,7 @@ void print_plan(const char* record, std::size_t length, const search_settings& s
 
 int main(int argc, char** argv) {
   std::vector<char*> words(argv, argv + argc);
-  std::string no_file = "-";
+  std::string no_file = "none";
   words.push_back(no_file.data());
   if (read_and_init_parameters(static_cast<int>(words.size()), words.data()) != 0) return 1;
   CSearchController::make_minimum_arrays();

@@ -40,7 +40,8 @@ class CAnchorSeq {
 
   bool is_free(const char* position) const { return mask_begin[position - seq_begin] == anchor; }
 
-  // True when a unit of L symbols may start at p: it is not wholly inside what accepted repeats cover.
+  // True when a unit of L symbols may start at p, beside what accepted repeats cover: p is free, and so is the last
+  // symbol of the unit or the one after it; or the last symbol is free, and so is the one in front of p.
   bool may_anchor(const char* p, unsigned L) const {
     const char* const first = mask_begin + (p - seq_begin);
     const char* const after = first + L;

@@ -16,6 +16,11 @@
 
 // The search for tandem repeats over one sequence: this class and what it is made of define what a repeat is.
 //
+// A repeat is a stretch of the sequence that can be read as copies of a unit, one of its own stretches of L symbols,
+// with few edits. It begins as one copy, its candidate or seed, and is extended to the right and then to the left. Each
+// mode is a file: CSearchController-exact.cpp, -imperfect.cpp, -extend-exact.cpp; CSearchController-overlap.cpp thins
+// what they find.
+//
 // A controller lives for one record: one of the searches fills its container, remove_hidden thins it, report_SATList
 // writes it; destruction returns all records to their pool. A search depends on the record, the settings and the
 // shortcuts of the workspace alone, so searches with workspaces of their own may run at once. The static thresholds and

@@ -11,8 +11,9 @@
 // The look-ahead of the extension, as it is defined: the highest score reachable from a state by runs of matches and
 // single edits at mismatches.
 //
-// After a run an edit is admissible if it leaves the least score of the scoring or more; each admissible one is
-// followed, up to a number of edits. Time grows with three to the power of that number.
+// After a run, in which neutral N's are passed over however many they are, an edit is admissible if it leaves the least
+// score of the scoring or more; each admissible one is followed, up to a number of edits. Time grows with three to the
+// power of that number.
 template <typename Direction>
 int leap_ahead(extension_state at, unsigned char depth, int best, const scoring& rules, const CUnitText& unit,
                const char* end) {

@@ -6,7 +6,7 @@
 #
 # sorted by name, with dashes. "--" itself is left out: the completions know it as the end of the options.
 
-# in_help PROGRAM. A term stands behind three blanks, its continuation behind six, the explanation behind five.
+# in_help PROGRAM. A term stands after three blanks, its continuation after six, the explanation after five.
 in_help() {
   "$1" --help | awk '
     function tell(term,    parts, n, i, kind) {
@@ -23,7 +23,7 @@ in_help() {
     END { tell(term) }' | sort
 }
 
-# in_man_page FILE. A term stands behind seven blanks.
+# in_man_page FILE. A term stands after seven blanks.
 in_man_page() {
   mandoc -T ascii -O width=120 "$1" | sed 's/.\x08//g' | awk '
     /^[A-Z]/ { inside = ($0 == "OPTIONS") }
@@ -46,7 +46,7 @@ bash_completions() {
     [ ${#COMPREPLY[@]} -eq 0 ] || printf "%s\n" "${COMPREPLY[@]}"' bash "$@"
 }
 
-# in_bash FILE COMMAND: behind a switch it offers options again, behind an option with a value it does not.
+# in_bash FILE COMMAND: after a switch it offers options again, after an option with a value it does not.
 in_bash() {
   local name
   while read -r name; do
@@ -66,7 +66,7 @@ zsh_arguments() {
 # in_zsh FILE
 in_zsh() {
   zsh_arguments "$1" | sed -nE 's/^\([^)]*\)(-[^[]*)\[/\1 [/p' | while read -r name rest; do
-    # Behind the closing bracket, which is the first one without a backslash, a value has its message.
+    # After the closing bracket, which is the first one without a backslash, a value has its message.
     if sed -E 's/\\.//g' <<<"$rest" | grep -q '^[^]]*]:'; then
       echo "$name value"
     else

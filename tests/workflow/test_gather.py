@@ -41,9 +41,9 @@ def test_lines_come_in_the_order_of_the_plan_without_tags(tmp_path: Path) -> Non
     ("layout", "texts", "message"),
     [
         ("3", (table("1/x"), table("2/x", head="# version 2")), "not searched by the same version"),
-        ("3", (table("1/x"), table("3/x")), "results-1 does not end behind its last record"),
-        ("3", (table("1/x"), table("2/x").replace("##", "")), "results-1 does not end behind its last record"),
-        ("3", (table("1/x"), table("2/x") + "more\n"), "results-1 does not end behind its last record"),
+        ("3", (table("1/x"), table("3/x")), "results-1 does not end after its last record"),
+        ("3", (table("1/x"), table("2/x").replace("##", "")), "results-1 does not end after its last record"),
+        ("3", (table("1/x"), table("2/x") + "more\n"), "results-1 does not end after its last record"),
         ("3", (table("1/x"), table("2/x")[:-30]), "results-1 ends within a line"),
         ("1", (table(">1/x"), table()), "results-1 does not hold record 2 of the plan"),
         ("1", (table(">1/x", ">1/y"), table(">2/x")), "results-0 does not hold record 1 of the plan"),

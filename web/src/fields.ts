@@ -16,7 +16,7 @@ export function complain(name: string, fields: HTMLInputElement[], fault: string
   by_id(`${name}-error`).textContent = fault ?? "";
 }
 
-// The value, or null behind a complaint.
+// The value, or null after a complaint.
 function judged<T>(name: string, fields: HTMLInputElement[], parsed: Parsed<T>): T | null {
   const fault = "fault" in parsed ? parsed.fault : null;
   complain(name, fields, fault);
@@ -32,7 +32,7 @@ function limits_of(field: HTMLInputElement): Limits {
   return { least: bound(field.min), most: bound(field.max), whole: field.step !== "any" };
 }
 
-// The range in two fields; null behind a complaint.
+// The range in two fields; null after a complaint.
 export function range_in(name: string, from: string, to: string): Range | null {
   const fields = [by_id<HTMLInputElement>(from), by_id<HTMLInputElement>(to)];
   return judged(name, fields, parse_range(typed(fields[0]), typed(fields[1]), limits_of(fields[0])));
@@ -54,7 +54,7 @@ export function filter_words(): string {
   return words.length === 0 ? "" : `Filters: ${words.join("; ")}.`;
 }
 
-// The filter in the form; null behind complaints when it cannot be applied.
+// The filter in the form; null after complaints when it cannot be applied.
 export function filter_in_form(data: ReportData, names: SequenceNames): Filter | null {
   const [unit, place] = ["filter-unit", "filter-region"].map((id) => by_id<HTMLInputElement>(id));
   const units = judged("filter-unit", [unit], parse_units(data, unit.value));

@@ -165,7 +165,7 @@ export function parse_range(from: Typed, to: Typed, limits: Limits): Parsed<Rang
 // not begin there.
 export function stretch_fault(from: number, to: number, end: number | null): string | null {
   if (from < 1) return "Positions count from 1.";
-  if (from > to) return "The first position is behind the second.";
+  if (from > to) return "The first position is after the second.";
   if (end !== null && from > end) return `The sequence ends at ${grouped(end)}.`;
   return null;
 }

@@ -110,7 +110,7 @@ interface UnitRow {
   label: string;
 }
 
-// The unit behind its rank, shortened in the middle as far as the room demands; a shortened one with its length.
+// The unit after its rank, shortened in the middle as far as the room demands; a shortened one with its length.
 function unit_label(row: UnitRow, room: number, width_of: (text: string) => number): string {
   const whole = `${row.rank}. ${row.unit}`;
   if (width_of(whole) <= room) return whole;

@@ -64,7 +64,7 @@ export class SequenceField {
 
   private listen(): void {
     this.input.addEventListener("click", () => this.open());
-    // Behind the field, so that it comes after the combobox has forgotten what was marked before.
+    // After the field, so that it comes after the combobox has forgotten what was marked before.
     this.input.parentElement?.addEventListener("input", () => this.suggest(this.input.value));
     this.input.addEventListener("blur", () => this.close());
     this.input.addEventListener("keydown", (event) => {

@@ -99,7 +99,7 @@ class Shard:
         return b"".join(lines)
 
     def copy_record(self, number: int, records: int, out: BinaryIO) -> None:
-        """Copies what belongs to record `number`, counted from 1 in the input, and to a bare header behind it."""
+        """Copies what belongs to record `number`, counted from 1 in the input, and to a bare header after it."""
         opened = 0
         while not self._is_at_end():
             match = self._layout.tag.match(self._line)
@@ -125,7 +125,7 @@ class Shard:
 
     def check_end(self) -> None:
         if self._line != self._layout.closing_line or self._file.read(1):
-            raise GatherError(f"{self._path} does not end behind its last record")
+            raise GatherError(f"{self._path} does not end after its last record")
 
 
 def name_files(head: bytes, input_name: bytes, output_name: bytes) -> bytes:

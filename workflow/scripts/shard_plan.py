@@ -63,7 +63,7 @@ def read_plan(path: Path) -> Iterator[Row]:
 def input_line(rows: Iterable[Row], shard: int, shard_line: int) -> int:
     """The line of the input that became line `shard_line` of the shard; both are counted from 1.
 
-    A line behind the shard's last one is counted on from there, since the end of a file can be where a fault shows.
+    A line after the shard's last one is counted on from there, since the end of a file can be where a fault shows.
     """
     first_in_input, first_in_shard, found = 1, 1, shard_line
     for row in rows:

@@ -188,7 +188,7 @@ def copy(source: BinaryIO, size: int, target: BinaryIO) -> None:
 
 
 def write_record(source: BinaryIO, index: Index, i: int, shard: BinaryIO) -> None:
-    """Copies record i, with its tag behind the '>'; the source stands at its first byte."""
+    """Copies record i, with its tag after the '>'; the source stands at its first byte."""
     begin, end, header = index.starts[i], index.starts[i + 1], index.headers[i]
     if header >= 0:
         copy(source, header + 1 - begin, shard)
