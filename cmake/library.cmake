@@ -3,7 +3,7 @@
 # does not lie below it does not compile. Programs of the folder stay out.
 function(quarvo_library name)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
-  list(FILTER sources EXCLUDE REGEX "/(write-kernels|quarvo|companion-main|quarvo-convert|quarvo-report|report-run|report-template)\\.cpp$")
+  list(FILTER sources EXCLUDE REGEX "/(write-kernels|quarvo|companion-main|quarvo-convert|quarvo-report|quarvo-scan|report-run|report-template)\\.cpp$")
   if(sources)
     add_library(quarvo_${name} STATIC ${sources})
     target_include_directories(quarvo_${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
