@@ -51,6 +51,8 @@ class CSequence_Mol {
   faststring symbols;
   int type;                 // 1: DNA, the only type there is
   char replacement_symbol;  // stands for every ambiguity code
+  // Where a read also leaves the letters of the symbols as they stand in the file; none by default.
+  faststring* letters = nullptr;
 
   // Positions are 32-bit signed numbers in the results, so no record may be longer.
   static constexpr unsigned max_length = 2147483647;
@@ -73,6 +75,7 @@ class CSequence_Mol {
   void readFastaSequence(CFile& file) {
     full_name.assign("");
     symbols.length = 0;
+    if (letters != nullptr) letters->length = 0;
     is_header_cut = false;
     if (!find_header(file)) return;
     if (!read_header_line(file)) return;
@@ -175,6 +178,7 @@ class CSequence_Mol {
         return;
       }
       store(meaning);
+      if (letters != nullptr && meaning != CSymbolTable::skipped) letters->push_back(static_cast<char>(c));
     }
   }
 
@@ -186,6 +190,7 @@ class CSequence_Mol {
   // Stores what the buffer holds of plain symbols from the read position on, as far as there is room for them, over
   // line ends that need no decision. All else is left to the byte by byte path.
   void store_symbols_in_buffer(CFile& file) {
+    if (letters != nullptr) return;
     symbols.reserve_after(1);
     const auto count = std::min<std::ptrdiff_t>(file.buffer_end - file.buffer_pos, symbols.capacity - symbols.length);
     const char* const stop = file.buffer_pos + count;

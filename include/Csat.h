@@ -89,8 +89,8 @@ class Csat {
   void print_repeat_name(std::FILE* out) const;
 
   // Writes the repeat in the chosen output format, or nothing if its perfection is out of range or its unit repeats a
-  // shorter unit. Write errors are left in the stream's error flag.
-  void report_sat(std::FILE* out, CSequence_Mol& seq) const;
+  // shorter unit. Returns whether it did. Write errors are left in the stream's error flag.
+  bool report_sat(std::FILE* out, CSequence_Mol& seq) const;
 };
 
 // The order of repeats: by start, then by end. Stable sorts keep repeats with both equal in their order of discovery.

@@ -58,3 +58,4 @@ bool takes_file(const documented_option& option);
 command_page quarvo_page();
 command_page quarvo_convert_page();
 command_page quarvo_report_page();
+command_page quarvo_scan_page();

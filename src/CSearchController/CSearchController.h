@@ -78,6 +78,9 @@ class CSearchController {
 
   // Writes the record's opening line, its repeats in list order, and its closing line, and flushes the stream.
   void report_SATList(std::FILE* out, const std::list<Csat*>& list);
+  // The lines around the repeats. Not for two calls at once, as c_str() of the names writes to them.
+  void print_opening_lines(std::FILE* out);
+  void print_closing_line(std::FILE* out);
 
   // What no search mode uses: CSearchController-unused.cpp.
 
@@ -184,6 +187,4 @@ class CSearchController {
   void one_unit_len_complete_imperfect_search(unsigned L, CAnchorSeq& mask, CsatContainer& found);
 
   bool simple_search_at(const char* p, const char* left_stop, CSpareSat& spare);
-  void print_opening_lines(std::FILE* out);
-  void print_closing_line(std::FILE* out);
 };

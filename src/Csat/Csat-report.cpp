@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 
 #include "CDnaString.h"
 #include "CReportText.h"
@@ -48,6 +49,12 @@ bool set_to_reported_unit(report_workspace& work, const Csat& sat) {
     default:
       return set_to_normal_form(work.reported_unit, work.unit, work.normal_form);
   }
+}
+
+// The name as a text that a NUL ends, without writing one behind it: several threads may report of one record.
+CReportText& name_of(CReportText& text, const CSequence_Mol& seq) {
+  const faststring& name = seq.short_name;
+  return name.length == 0 ? text : text.stretch(name.buffer, name.buffer + strnlen(name.buffer, name.length));
 }
 
 constexpr int longest_named_unit = static_cast<int>(REPEAT_NAMES.size()) - 1;
@@ -186,7 +193,7 @@ class CSatReport {
 
   void write_gff(std::FILE* out) {
     CReportText& line = its_text.clear();
-    line.text(seq.short_name.c_str()).text("\tQuarvo\ttandem-repeat\t").number(start).symbol('\t').number(end);
+    name_of(line, seq).text("\tQuarvo\ttandem-repeat\t").number(start).symbol('\t').number(end);
     line.symbol('\t').fixed(perfection, 2).text("\t.\t.\tName=\"repeat_region ").number(start).symbol('-').number(end);
     line.text(" unit_size ").number(sat.unit_length()).text(" repeat_number ").fixed(repeat_number(), 3);
     line.text(" perfection ").fixed(perfection, 3).text(" unit ");
@@ -197,7 +204,7 @@ class CSatReport {
   void write_one_per_line(std::FILE* out) {
     const repeat_layout its_layout = layout();
     CReportText& line = its_text.clear();
-    line.text(seq.short_name.c_str());
+    name_of(line, seq);
     for (const repeat_column& column : table_columns) {
       if (its_layout.has(column.presence)) append(line.symbol(table_separator), column);
     }
@@ -206,7 +213,7 @@ class CSatReport {
 
   void write_fasta(std::FILE* out) {
     CReportText& lines = its_text.clear();
-    lines.symbol('>').text(seq.short_name.c_str()).symbol(' ');
+    name_of(lines.symbol('>'), seq).symbol(' ');
     lines.number(static_cast<int>(sat.pos_left - left_flank) + 1).symbol(' ').number(sat.span()).symbol(' ');
     lines.number(sat.unit_length()).symbol(' ').number(start).symbol(' ').number(end).symbol(' ');
     lines.fixed(repeat_number(), 3).symbol(' ').number(sat.score).symbol(' ').fixed(perfection, 3).symbol(' ');
@@ -321,10 +328,11 @@ void append_repeat_name(CReportText& text, int unit_length) {
   }
 }
 
-void Csat::report_sat(std::FILE* out, CSequence_Mol& seq) const {
+bool Csat::report_sat(std::FILE* out, CSequence_Mol& seq) const {
   const float its_perfection = perfection();
-  if (!is_reported_perfection(its_perfection)) return;
-  static report_workspace work;
-  if (set_to_reported_unit(work, *this)) return;
+  if (!is_reported_perfection(its_perfection)) return false;
+  thread_local report_workspace work;
+  if (set_to_reported_unit(work, *this)) return false;
   CSatReport(*this, seq, its_perfection, work).write(out);
+  return true;
 }

@@ -20,6 +20,7 @@ inline constexpr int unfinished = 4;   // the results have no closing line
 inline constexpr int not_suited = 5;   // names or lengths do not suit the output
 inline constexpr int not_written = 6;  // the output cannot be opened or written
 inline constexpr int out_of_memory = 7;
+inline constexpr int not_fasta = 8;  // the input is no FASTA, or has no sequence of the name asked for
 
 int of(const results_error& error);
 }  // namespace companion_status

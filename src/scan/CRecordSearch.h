@@ -1,5 +1,4 @@
-#ifndef QUARVO_CRECORDSEARCH_H
-#define QUARVO_CRECORDSEARCH_H
+#pragma once
 
 #include <functional>
 #include <optional>
@@ -53,5 +52,3 @@ class CRecordSearch {
   std::vector<repeat_list> joined(std::vector<CRepeatRun>& runs, std::vector<std::optional<joint>>& joints) const;
   void extend(repeat_list& seeds);
 };
-
-#endif

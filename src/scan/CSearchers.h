@@ -1,5 +1,4 @@
-#ifndef QUARVO_CSEARCHERS_H
-#define QUARVO_CSEARCHERS_H
+#pragma once
 
 #include <memory>
 #include <mutex>
@@ -49,5 +48,3 @@ class CSearchers {
     idle.push_back(std::move(returned));
   }
 };
-
-#endif

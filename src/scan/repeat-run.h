@@ -1,5 +1,4 @@
-#ifndef QUARVO_REPEAT_RUN_H
-#define QUARVO_REPEAT_RUN_H
+#pragma once
 
 #include <optional>
 #include <vector>
@@ -82,5 +81,3 @@ void append_in_order(repeat_list& all, const repeat_list& next, Order is_before)
 
 // The order of results; of repeats with equal ends the one found first comes first.
 bool is_found_before(const Csat* a, const Csat* b);
-
-#endif

@@ -3,21 +3,22 @@
 #include <algorithm>
 #include <cstring>
 
-CExactStarts::CExactStarts(const char* begin, const char* its_end, const CShortcuts::exact_scan& its_scan,
-                           const search_settings& its_settings)
+CExactStarts::CExactStarts(const char* begin, const char* its_end, const char* its_after_starts,
+                           const CShortcuts::exact_scan& its_scan, const search_settings& its_settings)
     : end(its_end),
+      after_starts(its_end - its_scan.L < its_after_starts ? its_end - its_scan.L : its_after_starts),
       scan(its_scan),
       settings(its_settings),
       L(static_cast<std::ptrdiff_t>(scan.L)),
-      filter(begin, end, scan.L, CRunFilter::wanted_matches(scan.L, scan.min_score, scan.min_length),
-             settings.rules.passes_over_Ns),
+      filter(begin, std::min(end, after_starts + std::min(end - after_starts, L + CRunFilter::longest_run)), scan.L,
+             CRunFilter::wanted_matches(scan.L, scan.min_score, scan.min_length), settings.rules.passes_over_Ns),
       Ns_known_until(begin),
       one_symbol_end(begin) {}
 
 const char* CExactStarts::next(const char* p) {
-  while (p < end - L) {
+  while (p < after_starts) {
     p = filter.first_kept(p);
-    if (p >= end - L) return nullptr;
+    if (p >= after_starts) return nullptr;
     const char* const next = after_refused(p);
     if (next == p) return p;
     p = next;

@@ -20,8 +20,9 @@
 // the first whose unit leaves the repeat. Else 3, and that record is a copy.
 class CExactStarts {
  public:
-  CExactStarts(const char* begin, const char* end, const CShortcuts::exact_scan& its_scan,
-               const search_settings& its_settings);
+  // In front of `after_starts`, of the record [begin, end).
+  CExactStarts(const char* begin, const char* end, const char* its_after_starts,
+               const CShortcuts::exact_scan& its_scan, const search_settings& its_settings);
 
   // The first at or after p, no smaller p than before; nullptr when there is none.
   const char* next(const char* p);
@@ -34,6 +35,7 @@ class CExactStarts {
 
  private:
   const char* end;
+  const char* after_starts;
   CShortcuts::exact_scan scan;
   const search_settings& settings;
   std::ptrdiff_t L;

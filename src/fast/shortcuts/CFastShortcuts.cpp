@@ -92,7 +92,7 @@ CShortcuts::decision CFastShortcuts::choose(extension<Direction>& side, const ex
 
 void CFastShortcuts::begin_exact_scan(const exact_scan& scan) {
   is_known = false;
-  if (switches.exact_starts) starts.emplace(begin, end, scan, *settings);
+  if (switches.exact_starts) starts.emplace(begin, end, after_starts, scan, *settings);
 }
 
 const char* CFastShortcuts::next_start(const char* p) { return switches.exact_starts ? starts->next(p) : p; }
