@@ -6,7 +6,7 @@
 # Pipeline engines start a shell in a container; for these, docker build --target shell.
 FROM debian:bookworm-slim AS build
 RUN apt-get update && apt-get install -y --no-install-recommends \
-    ca-certificates g++ cmake ninja-build libtclap-dev libhwy-dev zlib1g-dev nlohmann-json3-dev libhts-dev \
+    ca-certificates g++ cmake ninja-build libtclap-dev libhwy-dev zlib1g-dev nlohmann-json3-dev libhts-dev libtbb-dev \
     libhtscodecs-dev libbz2-dev dpkg-dev nodejs npm
 WORKDIR /quarvo
 COPY . .

@@ -14,6 +14,7 @@ packages_to_build=(
   libhwy-dev   # vector code
   zlib1g-dev   # compressed input
   libhts-dev   # compressed output of the companions
+  libtbb-dev   # the threads of quarvo-scan
   nlohmann-json3-dev # the JSON of quarvo-convert
 )
 packages_to_test=(

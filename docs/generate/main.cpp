@@ -19,8 +19,10 @@ struct command_row {
   command_page (*page)();
 };
 
-constexpr std::array<command_row, 4> commands{
-    {{"quarvo", quarvo_page}, {"quarvo-convert", quarvo_convert_page}, {"quarvo-report", quarvo_report_page}, {"quarvo-scan", quarvo_scan_page}}};
+constexpr std::array<command_row, 4> commands{{{"quarvo", quarvo_page},
+                                               {"quarvo-convert", quarvo_convert_page},
+                                               {"quarvo-report", quarvo_report_page},
+                                               {"quarvo-scan", quarvo_scan_page}}};
 
 command_page page_of(const std::string& name) {
   for (const command_row& command : commands) {

@@ -59,6 +59,7 @@ command_page quarvo_scan_page() {
        "be removed."}};
   page.examples = examples();
   page.see_also = {"quarvo", "quarvo-convert"};
-  page.further_reading = "docs/scan.md in the directory share/doc/quarvo beside bin: how it compares, and how fast it is.";
+  page.further_reading =
+      "docs/scan.md in the directory share/doc/quarvo beside bin: how it compares, and how fast it is.";
   return page;
 }

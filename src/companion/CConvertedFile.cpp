@@ -57,7 +57,8 @@ std::string reason_of(int error) { return std::string(std::strerror(error)) + ".
 
 }  // namespace
 
-bool CConvertedFile::open(const std::string& file_name, const std::vector<std::string>& read_files) {
+bool CConvertedFile::open(const std::string& file_name, const std::vector<std::string>& read_files, int its_threads) {
+  threads = its_threads;
   shown_name = file_name.empty() ? "standard output" : shown(file_name);
   if (file_name.empty()) {
     file.claim_standard_output();
@@ -84,7 +85,7 @@ bool CConvertedFile::open_unnamed() {
 
 bool CConvertedFile::compress_for(const std::string& file_name) {
   if (!file_name.ends_with(".gz")) return true;
-  compressed = open_bgzf_stream(fileno(file.stream()));
+  compressed = open_bgzf_stream(fileno(file.stream()), threads);
   return compressed != nullptr;
 }
 

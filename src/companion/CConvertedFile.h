@@ -19,8 +19,8 @@ class CConvertedFile {
   ~CConvertedFile() { close_compressed(); }
 
   // Opens the file; an empty name stands for standard output. Returns false after a message when that is impossible
-  // or when it is one of the files to read, of which some may have no name.
-  bool open(const std::string& file_name, const std::vector<std::string>& read_files);
+  // or when it is one of the files to read, of which some may have no name. Several threads may compress.
+  bool open(const std::string& file_name, const std::vector<std::string>& read_files, int its_threads = 1);
 
   std::FILE* stream() const { return compressed != nullptr ? compressed : file.stream(); }
 
@@ -34,6 +34,7 @@ class CConvertedFile {
 
  private:
   COutputFile file{"as output file."};
+  int threads = 1;
   CTemporaryFile unnamed;           // what is written, unless that is done directly
   std::FILE* compressed = nullptr;  // the stream in front of the file, if any
   std::string shown_name;           // as the user gave it

@@ -18,7 +18,7 @@ int close_file(void* file) { return bgzf_close(static_cast<BGZF*>(file)); }
 
 }  // namespace
 
-std::FILE* open_bgzf_stream(int descriptor) {
+std::FILE* open_bgzf_stream(int descriptor, int threads) {
   hts_set_log_level(HTS_LOG_OFF);  // the program tells of errors itself
   const int copy = fcntl(descriptor, F_DUPFD_CLOEXEC, 0);
   if (copy < 0) return nullptr;
@@ -27,6 +27,7 @@ std::FILE* open_bgzf_stream(int descriptor) {
     close(copy);
     return nullptr;
   }
+  if (threads > 1) bgzf_mt(file, threads, 64);
   std::FILE* const stream = fopencookie(file, "w", {nullptr, write_bytes, nullptr, close_file});
   if (stream == nullptr) bgzf_close(file);
   return stream;

@@ -54,12 +54,12 @@ void CBlockFeed::was_opened() {
 
 void CBlockFeed::feed(void* of_file) {
   auto* const blocks = static_cast<BGZF*>(of_file);
-  if (bgzf_check_EOF(blocks) == 0) trouble = "The compressed data are cut off: the block that ends them is missing";
+  if (bgzf_check_EOF(blocks) == 0) fault = "The compressed data are cut off: the block that ends them is missing";
   std::vector<char> text(piece);
   for (;;) {
     const ssize_t count = bgzf_read(blocks, text.data(), text.size());
     taken = bgzf_tell(blocks) >> 16;
-    if (count < 0) trouble = "The compressed data are corrupt";
+    if (count < 0) fault = "The compressed data are corrupt";
     if (count <= 0 || !write_all(write_end, text.data(), static_cast<std::size_t>(count))) break;
   }
   bgzf_close(blocks);
@@ -74,5 +74,5 @@ const char* CBlockFeed::close() {
     ::close(write_end);
   }
   write_end = -1;
-  return trouble;
+  return fault;
 }

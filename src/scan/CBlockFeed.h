@@ -36,7 +36,7 @@ class CBlockFeed {
   int read_end = -1;
   int write_end = -1;
   std::atomic<std::int64_t> taken = 0;
-  const char* trouble = nullptr;
+  const char* fault = nullptr;
   std::thread feeder;
 
   void feed(void* blocks);

@@ -7,7 +7,7 @@
 #include "CSequenceLengths.h"
 #include "conversion-settings.h"
 
-// Turns results into another format as they are written: quarvo-convert behind quarvo, in one program. What is written
+// Turns results into another format as they are written: quarvo-convert after quarvo, in one program. What is written
 // to stream() is read, checked and converted by a thread of its own. Not copyable.
 class CConversionPipe {
  public:

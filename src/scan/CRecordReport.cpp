@@ -46,7 +46,7 @@ class CMemoryText {
   std::FILE* out;
 };
 
-// The end of the group that begins there: no repeat in front of it reaches over those behind.
+// The end of the group that begins there: no repeat in front of it reaches over those after it.
 repeat_list::const_iterator end_of_group(repeat_list::const_iterator begin, repeat_list::const_iterator end) {
   const char* reach = (*begin)->pos_right;
   auto it = begin;

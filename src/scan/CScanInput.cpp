@@ -73,9 +73,9 @@ std::int64_t CScanInput::position_now() {
 std::unique_ptr<scan_record> CScanInput::next() {
   if (!problem.empty()) return nullptr;
   while (file->at_end_of_file()) {
-    if (const char* const trouble = feed ? feed->close() : nullptr; trouble != nullptr) {
+    if (const char* const fault = feed ? feed->close() : nullptr; fault != nullptr) {
       return fail(companion_status::not_read,
-                  "Sorry! The input file\n   \"" + shown(name()) + "\"\ncannot be read to its end: " + trouble + ".\n");
+                  "Sorry! The input file\n   \"" + shown(name()) + "\"\ncannot be read to its end: " + fault + ".\n");
     }
     if (opened == names.size() || !open_next()) return nullptr;
   }
@@ -92,9 +92,9 @@ std::unique_ptr<scan_record> CScanInput::next() {
   return record;
 }
 
-const char* CScanInput::trouble_of_file() {
-  file->look_for_trouble();
-  if (!feed) return file->trouble;
+const char* CScanInput::fault_of_file() {
+  file->look_for_faults();
+  if (!feed) return file->fault;
   while (file->read(file->buffer, CFile::buffer_size) != 0) continue;
   return feed->close();
 }
@@ -111,8 +111,8 @@ std::unique_ptr<scan_record> CScanInput::fail_to_read(const CSequence_Mol& recor
     return fail(companion_status::not_fasta,
                 where + "has a header that is too long, " + line + ". Please shorten it.\n");
   }
-  if (const char* const trouble = trouble_of_file(); trouble != nullptr) {
-    return fail(companion_status::not_read, where + "cannot be read to its end, " + line + ": " + trouble + ".\n");
+  if (const char* const fault = fault_of_file(); fault != nullptr) {
+    return fail(companion_status::not_read, where + "cannot be read to its end, " + line + ": " + fault + ".\n");
   }
   const char* const kind = file->foreign_kind();
   return fail(companion_status::not_fasta,

@@ -55,5 +55,5 @@ class CScanInput {
   std::int64_t position_now();
   std::unique_ptr<scan_record> fail(int status, const std::string& why);
   std::unique_ptr<scan_record> fail_to_read(const CSequence_Mol& record);
-  const char* trouble_of_file();
+  const char* fault_of_file();
 };

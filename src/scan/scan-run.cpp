@@ -20,7 +20,6 @@
 #include "CRecordReport.h"
 #include "CRecordSearch.h"
 #include "CScanInput.h"
-#include "CScanOutput.h"
 #include "available-cores.h"
 #include "companion.h"
 #include "global-types-and-parameters.h"
@@ -29,6 +28,7 @@
 #include "quarvo-messages.h"
 #include "results-texts.h"
 #include "scan-options.h"
+#include "scan-output.h"
 #include "sequence-names.h"
 #include "shown-text.h"
 
@@ -82,8 +82,8 @@ class CScan {
  private:
   unsigned threads;
   CScanInput input;
-  CScanOutput output;
-  CScanOutput masked;
+  CConvertedFile output;
+  CConvertedFile masked;
   CConversionPipe conversion;
   std::FILE* results = nullptr;
   std::set<std::string, std::less<>> wanted;  // names still to come, if any were asked for
@@ -139,14 +139,13 @@ int CScan::open() {
   if (!input.open()) return end_with(input.status(), input.error());
   std::vector<std::string> read = scan_options.inputs;
   if (!scan_options.sequences_from.empty()) read.push_back(scan_options.sequences_from);
-  const auto is_standard_error = [](const std::string& name) { return is_same_regular_file(STDERR_FILENO, name); };
-  if (std::ranges::any_of(read, is_standard_error)) return companion_status::not_written;
+  if (is_standard_error(read)) return companion_status::not_written;
   if (scan_options.index && !scan_options.force && has_index(scan_options.output)) {
     return end_with(companion_status::not_written,
                     "Sorry! The output has an index already. To replace it, give --force.\n");
   }
-  const auto open_file = [&](CScanOutput& file, const std::string& name) {
-    return file.open(name, read, scan_options.force, static_cast<int>(threads));
+  const auto open_file = [&](CConvertedFile& file, const std::string& name) {
+    return open_output(file, name, read, scan_options.force, static_cast<int>(threads));
   };
   if (!open_file(output, scan_options.output)) return companion_status::not_written;
   if (mask() != no_mask) {
@@ -216,7 +215,8 @@ void CScan::search(batch& all) {
 }
 
 bool CScan::is_written() const {
-  return std::ferror(results) == 0 && output.is_intact() && (mask() == no_mask || masked.is_intact());
+  return std::ferror(results) == 0 && std::ferror(output.stream()) == 0 &&
+         (mask() == no_mask || std::ferror(masked.stream()) == 0);
 }
 
 void CScan::report(batch& all) {
@@ -265,8 +265,8 @@ int CScan::finish() {
     if (const int failed = conversion.finish(); failed != 0) return end_with(failed, conversion.error());
   }
   progress->stop();
-  if (mask() != no_mask && !masked.finish()) return companion_status::not_written;
-  if (!output.finish()) return companion_status::not_written;
+  if (mask() != no_mask && !finish_output(masked)) return companion_status::not_written;
+  if (!finish_output(output)) return companion_status::not_written;
   if (scan_options.index &&
       !write_index(scan_options.output, scan_options.to == first_conversion + to_bed, has_long_sequence)) {
     return companion_status::not_written;

@@ -21,8 +21,8 @@
 class CExactStarts {
  public:
   // In front of `after_starts`, of the record [begin, end).
-  CExactStarts(const char* begin, const char* end, const char* its_after_starts,
-               const CShortcuts::exact_scan& its_scan, const search_settings& its_settings);
+  CExactStarts(const char* begin, const char* end, const char* its_after_starts, const CShortcuts::exact_scan& its_scan,
+               const search_settings& its_settings);
 
   // The first at or after p, no smaller p than before; nullptr when there is none.
   const char* next(const char* p);

@@ -23,16 +23,31 @@ namespace {
 constexpr std::array<option_word, 4> maskings{
     {{"none", "No file"}, {"soft", "Repeats in lower case"}, {"n", "Repeats as N"}, {"x", "Repeats as X"}}};
 
-std::vector<option_word> output_words() {
-  std::vector<option_word> words{{"auto", "By the ending of the output's name, else results"},
-                                 {"results", "What quarvo writes"}};
-  words.insert(words.end(), conversion_formats.begin(), conversion_formats.end());
-  words.push_back({"jsonl", "The same as json"});
-  return words;
+constexpr const char* jsonl = "jsonl";
+
+// The formats of quarvo-convert, but for the masked FASTA, for which there is --mask.
+const std::vector<option_word>& output_words() {
+  static const std::vector<option_word> all = [] {
+    std::vector<option_word> words{{"auto", "By the ending of the output's name, else results"},
+                                   {"results", "What quarvo writes"},
+                                   {jsonl, "The same as json"}};
+    std::ranges::copy_if(conversion_formats, std::back_inserter(words),
+                         [](const option_word& format) { return std::string_view(format.word) != "mask"; });
+    return words;
+  }();
+  return all;
+}
+
+// From the place of a word to what stands in scan-options.h.
+int output_of_word(int place) {
+  if (place == by_extension || place == to_results) return place;
+  const std::string_view word = output_words()[static_cast<std::size_t>(place)].word;
+  const auto format = std::ranges::find(conversion_formats, word == jsonl ? "json" : word,
+                                        [](const option_word& one) { return std::string_view(one.word); });
+  return first_conversion + static_cast<int>(format - conversion_formats.begin());
 }
 
 std::vector<option_row> own_rows() {
-  static const std::vector<option_word> outputs = output_words();
   return {
       {.short_name = "q",
        .long_name = "quiet",
@@ -65,7 +80,8 @@ std::vector<option_row> own_rows() {
       {.long_name = "mask",
        .destination = word_destination{&scan_options.mask},
        .words = maskings,
-       .summary = "Write the sequences with the repeats masked, to the file named next: --mask soft masked.fa.",
+       .summary =
+           "Write the sequences with the repeats masked, to the file whose name follows, as in --mask soft masked.fa.",
        .help = "{words}. Outside repeats all letters and their case are those of the input."},
       {.long_name = "index",
        .destination = &scan_options.index,
@@ -82,7 +98,7 @@ std::vector<option_row> own_rows() {
       {.short_name = "t",
        .long_name = "to",
        .destination = word_destination{&scan_options.to},
-       .words = outputs,
+       .words = output_words(),
        .summary = "The format to write.",
        .help = "{words}."},
       {.long_name = "inputs",
@@ -194,9 +210,8 @@ int refuse(const char* text) {
 
 // What the values must be together.
 int check_values() {
+  scan_options.to = output_of_word(scan_options.to);
   if (scan_options.to == by_extension) scan_options.to = format_of_extension(scan_options.output);
-  const int jsonl = first_conversion + static_cast<int>(conversion_formats.size());
-  if (scan_options.to == jsonl) scan_options.to = first_conversion + to_json;
   const bool is_indexable =
       scan_options.to == first_conversion + to_bed || scan_options.to == first_conversion + to_gff3;
   if (scan_options.index && (!is_indexable || !scan_options.output.ends_with(".gz"))) {
