@@ -217,7 +217,7 @@ TEST_P(ConvertedFile, IsCompressedInBlocksWhereItsNameSaysSo) {
   ASSERT_EQ(source.read(read.data(), static_cast<std::streamsize>(read.size())),
             static_cast<std::streamsize>(text.size()));
   EXPECT_EQ(read.substr(0, text.size()), text);
-  EXPECT_EQ(source.trouble, nullptr);  // nor without the block that ends such a file
+  EXPECT_EQ(source.fault, nullptr);  // nor without the block that ends such a file
 }
 
 TEST_P(ConvertedFile, NoticesWhenWhatIsCompressedCannotBeWritten) {
