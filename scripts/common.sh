@@ -30,6 +30,11 @@ packages_to_test=(
   primer3         # reads records of quarvo-convert
   samtools        # reads FASTA in such examples
   seqkit          # the same; one file of 16 megabytes
+  trf             # an example in the documents
+  tantan          # the same
+  spaln-data      # the genome of the tutorial; 20 megabytes
+  python3-pandas     # the plot of the tutorial
+  python3-matplotlib # the same
 )
 packages_to_test_clang=(
   clang-14 # the second compiler, and what clang-tidy reads its settings from
