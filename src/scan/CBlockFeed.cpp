@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <htslib/bgzf.h>
+#include <htslib/hts_log.h>
 #include <unistd.h>
 
 #include <array>
@@ -40,8 +41,11 @@ bool CBlockFeed::open(const std::string& file_name, int threads) {
   read_end = ends[0];
   write_end = ends[1];
   fcntl(write_end, F_SETPIPE_SZ, 1 << 20);
+  hts_set_log_level(HTS_LOG_OFF);  // the program tells of errors itself
   BGZF* const blocks = bgzf_open(file_name.c_str(), "r");
   if (blocks == nullptr) return false;
+  // In front of the threads, for which it would wait for ever where they have met a fault.
+  if (bgzf_check_EOF(blocks) == 0) fault = "The compressed data are cut off: the block that ends them is missing";
   if (threads > 1) bgzf_mt(blocks, threads, 64);
   feeder = std::thread([this, blocks] { feed(blocks); });
   return true;
@@ -54,7 +58,6 @@ void CBlockFeed::was_opened() {
 
 void CBlockFeed::feed(void* of_file) {
   auto* const blocks = static_cast<BGZF*>(of_file);
-  if (bgzf_check_EOF(blocks) == 0) fault = "The compressed data are cut off: the block that ends them is missing";
   std::vector<char> text(piece);
   for (;;) {
     const ssize_t count = bgzf_read(blocks, text.data(), text.size());

@@ -128,7 +128,7 @@ constexpr const char* short_help =
     "\n"
     "  quarvo-scan -U 6 -s 12 -o repeats.bed genome.fa\n"
     "      microsatellites of units up to 6 as BED\n"
-    "  quarvo-scan -j 8 -o repeats.gff3.gz --index genome.fa.gz\n"
+    "  quarvo-scan -U 100 -j 8 -o repeats.gff3.gz --index genome.fa.gz\n"
     "      units up to 100 by 8 threads, compressed GFF3 with its tabix index\n"
     "  zcat reads.fa.gz | quarvo-scan --mask soft masked.fa -t table - > repeats.tsv\n"
     "      a table, and the sequences with their repeats in lower case\n"
@@ -144,7 +144,6 @@ constexpr const char* short_help =
     "      --mask KIND FILE  masked sequences: soft, n or x\n"
     "      --sequences NAMES only these sequences\n"
     "  -q, --quiet           say nothing but errors\n"
-    "\n"
     "All options: quarvo-scan --help, or man quarvo-scan.\n";
 
 int print_short_help() {
