@@ -31,7 +31,11 @@ bool CSearchController::try_candidate(const char* p, unsigned L, CAnchorSeq& mas
 
 bool CSearchController::extend_imperfect(Csat& sat) {
   const CUnitText& unit = unit_text_of(sat);
-  if (!shortcuts.may_reach(sat, unit, settings.min_scores[static_cast<unsigned>(sat.unit_length())])) return false;
+  const int least_score = settings.min_scores[static_cast<unsigned>(sat.unit_length())];
+  return shortcuts.may_reach(sat, unit, least_score) && extend_both_ways(sat, unit);
+}
+
+bool CSearchController::extend_both_ways(Csat& sat, const CUnitText& unit) {
   extend_right(sat, settings.rules, unit, seq_end(), shortcuts);
   extend_left(sat, settings.rules, unit, seq_begin(), shortcuts);
   sat.trim_Ns();

@@ -179,7 +179,8 @@ class CSearchController {
   bool is_stored(const Csat& sat, const exact_pass& pass);
   bool is_covered(const Csat& sat, const exact_pass& pass) const;
 
-  bool extend_seed(Csat& sat);
+  // extend_imperfect, where it is known that it may pass.
+  bool extend_both_ways(Csat& sat, const CUnitText& unit);
 
   bool try_candidate(const char* p, unsigned L, CAnchorSeq& mask, CSpareSat& spare, CsatContainer& found);
   void try_candidates(unsigned L, CAnchorSeq& mask, CsatContainer& found);

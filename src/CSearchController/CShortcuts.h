@@ -46,8 +46,6 @@ class CShortcuts {
 
   // Whether the extension of the record can end with a score of T or more; `unit` is the text of its unit.
   virtual bool may_reach(const Csat& /*sat*/, const CUnitText& /*unit*/, int /*T*/) { return true; }
-  // Whether the extension of the record to the right, or to the left, can change it.
-  virtual bool may_grow(const Csat& /*sat*/, const CUnitText& /*unit*/, bool /*to_the_right*/) { return true; }
 
   // An extension begins, to the right up to the position `end` or to the left down to it.
   virtual void begin_extension(bool /*to_the_right*/, const CUnitText& /*unit*/, const char* /*end*/) {}
@@ -80,12 +78,6 @@ class CShortcuts {
   virtual const char* start_after(const Csat& sat, bool /*is_stored*/, bool /*is_covered*/) {
     return sat.unit_begin + 1;
   }
-
-  // Extend-exact mode: whether the seed is to be extended. If not, the record holds what the extension would make of
-  // it, or `is_accepted` is false.
-  virtual bool is_new_seed(Csat& /*seed*/, bool& /*is_accepted*/) { return true; }
-  // What became of the seed asked for last.
-  virtual void note_extension(const Csat& /*extended*/, bool /*is_accepted*/) {}
 
  protected:
   const char* begin = nullptr;  // of the record

@@ -18,7 +18,9 @@ const char* CCandidateQueue::next(bool was_accepted) {
       const bool is_tested = given_tested != tested_count && tested[given_tested] == p;
       const bool is_wanted = is_tested ? (kept >> given_tested & 1) != 0 : has_mask_changed;
       if (is_tested) ++given_tested;
-      if (is_wanted) return p;
+      if (!is_wanted) continue;
+      has_passed = is_tested && has_tighter_test && filter.has_tighter_test();
+      return p;
     }
   } while (collect());
   return nullptr;

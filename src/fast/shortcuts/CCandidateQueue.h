@@ -30,6 +30,9 @@ class CCandidateQueue {
   const char* first(unsigned its_L, const CAnchorSeq& its_mask);
   const char* next(bool was_accepted);
 
+  // Whether the one given last has passed the tighter test.
+  bool is_given_one_tested() const { return has_passed; }
+
  private:
   CCandidateFilter& filter;
   const char* begin;
@@ -50,6 +53,7 @@ class CCandidateQueue {
   std::size_t given_tested = 0;
   std::uint64_t kept = 0;  // of the tested ones
   bool has_mask_changed = false;
+  bool has_passed = false;
 
   bool collect();
   bool is_full() const { return count == collected.size() || tested_count == tested.size(); }

@@ -2,15 +2,12 @@
 
 #include <algorithm>
 
-#include "growth-bound.h"
 #include "leap-ahead.h"
 #include "path-bound.h"
 
 void CFastShortcuts::begin_record(const char* its_begin, const char* its_end, const search_settings& its_settings) {
   CShortcuts::begin_record(its_begin, its_end, its_settings);
   settings = &its_settings;
-  last_seed = CLastSeed();
-  last_extended = nullptr;
 }
 
 void CFastShortcuts::end_record() {
@@ -41,18 +38,10 @@ const char* CFastShortcuts::next_candidate(bool was_accepted) {
   return switches.candidates ? queue->next(was_accepted) : CShortcuts::next_candidate(was_accepted);
 }
 
+// What the batches keep, which follow the same paths, would be kept here as well.
 bool CFastShortcuts::may_reach(const Csat& sat, const CUnitText& unit, int T) {
-  return !switches.path_bound || CPathBound(settings->rules, begin, end).may_reach(sat, unit, T);
-}
-
-bool CFastShortcuts::may_grow(const Csat& sat, const CUnitText& unit, bool to_the_right) {
-  if (!switches.growth_bound) return true;
-  CGrowthBound bound(settings->rules);
-  const auto state_at = [&sat](const char* position, const char* cursor) {
-    return extension_state{position, static_cast<int>(cursor - sat.unit_begin), sat.score};
-  };
-  return to_the_right ? bound.may_grow<rightwards>(state_at(sat.pos_right, sat.fwd_unit_cursor), unit, end)
-                      : bound.may_grow<leftwards>(state_at(sat.pos_left, sat.bwd_unit_cursor), unit, begin);
+  if (!switches.path_bound || (queue && queue->is_given_one_tested())) return true;
+  return CPathBound(settings->rules, begin, end).may_reach(sat, unit, T);
 }
 
 void CFastShortcuts::begin_extension(bool to_the_right, const CUnitText& unit, const char* its_end) {
@@ -113,18 +102,4 @@ bool CFastShortcuts::is_worth_storing(const Csat& sat, const CUnitText& unit) {
 const char* CFastShortcuts::start_after(const Csat& sat, bool is_stored, bool is_covered) {
   if (!switches.exact_starts) return CShortcuts::start_after(sat, is_stored, is_covered);
   return starts->after(sat, is_stored, is_covered);
-}
-
-bool CFastShortcuts::is_new_seed(Csat& seed, bool& is_accepted) {
-  if (!switches.repeated_seeds || !last_seed.is_like(seed)) {
-    last_seed.set(seed);
-    return true;
-  }
-  is_accepted = last_extended != nullptr;
-  if (is_accepted) CLastSeed::copy_extension(*last_extended, seed);
-  return false;
-}
-
-void CFastShortcuts::note_extension(const Csat& extended, bool is_accepted) {
-  last_extended = is_accepted ? &extended : nullptr;
 }

@@ -4,7 +4,6 @@
 
 #include "CCandidateQueue.h"
 #include "CExactStarts.h"
-#include "CLastSeed.h"
 #include "CShortcuts.h"
 #include "candidate-filter.h"
 #include "edit-choice.h"
@@ -13,13 +12,11 @@
 // Which shortcuts are taken. The results are the same with any of them off, only later; tests compare them, benchmarks
 // measure what each is worth.
 struct shortcut_switches {
-  bool candidates = true;      // positions that cannot lead to a repeat are left out
-  bool tighter_test = true;    // those left are tested once more, in batches
-  bool path_bound = true;      // an extension or seed whose paths cannot reach the score is left out
-  bool growth_bound = true;    // a side of a seed that cannot grow is left as it is
-  bool edit_choice = true;     // the three look-aheads at a mismatch are followed as one, equal places once
-  bool exact_starts = true;    // starts that cannot lead to an exact repeat, or to a known one, are left out
-  bool repeated_seeds = true;  // a seed like the one before is not extended again
+  bool candidates = true;    // positions that cannot lead to a repeat are left out
+  bool tighter_test = true;  // those left are tested once more, in batches
+  bool path_bound = true;    // an extension or seed whose paths cannot reach the score is left out
+  bool edit_choice = true;   // the three look-aheads at a mismatch are followed as one, equal places once
+  bool exact_starts = true;  // starts that cannot lead to an exact repeat, or to a known one, are left out
 };
 
 // The shortcuts that make the search fast: this class asks what the other folders of fast/ know. Keeps its memory from
@@ -35,7 +32,6 @@ class CFastShortcuts final : public CShortcuts {
   const char* next_candidate(bool was_accepted) override;
 
   bool may_reach(const Csat& sat, const CUnitText& unit, int T) override;
-  bool may_grow(const Csat& sat, const CUnitText& unit, bool to_the_right) override;
 
   void begin_extension(bool to_the_right, const CUnitText& unit, const char* its_end) override;
   decision choose_edit(const extension_state& at, unsigned char depth, int best) override;
@@ -45,9 +41,6 @@ class CFastShortcuts final : public CShortcuts {
   bool is_known_repeat(Csat& sat) override;
   bool is_worth_storing(const Csat& sat, const CUnitText& unit) override;
   const char* start_after(const Csat& sat, bool is_stored, bool is_covered) override;
-
-  bool is_new_seed(Csat& seed, bool& is_accepted) override;
-  void note_extension(const Csat& extended, bool is_accepted) override;
 
  private:
   // The extension under way, in one direction: one look-ahead for all edits, or one for each where the score reduction
@@ -77,7 +70,4 @@ class CFastShortcuts final : public CShortcuts {
 
   std::optional<CExactStarts> starts;
   bool is_known = false;  // the repeat in hand, from one before
-
-  CLastSeed last_seed;
-  const Csat* last_extended = nullptr;  // what it became, if it was accepted
 };

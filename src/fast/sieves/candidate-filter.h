@@ -41,6 +41,8 @@ class CCandidateFilter {
   // Of the candidates at `positions`, in ascending order, those that a second, tighter test keeps: bit i for
   // positions[i]. Of the unit length that candidates() was called for last.
   std::uint64_t still_candidates(const char* const* positions, std::size_t count);
+  // Whether there is such a test; otherwise all are kept.
+  bool has_tighter_test() const { return plan.is_tested_again; }
 
  private:
   symbol_range record;
