@@ -53,8 +53,22 @@ packages_to_test_workflow=(
   slurm-wlm      # the cluster on which it is tested
   munge          # the same
 )
+packages_to_test_python=(
+  pybind11-dev       # what the Python package is built with
+  python3-pybind11   # the same, as pip asks for it
+  python3-dev        # the same
+  python3-pip        # builds it
+  python3-setuptools # the same
+  python3-wheel      # the same
+  python3-pytest     # its tests
+  python3-pandas     # takes repeats in one of them
+  mypy               # the check of its types
+)
 packages_to_package=(
   debhelper       # builds the package
+  dh-python       # the same, for Python
+  pybind11-dev    # the same
+  python3-dev     # the same
   build-essential # what a build of any package may use
 )
 packages_to_test_package=(
