@@ -30,7 +30,7 @@ build_program() {
   say "Building quarvo in $build"
   {
     cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Release -DQUARVO_BUILD_BENCH=ON &&
-      cmake --build "$build" --parallel 2 --target quarvo quarvo-measure
+      cmake --build "$build" --parallel 2 --target quarvo quarvo-scan quarvo-measure
   } >"$work/build.log" 2>&1 || die "the program could not be built: $(tail -n 20 "$work/build.log")"
   PATH=$(cd "$build" && pwd):$PATH
 }

@@ -71,7 +71,8 @@ std::string joined(const std::vector<std::string>& names) {
 class CScan {
  public:
   explicit CScan(unsigned its_threads)
-      : threads(its_threads), input(scan_options.inputs, static_cast<int>(threads), mask() != no_mask) {}
+      : threads(its_threads),
+        input(scan_options.inputs, static_cast<int>(threads), mask() != no_mask && !global_mask_repeats) {}
 
   // The steps of a run; each returns 0 or the status with which the run ends.
   int read_names();
@@ -144,15 +145,16 @@ int CScan::open() {
     return end_with(companion_status::not_written,
                     "Sorry! The output has an index already. To replace it, give --force.\n");
   }
-  const auto open_file = [&](CConvertedFile& file, const std::string& name) {
-    return open_output(file, name, read, scan_options.force, static_cast<int>(threads));
+  const auto open_file = [&](CConvertedFile& file, const std::string& name, bool may_replace) {
+    return open_output(file, name, read, may_replace, static_cast<int>(threads));
   };
-  if (!open_file(output, scan_options.output)) return companion_status::not_written;
+  if (!open_file(output, scan_options.output, scan_options.force)) return companion_status::not_written;
   if (mask() != no_mask) {
     if (scan_options.masked == scan_options.output) {
       return end_with(companion_status::not_written, "Sorry! Output and masked file are one file.\n");
     }
-    if (!open_file(masked, scan_options.masked)) return companion_status::not_written;
+    const bool may_replace = scan_options.force || global_mask_repeats;
+    if (!open_file(masked, scan_options.masked, may_replace)) return companion_status::not_written;
   }
   results = output.stream();
   if (is_converted()) {
@@ -191,7 +193,9 @@ std::shared_ptr<batch> CScan::read_batch() {
       progress->add_searched(0, static_cast<double>(record->bytes));
       continue;
     }
-    symbols += record->molecule.symbols.length;
+    const faststring& its_symbols = record->molecule.symbols;
+    if (global_mask_repeats) record->letters.assign(its_symbols.buffer, its_symbols.buffer + its_symbols.length);
+    symbols += its_symbols.length;
     all->records.push_back(std::move(record));
   }
   return all->records.empty() || status != 0 ? nullptr : all;

@@ -30,10 +30,11 @@ def search_whole(program: Path, directory: Path, options: list[str], output: str
     return Written((directory / output).read_bytes(), read_if_there(directory / "genome.fa.masked"))
 
 
-def search_shard(program: Path, directory: Path, shard: int, options: list[str]) -> int:
+def search_shard(program: Path, directory: Path, shard: int, options: list[str], threads: int = 1) -> int:
     """The exit status; the log is `directory`/shard.log."""
     masked = f"masked-{shard}" if "--maskX" in options else "-"
-    command = [str(SCRIPTS / "search-shard"), str(program), "plan.tsv", f"shards/{shard}.fa"]
+    searcher = program if threads == 1 else program.with_name("quarvo-scan")
+    command = [str(SCRIPTS / "search-shard"), str(searcher), str(threads), "plan.tsv", f"shards/{shard}.fa"]
     command += [f"results-{shard}", masked, f"{shard}.log", *options]
     return subprocess.run(command, cwd=directory, check=False).returncode
 
@@ -55,10 +56,12 @@ def output_format(options: list[str]) -> str:
     return options[options.index("--outputFormat") + 1] if "--outputFormat" in options else "1"
 
 
-def search_in_shards(program: Path, genome: Path, directory: Path, options: list[str], shards: int) -> Written:
+def search_in_shards(
+    program: Path, genome: Path, directory: Path, options: list[str], shards: int, threads: int = 1
+) -> Written:
     count = split_genome(genome, directory, shards)
     for shard in range(count):
-        assert search_shard(program, directory, shard, options) == 0
+        assert search_shard(program, directory, shard, options, threads) == 0
     results = gather_files(directory, "results", output_format(options), count, directory / "results.txt")
     if "--maskX" not in options:
         return Written(results, None)

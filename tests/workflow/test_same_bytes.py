@@ -21,14 +21,16 @@ WITH_FLANKS = [f"--outputFormat {form} --flanking 7 --maskX" for form in range(5
 FILES = {"many": genomes.many_records, "large": genomes.large_records}
 
 
-def compare(program: Path, directory: Path, text: bytes, options: list[str], counts: tuple[int, ...]) -> None:
+def compare(
+    program: Path, directory: Path, text: bytes, options: list[str], counts: tuple[int, ...], threads: int = 1
+) -> None:
     genome = directory / "genome.fa"
     genome.write_bytes(text)
     whole = shards.search_whole(program, directory, options)
     for count in counts:
         place = directory / str(count)
         place.mkdir()
-        assert shards.search_in_shards(program, genome, place, options, count) == whole, (options, count)
+        assert shards.search_in_shards(program, genome, place, options, count, threads) == whole, (options, count)
 
 
 @pytest.mark.parametrize("options", OUTPUTS + WITH_FLANKS)
@@ -53,8 +55,9 @@ def test_odd_files(program: Path, tmp_path: Path, name: str) -> None:
 
 @pytest.mark.parametrize("seed", range(30))
 def test_random_files_and_options(program: Path, tmp_path: Path, seed: int) -> None:
+    threads = 1 + seed % 3
     source = random.Random(seed)
     switches = ("--sequenceInfoAsComment", "--maskX", "--NsAsMissense", "--preferShorterRepeats")
     options = source.choice(OUTPUTS + WITH_FLANKS).split() + ["--minScore", source.choice("36")]
     options += [switch for switch in switches if switch not in options and source.random() < 0.4]
-    compare(program, tmp_path, genomes.odd_genome(seed), options, (source.choice((1, 2, 3, 16)),))
+    compare(program, tmp_path, genomes.odd_genome(seed), options, (source.choice((1, 2, 3, 16)),), threads)

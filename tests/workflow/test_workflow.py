@@ -30,6 +30,7 @@ class Project:
         self.directory = directory
         self.program = program
         self.converter = program.with_name("quarvo-convert")
+        self.scanner = program.with_name("quarvo-scan")
         self.command: list[str | Path] = ["snakemake", "--snakefile", ROOT / "workflow/Snakefile"]
         self.command += ["--directory", directory]
         (directory / "config").mkdir(parents=True)
@@ -37,7 +38,7 @@ class Project:
 
     def configure(self, **config: object) -> None:
         """YAML is a superset of JSON."""
-        text = json.dumps({"program": str(self.program), "converter": str(self.converter), **config})
+        text = json.dumps({"program": str(self.program), "converter": str(self.converter), "scanner": str(self.scanner), **config})
         (self.directory / "config/config.yaml").write_text(text)
 
     def snakemake(self, *arguments: str) -> subprocess.CompletedProcess[str]:
@@ -104,14 +105,14 @@ def calls(project: Project) -> list[str]:
     return lines
 
 
-@pytest.mark.parametrize(("form", "shards"), [(0, 3), (1, 16), (2, 1), (3, 3), (4, 16)])
-def test_same_bytes_as_one_run(project: Project, form: int, shards: int) -> None:
+@pytest.mark.parametrize(("form", "shards", "threads"), [(0, 3, 1), (1, 16, 2), (2, 1, 3), (3, 3, 1), (4, 16, 1)])
+def test_same_bytes_as_one_run(project: Project, form: int, shards: int, threads: int) -> None:
     names = ("genomes/many.fa", "./genomes/large genome.fasta.gz")
     project.directory.joinpath(names[0]).write_bytes(genomes.many_records())
     project.directory.joinpath(names[1]).write_bytes(gzip.compress(genomes.large_records()))
     options = {"outputFormat": form, "maxUnitLen": 8, "flanking": 5, "maskX": True, "minScore_b": 1.5}
     conversions = {} if form in (2, 4) else CONVERSIONS
-    project.configure(genomes=names, shards=shards, options=options, convert=list(conversions))
+    project.configure(genomes=names, shards=shards, threads=threads, options=options, convert=list(conversions))
     project.run()
 
     words = f"--outputFormat {form} --maxUnitLen 8 --flanking 5 --maskX --minScore_b 1.5".split()

@@ -144,6 +144,7 @@ def search_memory(wildcards, attempt):
 
 def search_minutes(wildcards, attempt):
     total, _ = shard_sizes(wildcards.genome)[int(wildcards.shard)]
+    total /= config["threads"]
     return attempt * (10 + round(total * config["seconds_per_megabase"] / 60))
 
 

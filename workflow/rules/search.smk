@@ -32,19 +32,20 @@ rule search:
         results=temp("work/{genome}/results/{shard}"),
         masked=temp("work/{genome}/masked/{shard}") if OPTIONS["maskX"] else [],
     params:
-        program=config["program"],
+        program=config["program"] if config["threads"] == 1 else config["scanner"],
         options=option_words(),
         masked=lambda wildcards, output: output.masked or "-",
     log:
         "logs/{genome}/search-{shard}.log",
     conda:
         "../envs/python.yaml"
+    threads: config["threads"]
     resources:
         mem_mb=search_memory,
         runtime=search_minutes,
     shell:
-        "search-shard {params.program:q} {input.plan:q} {input.records:q} {output.results:q} {params.masked:q} {log:q}"
-        " {params.options:q}"
+        "search-shard {params.program:q} {threads} {input.plan:q} {input.records:q} {output.results:q}"
+        " {params.masked:q} {log:q} {params.options:q}"
 
 
 rule gather:

@@ -110,12 +110,9 @@ std::vector<option_row> own_rows() {
   };
 }
 
-// Those that name files of quarvo's own are not taken over.
-bool is_taken_over(const option_row& row) { return !is_plain_words(row) && std::string_view(row.long_name) != "maskX"; }
-
 std::vector<option_row> all_rows() {
   std::vector<option_row> rows;
-  std::ranges::copy_if(option_table(), std::back_inserter(rows), is_taken_over);
+  std::ranges::remove_copy_if(option_table(), std::back_inserter(rows), is_plain_words);
   const std::vector<option_row> own = own_rows();
   rows.insert(rows.end(), own.begin(), own.end());
   return rows;
@@ -207,6 +204,16 @@ int refuse(const char* text) {
   return companion_status::command_line;
 }
 
+// The masked file of quarvo: beside the one input, replaced if it exists, its other symbols as they are searched.
+int settle_maskX() {
+  if (scan_options.mask != no_mask || scan_options.inputs.size() != 1 || scan_options.inputs[0].starts_with("/dev/")) {
+    return refuse("Sorry, --maskX is for one file of input, and not together with --mask.\n");
+  }
+  scan_options.mask = X_mask;
+  scan_options.masked = scan_options.inputs[0] + ".masked";
+  return 0;
+}
+
 // What the values must be together.
 int check_values() {
   scan_options.to = output_of_word(scan_options.to);
@@ -223,7 +230,7 @@ int check_values() {
   if ((scan_options.mask == no_mask) != scan_options.masked.empty()) {
     return refuse("Sorry, --mask takes a kind and a file: --mask soft masked.fa.\n");
   }
-  return 0;
+  return global_mask_repeats ? settle_maskX() : 0;
 }
 
 }  // namespace
