@@ -46,6 +46,8 @@ void CCandidateFilter::find_candidates() {
       return run_program();
     case first_sieve::batches:
       return run_batches();
+    case first_sieve::windows:
+      return run_windows();
     case first_sieve::potential:
       return run_potential();
     case first_sieve::everything:
@@ -88,18 +90,35 @@ void CCandidateFilter::run_batches() {
   }
 }
 
-// Together with this unit length longer ones are tested, as many as the plan has and as cost no more.
+// For this unit length and the longer ones that have the same first sieve.
+CPotentialFilter::settings CCandidateFilter::settings_for_all() const {
+  CPotentialFilter::settings settings{bound.mismatch_penalty,
+                                      bound.indel_penalty,
+                                      rules.prefer_longer,
+                                      rules.passes_over_Ns,
+                                      bound.L,
+                                      bound.L,
+                                      [this](unsigned L) { return min_scores[L]; }};
+  while (settings.longest < longest_unit && plan_of(settings.longest + 1).first() == plan.first()) ++settings.longest;
+  return settings;
+}
+
+// Of shorter units windows leave so much that the potential, which tells more, is worth its price.
+void CCandidateFilter::run_windows() {
+  if (!windows.was_run()) windows.run(sequence, length, settings_for_all(), record);
+  if (windows.has(bound.L) && bound.L > windows.longest_with_many()) {
+    windows.place(bound.L, kept);
+  } else {
+    run_potential();
+  }
+}
+
+// As many unit lengths are tested together as cost no more.
 void CCandidateFilter::run_potential() {
   if (!potential.has(bound.L)) {
-    CPotentialFilter::settings settings{bound.mismatch_penalty,
-                                        bound.indel_penalty,
-                                        rules.prefer_longer,
-                                        rules.passes_over_Ns,
-                                        bound.L,
-                                        bound.L,
-                                        [this](unsigned L) { return min_scores[L]; }};
-    while (settings.longest < longest_unit && plan_of(settings.longest + 1).first() == first_sieve::potential) {
-      ++settings.longest;
+    CPotentialFilter::settings settings = settings_for_all();
+    if (plan.first() == first_sieve::windows) {
+      settings.longest = std::clamp(windows.longest_with_many(), bound.L, settings.longest);
     }
     settings.longest = CPotentialFilter::longest_alike(settings);
     potential.run(sequence, length, settings, record);

@@ -10,6 +10,7 @@
 #include "potential-filter.h"
 #include "scoring.h"
 #include "sieve-plan.h"
+#include "window-filter.h"
 
 // Which candidates of imperfect mode are worth extending.
 //
@@ -57,6 +58,7 @@ class CCandidateFilter {
   alignment_bound bound{};
   CBitPlanes planes;
   CPotentialFilter potential;
+  CWindowFilter windows;
   CBatchBound batch;
   CPositionSet kept;
 
@@ -67,6 +69,8 @@ class CCandidateFilter {
   void run_kernel();
   void run_program();
   void run_batches();
+  CPotentialFilter::settings settings_for_all() const;
+  void run_windows();
   void run_potential();
   void test_clusters(unsigned size);
   const CBitPlanes& planes_for(int reach);

@@ -6,6 +6,7 @@
 
 #include "batch-bound.h"
 #include "potential-filter.h"
+#include "window-filter.h"
 
 namespace {
 
@@ -30,6 +31,11 @@ bool has_kernel_for_short(const question& q) {
 
 bool is_short(const question& q) { return q.is_short(); }
 
+bool is_for_windows(const question& q) {
+  return CWindowFilter::applies(q.bound.L, q.bound.mismatch_penalty, q.bound.indel_penalty, q.bound.T) &&
+         CWindowFilter::pays(q.bound, q.record_length);
+}
+
 // The potential costs the same for every unit length and keeps less the longer the unit is, while the bit planes cost
 // more with the square of it.
 bool is_for_potential(const question& q) {
@@ -53,6 +59,8 @@ constexpr std::array rows{
               "a short record, units up to 12, and the default scoring"},
     sieve_row{first_sieve::batches, "runs, batches", is_short, false, false,
               "a short record, and scores that fit a byte"},
+    sieve_row{first_sieve::windows, "windows or potential", is_for_windows, true, true,
+              "units from 128 on in long records; penalties of 5 or more, a minimum score above 3"},
     sieve_row{
         first_sieve::potential, "potential", is_for_potential, true, true,
         "units from 21 on, or from 16 on with a penalty below 5; penalties of 3 or more, a minimum score above 3"},

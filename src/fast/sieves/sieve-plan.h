@@ -43,7 +43,7 @@ struct sieve_question {
   bool is_at_hand(int distance) const { return static_cast<std::size_t>(distance) <= reach; }
 };
 
-enum class first_sieve { nothing, kernel, program, batches, potential, everything };
+enum class first_sieve { nothing, kernel, program, batches, windows, potential, everything };
 
 struct sieve_row {
   first_sieve first;  // what finds the candidates

@@ -50,6 +50,9 @@ TEST_F(SievePlan, OfLongerRecords) {
   EXPECT_EQ(plan(128, longer).clusters, (sizes{64, 16}));
   EXPECT_EQ(plan(129, longer).clusters, (sizes{64, 0}));
   EXPECT_TRUE(plan(5, longer).is_tested_again);
+  expect(21, 127, 1000000, first_sieve::potential);
+  expect(128, 3000, 1000000, first_sieve::windows);
+  EXPECT_EQ(plan(129, 1000000).clusters, (sizes{64, 0}));
   EXPECT_TRUE(plan(2000, 1000000).is_tested_again);
   EXPECT_FALSE(plan(2001, 1000000).is_tested_again);
   EXPECT_EQ(plan(2001, 1000000).clusters, (sizes{0, 0}));
