@@ -11,7 +11,7 @@ RUN apt-get update && apt-get install -y --no-install-recommends \
 WORKDIR /quarvo
 COPY . .
 RUN scripts/build-static
-RUN mkdir /programs && cp build/static/quarvo build/static/quarvo-convert build/static/quarvo-report /programs
+RUN mkdir /programs && cp build/static/quarvo build/static/quarvo-convert build/static/quarvo-report build/static/quarvo-scan /programs
 
 FROM debian:bookworm-slim AS shell
 COPY --from=build /programs /usr/local/bin

@@ -5,6 +5,7 @@ find_path(QUARVO_TCLAP_INCLUDE_DIR tclap/CmdLine.h REQUIRED)
 mark_as_advanced(QUARVO_TCLAP_INCLUDE_DIR)
 
 include(cmake/highway.cmake)
+include(cmake/tbb.cmake)
 
 # zlib1g-dev: compressed input.
 find_package(ZLIB REQUIRED)
