@@ -5,7 +5,6 @@
 #include "edit-outlook.h"
 #include "layered-choice.h"
 #include "look-ahead.h"
-#include "return-bound.h"
 #include "run-ends.h"
 #include "symbols-ahead.h"
 
@@ -14,7 +13,7 @@
 //
 // An extension has no future when the scores that it needs to keep more than its best end lie out of reach. The
 // look-ahead of a choice shows it when no edit is admissible any more before its depth is used up: then it has followed
-// all paths there are, and that of the extension is among them. Otherwise return-bound.h may.
+// all paths there are, and that of the extension is among them.
 //
 // Premise: the score reduction is unlimited.
 
@@ -22,7 +21,6 @@
 struct edit_choice_space {
   CRunEnds run_ends;
   CSymbolsAhead ahead;
-  CReturnBound return_bound;
   layered_states states;
 };
 
@@ -38,8 +36,7 @@ class CEditChoice {
   // no path of any number of edits leads to a score of `needed`; is_hopeless() tells the second case.
   edit choose(const extension_state& from, unsigned char depth, int needed) {
     const edit_outlook outlook = look_ahead(from, depth);
-    hopeless =
-        outlook.chosen != edit::none && outlook.highest < needed && !(outlook.is_cut && may_return(from, needed));
+    hopeless = outlook.chosen != edit::none && outlook.highest < needed && !outlook.is_cut;
     return hopeless ? edit::none : outlook.chosen;
   }
 
@@ -52,8 +49,6 @@ class CEditChoice {
   edit_choice_space& space;
   std::optional<CLayeredChoice<Direction>> by_layers;
   bool hopeless = false;
-  int choices_to_wait = 0;
-  int next_wait = 1;
 
   edit_outlook look_ahead(const extension_state& from, unsigned char depth) {
     CRunEnds& run_ends = space.run_ends;
@@ -63,17 +58,5 @@ class CEditChoice {
     }
     if (!by_layers) by_layers.emplace(rules, unit, end, space.states);
     return by_layers->choose(from, depth);
-  }
-
-  // Where paths were seen to return, the bound is tried again after 1, 2, 4, ... choices.
-  bool may_return(const extension_state& from, int needed) {
-    if (choices_to_wait > 0) {
-      --choices_to_wait;
-      return true;
-    }
-    if (!space.return_bound.may_return<Direction>(from, unit, end, rules, needed)) return false;
-    choices_to_wait = next_wait;
-    next_wait *= 2;
-    return true;
   }
 };

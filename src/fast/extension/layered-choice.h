@@ -7,7 +7,8 @@
 
 #include "edit-outlook.h"
 #include "look-ahead.h"
-#include "match-window.h"
+#include "perfect-run.h"
+#include "three-edits.h"
 
 // Which edit an extension makes at a mismatch, found in one pass instead of one look-ahead for each alternative.
 //
@@ -29,13 +30,14 @@ struct layered_states {
   static constexpr int none = -1;
 
   struct state {
-    window_state at;
+    extension_state at;
+    int diagonal;  // unit symbols minus sequence symbols consumed by edits, in the range that stands for all
     edit first;
     int older;  // the state placed before on the same diagonal
   };
 
   struct diagonal_states {
-    std::uint64_t offsets = 0;  // bit i % 64: there may be a state at offset i
+    std::uint64_t offsets = 0;  // bit i % 64: there may be a state i symbols from the mismatch
     int newest = none;
   };
 
@@ -49,13 +51,10 @@ class CLayeredChoice {
  public:
   CLayeredChoice(const scoring& its_rules, const CUnitText& its_unit, const char* its_end, layered_states& its_space)
       : rules(its_rules),
-        window(its_unit, its_end, its_rules.passes_over_Ns, its_rules.recursion_depth),
-        space(its_space) {
-    const std::int64_t lowest = rules.least_after_edit(its_unit.length());
-    least_for_mismatch = at_least(lowest - rules.mismatch_score);
-    least_for_indel = at_least(lowest - rules.indel_score);
-    least_for_any = std::min(least_for_mismatch, least_for_indel);
-  }
+        unit(its_unit),
+        end(its_end),
+        space(its_space),
+        lowest(rules.least_after_edit(its_unit.length())) {}
 
   // The choice at a mismatch reached after `depth` edits of the look-ahead.
   edit_outlook choose(const extension_state& from, unsigned char depth) {
@@ -63,7 +62,8 @@ class CLayeredChoice {
     chosen = edit::none;
     space.states.clear();
     space.diagonals_in_use = 0;
-    space.states.push_back({window.enter(from), edit::none, no_state});
+    start = from.s;
+    space.states.push_back({from, 0, edit::none, no_state});
     layer_begin = 0;
     is_cut = false;
     do {
@@ -80,21 +80,17 @@ class CLayeredChoice {
   static constexpr int no_state = layered_states::none;
 
   scoring rules;
-  CMatchWindow<Direction> window;
+  const CUnitText& unit;
+  const char* end;
   layered_states& space;
-  int least_for_mismatch;  // the score that an edit needs before it
-  int least_for_indel;
-  int least_for_any;
+  std::int64_t lowest;  // the least score after an edit
+  const char* start = nullptr;
   int highest = 0;
   edit chosen = edit::none;
   bool is_last = false;         // no edit of the look-ahead may follow those of this layer
   bool is_cut = false;          // one would be admissible
   std::size_t layer_begin = 0;  // the layer being left is states [layer_begin, layer_end)
   std::size_t layer_end = 0;
-
-  static int at_least(std::int64_t score) {
-    return static_cast<int>(std::min<std::int64_t>(score, std::numeric_limits<int>::max()));
-  }
 
   static edit mark(const state& from, edit made) { return from.first == edit::none ? made : from.first; }
 
@@ -109,15 +105,16 @@ class CLayeredChoice {
   }
 
   void place_edits(const state& from) {
-    const auto [offset, diagonal, score] = from.at;
-    if (score >= least_for_mismatch) {
-      place({{offset + 1, diagonal, score + rules.mismatch_score}, mark(from, edit::mismatch), no_state});
-    }
-    if (score >= least_for_indel) {
-      const int less = score + rules.indel_score;
-      place({{offset + 1, window.reduced(diagonal - 1), less}, mark(from, edit::insertion), no_state});
-      place({{offset, window.reduced(diagonal + 1), less}, mark(from, edit::deletion), no_state});
-    }
+    each_edit<Direction>(from.at, rules, unit.length(), lowest, [&](edit made, const extension_state& after) {
+      const int moved = made == edit::deletion ? 1 : made == edit::insertion ? -1 : 0;
+      place({after, reduced(from.diagonal + moved), mark(from, made), no_state});
+    });
+  }
+
+  // Diagonals the unit length apart are one.
+  int reduced(int diagonal) const {
+    if (diagonal > unit.length() / 2) return diagonal - unit.length();
+    return diagonal < -(unit.length() - 1) / 2 ? diagonal + unit.length() : diagonal;
   }
 
   void note(int score, edit first) {
@@ -128,10 +125,10 @@ class CLayeredChoice {
 
   // Moves the state to the end of its perfect run and, if edits may follow there, into the next layer.
   void place(state added) {
-    const bool is_followed = window.run_on(added.at);
-    const int score = added.at.score;
-    note(score, added.first);
-    if (!is_followed || score < least_for_any) return;
+    run_on<Direction>(added.at, unit, end, rules.passes_over_Ns);
+    note(added.at.score, added.first);
+    const int cheaper = std::max(rules.mismatch_score, rules.indel_score);
+    if (added.at.s == end || static_cast<std::int64_t>(added.at.score) + cheaper < lowest) return;
     if (is_last) {
       is_cut = true;
     } else {
@@ -145,10 +142,10 @@ class CLayeredChoice {
 
   // Adds the state unless one at its place, in this layer or with fewer edits in one before, can do as well.
   void merge(state& added) {
-    const std::size_t index = index_of(added.at.diagonal);
+    const std::size_t index = index_of(added.diagonal);
     while (index >= space.diagonals_in_use) use_next_diagonal();
     diagonal_states& diagonal = space.diagonals[index];
-    const std::uint64_t bit = std::uint64_t{1} << (static_cast<unsigned>(added.at.offset) % 64);
+    const std::uint64_t bit = std::uint64_t{1} << (Direction::left_over(start, added.at.s) % 64);
     if ((diagonal.offsets & bit) != 0 && is_merged(added, diagonal)) return;
     diagonal.offsets |= bit;
     added.older = diagonal.newest;
@@ -164,7 +161,7 @@ class CLayeredChoice {
   bool is_merged(const state& added, const diagonal_states& diagonal) {
     for (int i = diagonal.newest; i != no_state; i = space.states[static_cast<std::size_t>(i)].older) {
       state& other = space.states[static_cast<std::size_t>(i)];
-      if (other.at.offset != added.at.offset) continue;
+      if (other.at.s != added.at.s) continue;
       if (other.at.score > added.at.score || (other.at.score == added.at.score && other.first <= added.first)) {
         return true;
       }

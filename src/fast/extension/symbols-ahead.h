@@ -23,7 +23,7 @@ void compare_ahead(const char* symbols, const char* text, std::size_t diagonals,
 class CSymbolsAhead {
  public:
   static constexpr int size = 64;
-  static constexpr int most_radius = 32;
+  static constexpr int most_radius = 8;
 
   // For an extension of the unit up to `end`, which is not reached yet. Diagonals up to `its_radius` off are compared.
   template <typename Direction>

@@ -76,57 +76,10 @@ class CPlainOutlook {
   }
 };
 
-// Whether a path that edits wherever it likes has the needed score after an edit; all paths that stand at one place
-// with one score are one.
-template <typename Direction>
-bool comes_back_plainly(const extension_state& from, const CUnitText& unit, const char* end, const scoring& rules,
-                        int needed) {
-  const int L = unit.length();
-  const int floor = -L - rules.prefer_longer;
-  std::vector<int> scores(static_cast<std::size_t>(L), floor);
-  std::vector<int> next(scores);
-  const auto at = [L](int u) { return static_cast<std::size_t>((u % L + L) % L); };
-  const auto take = [floor](int& score, int other) {
-    if (other > floor) score = std::max(score, other);
-  };
-  scores[at(from.u)] = from.score;
-  bool is_first = true;
-  for (const char* s = from.s; s != end; s = Direction::step(s), is_first = false) {
-    std::fill(next.begin(), next.end(), floor);
-    const bool is_N = Direction::ahead(s) == 'N' && rules.passes_over_Ns;
-    for (int round = 0; round < 2 * L && !is_N; ++round) {
-      const int u = round % L;
-      const int further = Direction::unit_step(u, L);
-      if (scores[at(u)] > floor) take(scores[at(further)], scores[at(u)] + rules.indel_score);
-      const int back = L - 1 - u;
-      if (scores[at(back)] > floor) {
-        take(scores[at(Direction::unit_step(back, L))], scores[at(back)] + rules.indel_score);
-      }
-    }
-    for (int u = 0; u < L; ++u) {
-      const int score = scores[at(u)];
-      if (score <= floor) continue;
-      int& aligned = next[at(Direction::unit_step(u, L))];
-      if (is_N) {
-        take(aligned, score);
-      } else {
-        take(aligned, Direction::ahead(s) == unit.begin()[u] ? score + 1 : score + rules.mismatch_score);
-        take(next[at(u)], score + rules.indel_score);
-      }
-    }
-    scores.swap(next);
-    if (is_first && is_N) ADD_FAILURE() << "an extension does not choose at an N";
-    if (*std::max_element(scores.begin(), scores.end()) >= needed) return true;
-  }
-  return false;
-}
-
 struct choice_counts {
   int choices = 0;
   int known = 0;  // made by run ends alone
   int cut = 0;
-  int bounds = 0;  // asked whether an extension may return
-  int refuted = 0;
 };
 
 // Goes with an extension from choice to choice, far beyond where it would end.
@@ -141,11 +94,9 @@ class CChecker {
   void go(extension_state at) {
     CPlainOutlook<Direction> plain(rules, unit, end);
     CLayeredChoice<Direction> by_layers(rules, unit, end, space.states);
-    int best = at.score;
     for (int steps = 0; steps < 40; ++steps) {
       run_on<Direction>(at, unit, end, rules.passes_over_Ns);
       if (at.s == end) return;
-      best = std::max(best, at.score);
       const edit_outlook expected = plain.of(at);
       // Where layers share places, what a state with fewer edits does shows that nothing is cut.
       edit_outlook layered = by_layers.choose(at, 0);
@@ -160,7 +111,6 @@ class CChecker {
         }
       }
       if (expected.chosen == edit::none) return;
-      check_return(at, best - rules.prefer_longer);
       if (::testing::Test::HasFailure()) return;
       make(at, expected.chosen);
     }
@@ -179,13 +129,6 @@ class CChecker {
     ASSERT_EQ(found.highest, expected.highest) << how;
     ASSERT_EQ(found.is_cut, expected.is_cut) << how;
     counts.cut += found.is_cut ? 1 : 0;
-  }
-
-  void check_return(const extension_state& at, int needed) {
-    ++counts.bounds;
-    if (space.return_bound.template may_return<Direction>(at, unit, end, rules, needed)) return;
-    ++counts.refuted;
-    ASSERT_FALSE(comes_back_plainly<Direction>(at, unit, end, rules, needed)) << "needed " << needed;
   }
 
   void make(extension_state& at, edit chosen) const {
@@ -234,8 +177,6 @@ TEST_P(EditChoice, IsThatOfAllPathsOnEveryChoiceOfWholeExtensions) {
   EXPECT_GT(counts.known, counts.choices * 7 / 10);
   EXPECT_GT(counts.known, 1000);
   EXPECT_GT(counts.cut, 300);
-  EXPECT_GT(counts.refuted, 100);
-  EXPECT_GT(counts.bounds - counts.refuted, 100);
 }
 
 INSTANTIATE_TEST_SUITE_P(Depths, EditChoice, ::testing::Range(1, CRunEnds::most_edits + 1),
@@ -258,19 +199,6 @@ TEST(RunEnds, ApplyWithinTheirPremisesAlone) {
   EXPECT_FALSE(apply_with([](scoring& r) { r.score_reduction = 1000; }));
   EXPECT_FALSE(apply_with([](scoring& r) { r.mismatch_score = -61; }));
   EXPECT_FALSE(apply_with([](scoring& r) { r.indel_score = 0; }));
-}
-
-// Where scores rise above what is needed, or nothing dies out, the bound must not refuse.
-TEST(ReturnBound, AllowsWhatAPathReaches) {
-  const scoring rules{-5, -5, unlimited, 1, 5, true, 2};
-  CUnitText unit;
-  const std::string text = "ACGTT" + std::string("CACGTTACGTTACGTT");
-  unit.set(text.data(), text.data() + 5);
-  const extension_state at{text.data() + 5, 0, 10};
-  const char* const end = text.data() + text.size();
-  CReturnBound bound;
-  EXPECT_TRUE(bound.may_return<rightwards>(at, unit, end, rules, 20));
-  EXPECT_FALSE(bound.may_return<rightwards>(at, unit, end, rules, 21));
 }
 
 }  // namespace
