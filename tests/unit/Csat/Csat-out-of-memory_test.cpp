@@ -7,19 +7,8 @@
 #include <cstdlib>
 
 #include "Csat.h"
+#include "support/sanitizers.h"
 #include "support/test-record.h"
-
-// The sanitizer reserves more address space than any limit would leave.
-#if defined(__SANITIZE_ADDRESS__)
-#define QUARVO_HAS_ADDRESS_SANITIZER 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define QUARVO_HAS_ADDRESS_SANITIZER 1
-#endif
-#endif
-#ifndef QUARVO_HAS_ADDRESS_SANITIZER
-#define QUARVO_HAS_ADDRESS_SANITIZER 0
-#endif
 
 namespace {
 
@@ -37,7 +26,7 @@ constexpr rlim_t limit_in_bytes = rlim_t{1} << 28;
 }
 
 TEST(OutOfMemory, ForTheEditsOfARepeatEndsTheProcessWithStatusZeroAndAMessage) {
-  if (QUARVO_HAS_ADDRESS_SANITIZER != 0) GTEST_SKIP() << "no memory limit under the address sanitizer";
+  if (has_address_sanitizer) GTEST_SKIP() << "the address sanitizer reserves more than any limit would leave";
   EXPECT_EXIT(add_edits_until_memory_runs_out(), ::testing::ExitedWithCode(0),
               "^Program aborded due to failed realloc!\n$");
 }
