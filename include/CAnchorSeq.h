@@ -38,8 +38,6 @@ class CAnchorSeq {
   // Makes every position free again, guards included.
   void free_all() { std::memset(buffer.get(), anchor, static_cast<std::size_t>(length) + 2); }
 
-  bool is_free(const char* position) const { return mask_begin[position - seq_begin] == anchor; }
-
   // True when a unit of L symbols may start at p, beside what accepted repeats cover: p is free, and so is the last
   // symbol of the unit or the one after it; or the last symbol is free, and so is the one in front of p.
   bool may_anchor(const char* p, unsigned L) const {

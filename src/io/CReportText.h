@@ -51,11 +51,6 @@ class CReportText {
     return right_aligned(digits, static_cast<unsigned>(end - digits), width);
   }
 
-  CReportText& repeated(char c, std::size_t times) {
-    bytes.append(times, c);
-    return *this;
-  }
-
   // Starts again with no text, in the same memory.
   CReportText& clear() {
     bytes.clear();
