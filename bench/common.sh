@@ -52,6 +52,7 @@ genome_file() {
   case $1 in
     human) echo human_chr20_5_15Mb.fa ;;
     subtelomere) echo human_chr20_subtelomere_500kb.fa ;;
+    pericentromere) echo human_pericentromere_700kb.fa ;;
     at-rich) echo dictyostelium_2mb.fa ;;
     hairpins*) echo mirbase_hairpin_rna.fa ;;
     cdna*) echo dictyostelium_cdna.fa ;;
