@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 #include "CDnaString.h"
 #include "CReportText.h"
@@ -111,7 +112,7 @@ class CSatReport {
 
   repeat_layout layout() const { return {global_print_sat_mode, global_treat_Ns_as_missense, global_flanking > 0}; }
 
-  void append(CReportText& line, const repeat_column& column) const {
+  [[gnu::always_inline]] void append(CReportText& line, const repeat_column& column) const {
     switch (column.field) {
       case repeat_field::unit_name:
         append_repeat_name(line, sat.unit_length());
@@ -167,15 +168,21 @@ class CSatReport {
     }
   }
 
+  // Written out for each column, as it is known when this is compiled: results may hold more numbers than symbols.
+  template <std::size_t i>
+  [[gnu::always_inline]] void append_line_column(CReportText& line, const repeat_layout& its_layout) const {
+    constexpr const repeat_column& column = line_columns[i];
+    if (!its_layout.has(column.presence)) return;
+    if (column.field == repeat_field::unit) line.text(unit_label(its_layout));
+    append(line, column);
+    line.text(column.after);
+  }
+
   void write_lines(std::FILE* out) {
     const repeat_layout its_layout = layout();
     CReportText& line = its_text.clear();
-    for (const repeat_column& column : line_columns) {
-      if (!its_layout.has(column.presence)) continue;
-      if (column.field == repeat_field::unit) line.text(unit_label(its_layout));
-      append(line, column);
-      line.text(column.after);
-    }
+    [&]<std::size_t... i>(std::index_sequence<i...>) { (append_line_column<i>(line, its_layout), ...); }
+    (std::make_index_sequence<line_columns.size()>{});
     line.symbol('\n');
     if (its_layout.is_extended()) append_missense(line);
     append_sequence_block(line);

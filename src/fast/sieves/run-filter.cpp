@@ -19,8 +19,14 @@ namespace hn = hwy::HWY_NAMESPACE;
 
 template <bool Ns_match>
 HWY_INLINE std::uint64_t matches_of_64(const std::uint8_t* a, const std::uint8_t* b) {
-  using quarvo_symbol_bits::HWY_NAMESPACE::equal_64;
-  return Ns_match ? equal_64(a, b) | equal_64(a, 'N') | equal_64(b, 'N') : equal_64(a, b);
+  return quarvo_symbol_bits::HWY_NAMESPACE::bits_of_64([&](auto d, std::size_t i) {
+    const auto symbols = hn::LoadU(d, a + i);
+    const auto others = hn::LoadU(d, b + i);
+    const auto equal = hn::Eq(symbols, others);
+    if (!Ns_match) return equal;
+    const auto Ns = hn::Set(d, std::uint8_t{'N'});
+    return hn::Or(equal, hn::Or(hn::Eq(symbols, Ns), hn::Eq(others, Ns)));
+  });
 }
 
 // Sets bit i of `words` where a[i] and b[i] are equal (or one is an N, if N's match), for so many positions; the other
