@@ -111,7 +111,7 @@ std::string with_worn_repeat(CRandomDna& random, int L, int penalty, int around)
 
 TEST_F(WindowFilter, KeepsWhatTheBoundAsksForBesideWornCopies) {
   CRandomDna random(1);
-  for (int round = 0; round < 25 && !HasFailure(); ++round) {
+  for (int round = 0; round < 8 && !HasFailure(); ++round) {
     const int L = random.number(128, random.coin() ? 160 : 330);
     const int longest = L + (random.coin() ? 0 : random.number(0, 200));
     const candidate_settings settings = fitting_settings(random, longest);
