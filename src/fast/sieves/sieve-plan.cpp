@@ -60,7 +60,7 @@ constexpr std::array rows{
     sieve_row{first_sieve::batches, "runs, batches", is_short, false, false,
               "a short record, and scores that fit a byte"},
     sieve_row{first_sieve::windows, "windows or potential", is_for_windows, true, true,
-              "units from 128 on in long records; penalties of 5 or more, a minimum score above 3"},
+              "units of 128 to 4000 in long records; penalties of 5 or more, a minimum score above 3"},
     sieve_row{
         first_sieve::potential, "potential", is_for_potential, true, true,
         "units from 21 on, or from 16 on with a penalty below 5; penalties of 3 or more, a minimum score above 3"},

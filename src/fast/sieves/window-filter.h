@@ -45,8 +45,8 @@
 //
 // Values are capped; what was capped keeps the candidate, as for the potential.
 //
-// Premises: penalties of 5 or more, T > 3, units of least_unit symbols or more. Cost: a fifth of the potential's. Of
-// no use in satellites: a unit length is given up when many of its candidates are kept.
+// Premises: penalties of 5 or more, T > 3, units of least_unit to longest_unit symbols. Cost: a fifth of the
+// potential's. Of no use in satellites: a unit length is given up when many of its candidates are kept.
 class CWindowFilter {
  public:
   using settings = CPotentialFilter::settings;
@@ -55,10 +55,12 @@ class CWindowFilter {
   // Distances in a row, and unit lengths in a block.
   static constexpr int row = 4;
   static constexpr unsigned least_unit = 4 * window;
+  // The memory for the edit distances of a copy, of all windows and rows, grows with the square of the unit.
+  static constexpr unsigned longest_unit = 4000;
 
   // Whether the premises hold.
   static constexpr bool applies(unsigned L, int mismatch_penalty, int indel_penalty, int min_score) {
-    return L >= least_unit && mismatch_penalty >= 5 && indel_penalty >= 5 && min_score > 3;
+    return L >= least_unit && L <= longest_unit && mismatch_penalty >= 5 && indel_penalty >= 5 && min_score > 3;
   }
 
   // Whether a record is long enough for it to be worth its start.

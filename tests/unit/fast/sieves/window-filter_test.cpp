@@ -206,6 +206,8 @@ TEST_F(WindowFilter, GivesUpSatellites) {
 TEST_F(WindowFilter, AppliesToLongUnitsAndPenaltiesOfFiveAndMore) {
   EXPECT_TRUE(CWindowFilter::applies(128, 5, 5, 128));
   EXPECT_FALSE(CWindowFilter::applies(127, 5, 5, 127));
+  EXPECT_TRUE(CWindowFilter::applies(4000, 5, 5, 4000));
+  EXPECT_FALSE(CWindowFilter::applies(4001, 5, 5, 4001));
   EXPECT_FALSE(CWindowFilter::applies(128, 4, 5, 128));
   EXPECT_FALSE(CWindowFilter::applies(128, 5, 4, 128));
   EXPECT_FALSE(CWindowFilter::applies(128, 5, 5, 3));
