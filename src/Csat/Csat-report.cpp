@@ -338,8 +338,10 @@ void append_repeat_name(CReportText& text, int unit_length) {
 bool Csat::report_sat(std::FILE* out, CSequence_Mol& seq) const {
   const float its_perfection = perfection();
   if (!is_reported_perfection(its_perfection)) return false;
-  thread_local report_workspace work;
-  if (set_to_reported_unit(work, *this)) return false;
-  CSatReport(*this, seq, its_perfection, work).write(out);
+  // Left to the system at the end: the C library ends a process that has no memory to note a thread's destructor.
+  thread_local report_workspace* work = nullptr;
+  if (work == nullptr) work = new report_workspace;
+  if (set_to_reported_unit(*work, *this)) return false;
+  CSatReport(*this, seq, its_perfection, *work).write(out);
   return true;
 }
