@@ -74,7 +74,7 @@ class CWindows {
     windows = (codes.size() + window - 1) / window;
     stretch = static_cast<std::ptrdiff_t>((windows + lanes() - 1) / lanes());
     lead = lead_of(s.most);
-    front = 2 * window;
+    front = std::ptrdiff_t{2} * window;
     lay_out(codes);
     const std::size_t size = static_cast<std::size_t>(s.rows_end - s.rows_begin) * lanes();
     edited.resize(size);
@@ -82,7 +82,7 @@ class CWindows {
     leaving.resize(size);
     for (const group_terms& terms : s.groups) ring = std::max<std::ptrdiff_t>(ring, terms.windows + 1);
     distances.resize(size * static_cast<std::size_t>(ring));
-    const std::size_t size_of_paths = size + 2 * beside * lanes();
+    const std::size_t size_of_paths = size + std::size_t{2} * beside * lanes();
     paths.resize(size_of_paths);
     next_paths.resize(size_of_paths);
     downward.resize(size_of_paths);
@@ -160,7 +160,7 @@ class CWindows {
   }
 
   void lay_out(const std::vector<std::uint8_t>& codes) {
-    const std::ptrdiff_t end = (stretch + lead) * window + row * (s.rows_end + 1);
+    const std::ptrdiff_t end = (stretch + lead) * window + std::ptrdiff_t{row} * (s.rows_end + 1);
     symbols.assign(static_cast<std::size_t>(front + end) * lanes(), nothing);
     is_plain.assign(static_cast<std::size_t>(front + end), 0);
     for (std::size_t lane = 0; lane < lanes(); ++lane) {
@@ -226,7 +226,7 @@ class CWindows {
       minus = hn::And(up, vertical);
     };
     const std::ptrdiff_t end = begin + window;  // of the unit; text that ends at a distance of D ends with end + D - 1
-    std::ptrdiff_t t = end + static_cast<std::ptrdiff_t>(row) * s.rows_begin - 2 * window;
+    std::ptrdiff_t t = end + static_cast<std::ptrdiff_t>(row) * s.rows_begin - std::ptrdiff_t{2} * window;
     for (; t < end + static_cast<std::ptrdiff_t>(row) * s.rows_begin - 1; ++t) take(t);
     const auto edit = hn::Set(d, s.edit);
     for (int r = s.rows_begin; r < s.rows_end; ++r) {

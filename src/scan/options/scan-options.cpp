@@ -105,8 +105,7 @@ std::vector<option_row> own_rows() {
        .destination = &scan_options.inputs,
        .label = "FASTA files",
        .is_required = true,
-       .summary = "The files to search, plain or compressed by gzip or bgzip.",
-       .help = "\"-\" is standard input."},
+       .summary = "The files to search, plain or compressed by gzip or bgzip; \"-\" is standard input."},
   };
 }
 
@@ -249,6 +248,7 @@ int read_scan_options(int argc, char** argv) {
   if (std::find(words.begin(), end_of_options, "-h") != end_of_options) std::exit(print_short_help());
   if (!knows_options(words, scan_option_table())) return companion_status::command_line;
   std::vector<char*> pointers;
+  pointers.reserve(words.size());
   for (std::string& word : words) pointers.push_back(word.data());
   if (!read_options(scan_option_table(), scan_description, companion_status::not_written,
                     static_cast<int>(pointers.size()), pointers.data())) {
