@@ -1,6 +1,8 @@
-"""Lets CMake build the module of the Python package; pyproject.toml has all else."""
+"""Lets CMake build the module of the Python package; pyproject.toml has all else. CMAKE_ARGS gives it further words."""
 
+import os
 import re
+import shlex
 import subprocess
 import sys
 from pathlib import Path
@@ -26,6 +28,7 @@ class build_by_cmake(build_ext):
                 "-DQUARVO_BUILD_REPORT=OFF",
                 f"-DPYTHON_EXECUTABLE={sys.executable}",
                 f"-Dpybind11_DIR={pybind11.get_cmake_dir()}",
+                *shlex.split(os.environ.get("CMAKE_ARGS", "")),
             ],
             check=True,
         )  # fmt: skip
