@@ -255,6 +255,7 @@ py::tuple search(const std::string& sequence, const std::string& name, const py:
     found = &search_with(controller, mode, results.out());
     if (settings.removes_mostly_hidden) CSearchController::remove_mostly_hidden(*found);
   }
+  // The report reads the parameters, and another thread may have set its own during the search.
   put_in_force(options);
   creator_message(results.out(), comment_prefix);
   print_search_parameters(results.out(), comment_prefix);

@@ -520,7 +520,6 @@ using quarvo_window_filter::scoring;
 constexpr int window = CWindowFilter::window;
 constexpr int row = CWindowFilter::row;
 
-// Of the windows of a record, the share that may be kept of a unit length on each side.
 // Of the windows of a record, the share beyond which a unit length is given up on one side, and beyond which both
 // sides are many.
 constexpr std::size_t one_in_given_up = 6;
