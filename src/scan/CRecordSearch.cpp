@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "for-each-in-turn.h"
 #include "results-modes.h"
 
 namespace {
@@ -20,18 +21,6 @@ repeat_list CRecordSearch::search(CSequence_Mol& its_record) {
   if (are_seeds) tbb::parallel_for(std::size_t{0}, pieces.size(), [&](std::size_t i) { extend(pieces[i]); });
   repeat_list all;
   for (const repeat_list& piece : pieces) append_in_order(all, piece, are_seeds ? lessThan_sat : is_found_before);
-  return all;
-}
-
-// Of about the same length.
-std::vector<search_stretch> CRecordSearch::stretches() const {
-  const unsigned length = record->symbols.length;
-  const unsigned count = its.stretch == 0 ? 1 : std::max(1U, length / its.stretch);
-  std::vector<search_stretch> all(count);
-  for (unsigned i = 0; i < count; ++i) {
-    all[i].begin = static_cast<unsigned>(std::uint64_t{length} * i / count);
-    all[i].end = static_cast<unsigned>(std::uint64_t{length} * (i + 1) / count);
-  }
   return all;
 }
 
@@ -51,9 +40,9 @@ CRepeatRun CRecordSearch::run_over(const search_stretch& starts) {
 }
 
 std::vector<repeat_list> CRecordSearch::search_stretches() {
-  std::vector<search_stretch> parts = stretches();
+  const std::vector<search_stretch>& parts = its.stretches;
   std::vector<CRepeatRun> runs(parts.size());
-  tbb::parallel_for(std::size_t{0}, parts.size(), [&](std::size_t i) {
+  for_each_in_turn(parts.size(), [&](std::size_t i) {
     runs[i] = run_over(parts[i]);
     if (done) done(length_of(parts[i]));
   });
@@ -82,7 +71,7 @@ std::optional<CRecordSearch::joint> CRecordSearch::join(const CRepeatRun& left, 
   const unsigned longest = its.settings.max_unit_length;
   const unsigned most = std::min(length_of(left.starts), length_of(right.starts)) / 2;
   const char* const at = record->symbols.buffer;
-  for (unsigned overlap = its.least_overlap != 0 ? its.least_overlap : 2048 + 4 * longest; overlap <= most;
+  for (unsigned overlap = its.least_overlap != 0 ? its.least_overlap : 512 + 2 * longest; overlap <= most;
        overlap *= 2) {
     joint tried;
     tried.bridge = run_over({border - overlap, border + overlap});

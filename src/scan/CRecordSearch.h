@@ -20,14 +20,14 @@ class CRecordSearch {
  public:
   struct plan {
     const search_settings& settings;
-    int mode = 0;                // results-modes.h
-    unsigned stretch = 0;        // symbols; 0: none, the record is searched as a whole
-    unsigned least_overlap = 0;  // of a bridge on each side; 0: as it is best
+    int mode = 0;                           // results-modes.h
+    std::vector<search_stretch> stretches;  // from end to end
+    unsigned least_overlap = 0;             // of a bridge on each side; 0: as it is best
   };
 
   // All must outlive the search. `done` is told of symbols as they have been searched, from any thread.
-  CRecordSearch(const plan& its_plan, CSearchers& its_searchers, std::function<void(unsigned)> its_done = {})
-      : its(its_plan), searchers(its_searchers), done(std::move(its_done)) {}
+  CRecordSearch(plan its_plan, CSearchers& its_searchers, std::function<void(unsigned)> its_done = {})
+      : its(std::move(its_plan)), searchers(its_searchers), done(std::move(its_done)) {}
 
   // All repeats, overlapping ones included, in the order of results. The caller owns them.
   repeat_list search(CSequence_Mol& record);
@@ -45,7 +45,6 @@ class CRecordSearch {
   std::function<void(unsigned)> done;
   CSequence_Mol* record = nullptr;
 
-  std::vector<search_stretch> stretches() const;
   CRepeatRun run_over(const search_stretch& starts);
   std::vector<repeat_list> search_stretches();
   std::optional<joint> join(const CRepeatRun& left, const CRepeatRun& right);

@@ -1,13 +1,12 @@
 #include "repeat-run.h"
 
 #include <algorithm>
+#include <functional>
+#include <iterator>
+#include <tuple>
 #include <utility>
 
 namespace {
-
-using start_of_repeat = std::pair<const char*, int>;
-
-start_of_repeat start_of(const Csat& sat) { return {sat.unit_begin, sat.unit_length()}; }
 
 // The cuts that a repeat of one run alone may make wrong, both ends included.
 struct cut_range {
@@ -25,24 +24,27 @@ cut_range excluded_by(const Csat& sat, unsigned longest_unit) {
   return {first + 1 - static_cast<std::ptrdiff_t>(longest_unit), last + 1};
 }
 
-// What one run has and the other has not, as far as it excludes cuts in [from, to].
-void exclude(const CRepeatRun& one, const std::vector<start_of_repeat>& other, const char* from, const char* to,
-             unsigned longest_unit, std::vector<cut_range>& excluded) {
-  for (const Csat* sat : one.repeats) {
-    const cut_range range = excluded_by(*sat, longest_unit);
-    if (range.last < from || range.first > to) continue;
-    if (!std::binary_search(other.begin(), other.end(), start_of(*sat))) excluded.push_back(range);
-  }
-}
+// A repeat and the cuts in question that it may make wrong.
+struct nearby_repeat {
+  const char* unit_begin;
+  int unit_length;
+  cut_range excluded;
 
-std::vector<start_of_repeat> starts_of(const CRepeatRun& run, const char* from, const char* to, unsigned longest_unit) {
-  std::vector<start_of_repeat> starts;
+  bool operator<(const nearby_repeat& other) const {
+    return std::tie(unit_begin, unit_length) < std::tie(other.unit_begin, other.unit_length);
+  }
+};
+
+// The repeats of a run that may make a cut in [from, to] wrong, in the order of their starts.
+std::vector<nearby_repeat> repeats_near(const CRepeatRun& run, const char* from, const char* to,
+                                        unsigned longest_unit) {
+  std::vector<nearby_repeat> near;
   for (const Csat* sat : run.repeats) {
     const cut_range range = excluded_by(*sat, longest_unit);
-    if (range.last >= from && range.first <= to) starts.push_back(start_of(*sat));
+    if (range.last >= from && range.first <= to) near.push_back({sat->unit_begin, sat->unit_length(), range});
   }
-  std::sort(starts.begin(), starts.end());
-  return starts;
+  std::ranges::sort(near, std::less{});
+  return near;
 }
 
 }  // namespace
@@ -69,14 +71,15 @@ repeat_list CRepeatRun::take(const char* from, const char* to) {
 
 const char* find_cut(const CRepeatRun& left, const CRepeatRun& right, const char* from, const char* to,
                      unsigned longest_unit) {
-  std::vector<cut_range> excluded;
-  exclude(left, starts_of(right, from, to, longest_unit), from, to, longest_unit, excluded);
-  exclude(right, starts_of(left, from, to, longest_unit), from, to, longest_unit, excluded);
-  std::sort(excluded.begin(), excluded.end(), [](const cut_range& a, const cut_range& b) { return a.first < b.first; });
+  std::vector<nearby_repeat> unshared;
+  std::ranges::set_symmetric_difference(repeats_near(left, from, to, longest_unit),
+                                        repeats_near(right, from, to, longest_unit), std::back_inserter(unshared),
+                                        std::less{});
+  std::ranges::sort(unshared, std::less{}, [](const nearby_repeat& one) { return one.excluded.first; });
   const char* cut = from;
-  for (const cut_range& range : excluded) {
-    if (range.first > cut) break;
-    cut = std::max(cut, range.last + 1);
+  for (const nearby_repeat& one : unshared) {
+    if (one.excluded.first > cut) break;
+    cut = std::max(cut, one.excluded.last + 1);
   }
   return cut <= to ? cut : nullptr;
 }

@@ -3,7 +3,6 @@
 #include "scan-run.h"
 
 #include <tbb/global_control.h>
-#include <tbb/parallel_for.h>
 #include <tbb/parallel_pipeline.h>
 #include <tbb/task_arena.h>
 #include <unistd.h>
@@ -22,6 +21,7 @@
 #include "CScanInput.h"
 #include "available-cores.h"
 #include "companion.h"
+#include "for-each-in-turn.h"
 #include "global-types-and-parameters.h"
 #include "nearest-word.h"
 #include "quarvo-legend.h"
@@ -31,16 +31,14 @@
 #include "scan-output.h"
 #include "sequence-names.h"
 #include "shown-text.h"
+#include "stretches.h"
 
 namespace {
 
-// A stretch is as short as keeps all threads busy, but what its search reads on both sides must be little beside it.
-constexpr unsigned shortest_stretch = 1U << 18;
-constexpr unsigned longest_stretch = 1U << 21;
-constexpr unsigned stretches_a_thread = 4;
-
-constexpr std::int64_t least_batch = 1 << 22;  // symbols
-constexpr std::size_t batches_at_once = 3;     // one read, one searched, one reported
+// In symbols; enough to keep all threads busy.
+constexpr std::int64_t least_batch = 1 << 22;
+constexpr std::int64_t least_batch_a_thread = 1 << 19;
+constexpr std::size_t batches_at_once = 3;  // one read, one searched, one reported
 
 // The longest sequence that a .tbi can index.
 constexpr unsigned longest_for_tbi = 1U << 29;
@@ -100,7 +98,7 @@ class CScan {
 
   bool is_wanted(scan_record& record);
   std::shared_ptr<batch> read_batch();
-  unsigned stretch_for(unsigned length) const;
+  std::vector<search_stretch> stretches_of(const scan_record& record, std::int64_t behind) const;
   void search(batch& all);
   void report(batch& all);
   bool is_written() const;
@@ -186,7 +184,8 @@ bool CScan::is_wanted(scan_record& record) {
 // Null at the end.
 std::shared_ptr<batch> CScan::read_batch() {
   auto all = std::make_shared<batch>();
-  for (std::int64_t symbols = 0; symbols < least_batch && status == 0;) {
+  const std::int64_t enough = std::max(least_batch, threads * least_batch_a_thread);
+  for (std::int64_t symbols = 0; symbols < enough && status == 0;) {
     std::unique_ptr<scan_record> record = input.next();
     if (record == nullptr) break;
     if (!is_wanted(*record)) {
@@ -201,18 +200,25 @@ std::shared_ptr<batch> CScan::read_batch() {
   return all->records.empty() || status != 0 ? nullptr : all;
 }
 
-unsigned CScan::stretch_for(unsigned length) const {
-  if (const unsigned chosen = number_in_environment("QUARVO_SCAN_STRETCH"); chosen != 0) return chosen;
-  return threads == 1 ? 0 : std::clamp(length / (stretches_a_thread * threads), shortest_stretch, longest_stretch);
+std::vector<search_stretch> CScan::stretches_of(const scan_record& record, std::int64_t behind) const {
+  const unsigned length = record.molecule.symbols.length;
+  const unsigned chosen = number_in_environment("QUARVO_SCAN_STRETCH");
+  return chosen != 0 ? equal_stretches(length, chosen)
+                     : decreasing_stretches(length, behind, threads, settings.max_unit_length);
 }
 
 void CScan::search(batch& all) {
   all.repeats.resize(all.records.size());
-  tbb::parallel_for(std::size_t{0}, all.records.size(), [&](std::size_t i) {
+  std::vector<std::int64_t> behind(all.records.size() + 1);
+  for (std::size_t i = all.records.size(); i-- > 0;) {
+    behind[i] = behind[i + 1] + all.records[i]->molecule.symbols.length;
+  }
+  for_each_in_turn(all.records.size(), [&](std::size_t i) {
     scan_record& record = *all.records[i];
     const unsigned length = record.molecule.symbols.length;
     const double bytes_a_symbol = length == 0 ? 0 : static_cast<double>(record.bytes) / length;
-    CRecordSearch one({settings, global_search_mode, stretch_for(length), number_in_environment("QUARVO_SCAN_OVERLAP")},
+    CRecordSearch one({settings, global_search_mode, stretches_of(record, behind[i + 1]),
+                       number_in_environment("QUARVO_SCAN_OVERLAP")},
                       searchers, [&](unsigned symbols) { progress->add_searched(symbols, symbols * bytes_a_symbol); });
     all.repeats[i] = one.search(record.molecule);
   });

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "global-types-and-parameters.h"
+#include "stretches.h"
 #include "support/random-dna.h"
 #include "support/repeats.h"
 #include "support/test-record.h"
@@ -34,9 +35,10 @@ texts searched_as_a_whole(CTestRecord& record, const search_settings& settings, 
   return described(controller.work_list.records, record);
 }
 
-texts searched_in_stretches(CTestRecord& record, const CRecordSearch::plan& plan) {
+texts searched_in_stretches(CTestRecord& record, const search_settings& settings, int mode, unsigned stretch,
+                            unsigned overlap) {
   CSearchers searchers;
-  CRecordSearch search(plan, searchers);
+  CRecordSearch search({settings, mode, equal_stretches(record.symbols.length, stretch), overlap}, searchers);
   Csat_garbagecollector pool;
   CsatContainer found(pool);
   const repeat_list repeats = search.search(record);
@@ -92,7 +94,7 @@ TEST(RecordSearch, FindsTheSameInStretches) {
     found += whole.size();
     const auto stretch = static_cast<unsigned>(random.number(20, 400));
     const auto overlap = static_cast<unsigned>(random.number(1, 60));
-    ASSERT_EQ(searched_in_stretches(record, {settings, global_search_mode, stretch, overlap}), whole)
+    ASSERT_EQ(searched_in_stretches(record, settings, global_search_mode, stretch, overlap), whole)
         << "round " << round << ", mode " << global_search_mode << ", stretches of " << stretch;
   }
   EXPECT_GT(found, 2000U);
@@ -108,7 +110,7 @@ TEST(RecordSearch, SearchesALongRepeatAsOne) {
   const search_settings settings = current_search_settings();
   CTestRecord record(random.sequence("ACGT", 3000) + repeated("ACGGT", 800) + random.sequence("ACGT", 3000));
   for (const int mode : {search_mode_exact, search_mode_extend_exact, search_mode_imperfect}) {
-    EXPECT_EQ(searched_in_stretches(record, {settings, mode, 500, 50}), searched_as_a_whole(record, settings, mode));
+    EXPECT_EQ(searched_in_stretches(record, settings, mode, 500, 50), searched_as_a_whole(record, settings, mode));
   }
 }
 
