@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 #include "CByteSource.h"
 
 // The input file, plain or compressed, read in large blocks and handed out a byte at a time with one byte of push-back.
@@ -41,6 +43,9 @@ class CFile : public CByteSource {
 
   bool has_failed() const { return (status & fail_state) != 0; }
   bool at_end_of_file() const { return (status & end_of_file) != 0; }
+
+  // The text that follows, as far as it has been read from the file; until the next byte is fetched.
+  std::string_view text_at_hand() const { return {buffer_pos, static_cast<std::size_t>(buffer_end - buffer_pos)}; }
 
   // The next raw byte (0 to 255), or 0 at the end of the file. No line ends are folded or counted.
   int getchar_intern() {

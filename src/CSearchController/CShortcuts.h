@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 #include "CAnchorSeq.h"
 #include "Csat.h"
 #include "edit.h"
@@ -18,6 +20,10 @@ class CShortcuts {
   CShortcuts(const CShortcuts&) = delete;
   CShortcuts& operator=(const CShortcuts&) = delete;
   virtual ~CShortcuts() = default;
+
+  // The text of a FASTA file after the record that is searched next, as far as it is at hand: what may be searched
+  // after it. It lasts until that search has ended.
+  virtual void announce(std::string_view /*text_ahead*/) {}
 
   // A search of the symbols [begin, end) begins, or has ended. All of them stay as they are in between.
   virtual void begin_record(const char* its_begin, const char* its_end, const search_settings& /*settings*/) {

@@ -175,6 +175,7 @@ int CRun::process_record() {
   report_status(sequence_number, record.short_name.c_str(), global_min_unit_length, 'r');
   update_report_time();
 
+  if (workspace.shortcuts != nullptr) workspace.shortcuts->announce(input->text_at_hand());
   CSearchController controller(sequence_number, record, settings, workspace,
                                progress_lines(sequence_number, record.short_name.c_str()));
   switch (global_search_mode) {

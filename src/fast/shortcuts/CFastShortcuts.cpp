@@ -14,6 +14,7 @@ void CFastShortcuts::end_record() {
   starts.reset();
   queue.reset();
   filter.reset();
+  pool.announce({});
 }
 
 const char* CFastShortcuts::first_candidate(unsigned L, const CAnchorSeq& mask) {
@@ -21,7 +22,7 @@ const char* CFastShortcuts::first_candidate(unsigned L, const CAnchorSeq& mask) 
   if (!filter) {
     const symbol_range window = window_of_starts();
     filter.emplace(window, symbol_range{begin, end}, settings->min_scores.data(), settings->rules,
-                   settings->max_unit_length, programs);
+                   settings->max_unit_length, programs, &pool);
     queue.emplace(*filter, window.begin, symbol_range{first_start, after_starts}, end, switches.tighter_test);
   }
   return queue->first(L, mask);

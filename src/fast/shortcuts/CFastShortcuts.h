@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string_view>
 
 #include "CCandidateQueue.h"
 #include "CExactStarts.h"
@@ -8,6 +9,7 @@
 #include "candidate-filter.h"
 #include "edit-choice.h"
 #include "look-ahead.h"
+#include "record-pool.h"
 
 // Which shortcuts are taken. The results are the same with any of them off, only later; tests compare them, benchmarks
 // measure what each is worth.
@@ -25,6 +27,7 @@ class CFastShortcuts final : public CShortcuts {
  public:
   explicit CFastShortcuts(const shortcut_switches& its_switches = {}) : switches(its_switches) {}
 
+  void announce(std::string_view text_ahead) override { pool.announce(text_ahead); }
   void begin_record(const char* its_begin, const char* its_end, const search_settings& its_settings) override;
   void end_record() override;
 
@@ -56,6 +59,7 @@ class CFastShortcuts final : public CShortcuts {
   shortcut_switches switches;
   const search_settings* settings = nullptr;
   CAlignmentPrograms programs;
+  CRecordPool pool;
   std::optional<CCandidateFilter> filter;
   std::optional<CCandidateQueue> queue;
 

@@ -9,7 +9,7 @@
 
 CCandidateFilter::CCandidateFilter(const symbol_range& window, const symbol_range& its_record,
                                    const int* its_min_scores, const scoring& its_rules, unsigned its_longest_unit,
-                                   CAlignmentPrograms& its_programs)
+                                   CAlignmentPrograms& its_programs, CRecordPool* its_pool)
     : record(its_record),
       sequence(window.begin),
       length(static_cast<std::size_t>(window.end - window.begin)),
@@ -17,7 +17,8 @@ CCandidateFilter::CCandidateFilter(const symbol_range& window, const symbol_rang
       rules(its_rules),
       longest_unit(its_longest_unit),
       has_strange_Ns(!rules.passes_over_Ns && length != 0 && std::memchr(sequence, 'N', length) != nullptr),
-      programs(its_programs) {}
+      programs(its_programs),
+      pool(its_pool) {}
 
 sieve_plan CCandidateFilter::plan_of(unsigned L) const {
   const auto record_length = static_cast<std::size_t>(record.end - record.begin);
@@ -63,7 +64,12 @@ const CBitPlanes& CCandidateFilter::planes_for(int reach) {
 
 void CCandidateFilter::run_kernel() {
   const alignment_kernel& kernel = *find_alignment_kernel(bound);
-  kernel.run(planes_for(kernel.reach), kept);
+  const bool is_window = length != static_cast<std::size_t>(record.end - record.begin);
+  if (pool == nullptr || is_window || length > longest_short_record) {
+    kernel.run(planes_for(kernel.reach), kept);
+  } else {
+    pool->place(kernel, record, kept);
+  }
 }
 
 void CCandidateFilter::run_program() {

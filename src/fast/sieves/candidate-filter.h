@@ -8,6 +8,7 @@
 #include "bit-planes.h"
 #include "position-set.h"
 #include "potential-filter.h"
+#include "record-pool.h"
 #include "scoring.h"
 #include "sieve-plan.h"
 #include "window-filter.h"
@@ -31,7 +32,8 @@ class CCandidateFilter {
   // The same for a window of a record: the contract holds for the candidates that lie as far as context() from an end
   // of the window that is no end of the record. Time and memory grow with the window alone.
   CCandidateFilter(const symbol_range& window, const symbol_range& its_record, const int* its_min_scores,
-                   const scoring& its_rules, unsigned its_longest_unit, CAlignmentPrograms& its_programs);
+                   const scoring& its_rules, unsigned its_longest_unit, CAlignmentPrograms& its_programs,
+                   CRecordPool* its_pool = nullptr);
 
   // A multiple of 64 symbols: those of the unit and what a program reads beside it. All other tests read the record.
   static constexpr std::size_t context(unsigned longest) { return (longest + std::size_t{191}) / 64 * 64; }
@@ -54,6 +56,7 @@ class CCandidateFilter {
   unsigned longest_unit;
   bool has_strange_Ns;
   CAlignmentPrograms& programs;
+  CRecordPool* pool;  // null: each record is tested on its own
   sieve_plan plan{};
   alignment_bound bound{};
   CBitPlanes planes;

@@ -39,10 +39,18 @@ class CPositionSet {
   std::size_t next(std::size_t p) const { return next_set_bit(words.data(), p, its_end); }
 
   void add(std::size_t p) { words[p / 64] |= std::uint64_t{1} << (p % 64); }
+  void remove(std::size_t p) { words[p / 64] &= ~(std::uint64_t{1} << (p % 64)); }
   // The positions of a set with the same end.
   void add(const CPositionSet& other) {
     for (std::size_t word = 0; word < words.size(); ++word) {
       if (other.words[word] != 0) words[word] |= other.words[word];
+    }
+  }
+  // The positions of a set from `from` on, as far as they are in front of the end, that one becoming 0.
+  void add_part(const CPositionSet& whole, std::size_t from) {
+    for (std::size_t p = 0; p < its_end; p += 64) {
+      const std::uint64_t bits = whole.bits_from(from + p);
+      words[p / 64] |= its_end - p < 64 ? bits & ~(~std::uint64_t{0} << (its_end - p)) : bits;
     }
   }
   // The position p + i for each bit i.
@@ -59,5 +67,12 @@ class CPositionSet {
   std::size_t its_end = 0;
   std::vector<std::uint64_t> words;
 
+  // Bit i: has the position p + i.
+  std::uint64_t bits_from(std::size_t p) const {
+    const std::size_t word = p / 64;
+    const std::size_t shift = p % 64;
+    if (shift == 0 || word + 1 == words.size()) return words[word] >> shift;
+    return words[word] >> shift | words[word + 1] << (64 - shift);
+  }
   static std::uint64_t block(std::size_t p, unsigned size) { return ~std::uint64_t{0} >> (64 - size) << (p % 64); }
 };
