@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 
@@ -48,6 +49,17 @@ class CAnchorSeq {
     return ((first[0] == anchor) & (is_last_free | (after[0] == anchor))) | ((first[-1] == anchor) & is_last_free);
   }
 
+  // Bit i: may_anchor(p + i, L). The last of the 64 units must be followed by a symbol.
+  std::uint64_t may_anchor_64(const char* p, unsigned L) const {
+    const char* const first = mask_begin + (p - seq_begin);
+    const char* const after = first + L;
+    const std::uint64_t are_firsts_free = free_64(first);
+    const std::uint64_t are_afters_free = free_64(after);
+    const std::uint64_t are_befores_free = are_firsts_free << 1 | static_cast<std::uint64_t>(first[-1] == anchor);
+    const std::uint64_t are_lasts_free = are_afters_free << 1 | static_cast<std::uint64_t>(after[-1] == anchor);
+    return (are_firsts_free & (are_lasts_free | are_afters_free)) | (are_befores_free & are_lasts_free);
+  }
+
   // Covers the repeat and frees the positions of its edits again, so that later candidates may start there.
   void cover(const Csat& sat) {
     const char* const from = std::max(sat.pos_left, seq_begin);
@@ -58,5 +70,18 @@ class CAnchorSeq {
         mask_begin[entry.position - seq_begin] = anchor;
       }
     }
+  }
+
+ private:
+  // Bit i: at[i] is free. The two values of a byte differ in their lowest bits; a product gathers eight of these.
+  static std::uint64_t free_64(const char* at) {
+    static_assert((anchor & 1) == 1 && (covered & 1) == 0);
+    std::uint64_t bits = 0;
+    for (unsigned i = 0; i < 64; i += 8) {
+      std::uint64_t bytes = 0;
+      std::memcpy(&bytes, at + i, sizeof bytes);
+      bits |= ((bytes & 0x0101010101010101) * 0x0102040810204080 >> 56) << i;
+    }
+    return bits;
   }
 };

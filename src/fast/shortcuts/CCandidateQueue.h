@@ -9,14 +9,14 @@
 
 // The candidates of one unit length that a search need look at, one after the other.
 //
-// The filter's candidates are put to its tighter test in batches. What that test says depends on the sequence alone, so
-// it does not matter that candidates are given out later than they are collected. Whether a candidate may be anchored
-// does change meanwhile: the mask closes where a repeat is accepted, and opens again at its edits. So whoever takes a
-// candidate must look at the mask itself, and candidates that the mask refused when they were collected are given out,
-// untested, if a repeat was accepted in between:
+// The filter's candidates that the mask admits are put to the filter's tighter test in batches. What that test says
+// depends on the sequence alone, so it does not matter that candidates are given out later than they are collected.
+// What the mask admits does change meanwhile: it closes where a repeat is accepted, and opens again at its edits. So
+// after a repeat was accepted all candidates of the rest of the batch are asked for again, and those that the mask had
+// refused are given out untested:
 //
-//   collected   p1 tested, p2 refused by the mask, p3 tested | p1 kept, p3 not
-//   given out   p1 -> accepted: the mask has changed -> p2, which the mask may admit now; p3 never
+//   collected   p1 tested, p2 refused by the mask, p3 tested, p4 refused | p1 kept, p3 not
+//   given out   p1 -> accepted: the mask has changed -> p2, which the mask admits now; never p3; nor p4, still refused
 class CCandidateQueue {
  public:
   // For the candidates of a filter whose first position is its_begin, as far as they lie in `starts`, in a record that
@@ -39,23 +39,33 @@ class CCandidateQueue {
   symbol_range starts;
   const char* end;
   bool has_tighter_test;
-  std::ptrdiff_t L = 0;
+  unsigned L = 0;
   const CAnchorSeq* mask = nullptr;
   const CPositionSet* candidates = nullptr;
-  std::size_t position = 0;  // where collecting has come to
+  std::size_t first_start = 0;   // positions here count from `begin`
+  std::size_t after_starts = 0;  // of starts whose unit is followed by a symbol
 
-  // A batch: what was collected, and where giving out has come to.
-  std::array<const char*, 4 * CBatchBound::most_candidates> collected{};
+  // A walk over the candidates that the mask admits: those left in the word that it has come to.
+  std::size_t word = 0;
+  std::uint64_t left = 0;
+
+  // A batch: the candidates in front of batch_end, of which some are tested; where giving out has come to.
   std::array<const char*, CBatchBound::most_candidates> tested{};
   std::size_t count = 0;
-  std::size_t tested_count = 0;
   std::size_t given = 0;
-  std::size_t given_tested = 0;
   std::uint64_t kept = 0;  // of the tested ones
+  std::size_t batch_end = 0;
+  const char* last_given = nullptr;
   bool has_mask_changed = false;
   bool has_passed = false;
+  std::size_t run_end = 0;  // where the symbol looked at last stops being repeated
 
   bool collect();
-  bool is_full() const { return count == collected.size() || tested_count == tested.size(); }
-  const char* next_position();
+  const char* next_tested();
+  const char* next_admitted_of_batch();
+
+  void walk_from(std::size_t p);
+  std::size_t next_admitted();
+  std::uint64_t admitted(std::size_t in_word) const;
+  std::size_t first_unit_from(std::size_t p);
 };

@@ -35,6 +35,8 @@ class CPositionSet {
   std::size_t bytes() const { return words.size() * sizeof(std::uint64_t); }
 
   bool has(std::size_t p) const { return (words[p / 64] >> p % 64 & 1) != 0; }
+  // Bit i: has(64 * word + i).
+  std::uint64_t word(std::size_t word) const { return words[word]; }
   // The first one at or after p, or the end.
   std::size_t next(std::size_t p) const { return next_set_bit(words.data(), p, its_end); }
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
 
 #include "CsatContainer.h"
@@ -113,6 +114,24 @@ TEST_F(AnchorMask, AnchorsUnitsByTheirEndsAndTheirNeighbours) {
         const bool expected =
             (is_free(p) && (is_free(p + L - 1) || is_free(p + L))) || (is_free(p - 1) && is_free(p + L - 1));
         ASSERT_EQ(mask.may_anchor(record.at(p), static_cast<unsigned>(L)), expected) << state << " " << p << " " << L;
+      }
+    }
+  }
+}
+
+TEST(AnchorMaskOfManyPositions, Anchors64UnitsAtOnceAsOneByOne) {
+  CRandomDna random(4);
+  const CTestRecord record(random.sequence("ACGT", 200));
+  CAnchorSeq mask(record);
+  for (int round = 0; round < 100; ++round) {
+    const std::string state = random.sequence(round % 2 == 0 ? "a " : "aaaaaaa ", 200);
+    std::copy(state.begin(), state.end(), mask.mask_begin);
+    for (const int L : {1, 2, 7, 63, 64, 100, 136}) {
+      const int p = random.number(0, 200 - L - 64);
+      const std::uint64_t bits = mask.may_anchor_64(record.at(p), static_cast<unsigned>(L));
+      for (int i = 0; i < 64; ++i) {
+        ASSERT_EQ((bits >> i & 1) != 0, mask.may_anchor(record.at(p + i), static_cast<unsigned>(L)))
+            << state << " " << p << " + " << i << " " << L;
       }
     }
   }
