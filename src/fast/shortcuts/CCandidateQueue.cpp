@@ -79,12 +79,21 @@ void CCandidateQueue::walk_from(std::size_t p) {
 // The next candidate of the walk, or after_starts.
 std::size_t CCandidateQueue::next_admitted() {
   while (left == 0) {
-    if (64 * (word + 1) >= after_starts) return after_starts;
-    left = admitted(++word);
+    const std::size_t from = 64 * (word + 1);
+    if (from >= after_starts) return after_starts;
+    word = candidates->next(from) / 64;
+    if (64 * word >= after_starts) return after_starts;
+    left = admitted(word);
   }
   const std::size_t p = 64 * word + static_cast<std::size_t>(std::countr_zero(left));
   left &= left - 1;
   return p;
+}
+
+// More than it pays to look up one by one.
+bool CCandidateQueue::are_many(std::uint64_t bits) {
+  for (int few = 4; few > 0; --few) bits &= bits - 1;
+  return bits != 0;
 }
 
 // Bit i: 64 * in_word + i is a candidate that the mask admits.
@@ -93,8 +102,7 @@ std::uint64_t CCandidateQueue::admitted(std::size_t in_word) const {
   std::uint64_t bits = candidates->word(in_word);
   if (p < first_start) bits &= ~std::uint64_t{0} << (first_start - p);
   if (after_starts - p < 64) bits &= ~(~std::uint64_t{0} << (after_starts - p));
-  constexpr int few = 4;
-  if (std::popcount(bits) > few && p >= first_start && after_starts - p >= 64) {
+  if (are_many(bits) && p >= first_start && after_starts - p >= 64) {
     return bits & mask->may_anchor_64(begin + p, L);
   }
   for (std::uint64_t rest = bits; rest != 0; rest &= rest - 1) {

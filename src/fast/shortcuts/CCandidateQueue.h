@@ -66,6 +66,7 @@ class CCandidateQueue {
 
   void walk_from(std::size_t p);
   std::size_t next_admitted();
+  static bool are_many(std::uint64_t bits);
   std::uint64_t admitted(std::size_t in_word) const;
   std::size_t first_unit_from(std::size_t p);
 };
