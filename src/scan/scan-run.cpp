@@ -2,6 +2,7 @@
 
 #include "scan-run.h"
 
+#include <malloc.h>
 #include <tbb/global_control.h>
 #include <tbb/parallel_pipeline.h>
 #include <tbb/task_arena.h>
@@ -285,6 +286,13 @@ int CScan::finish() {
   return 0;
 }
 
+// Whenever the heap of one thread grows or shrinks the page faults of all wait, so heaps do that in large steps.
+void let_heaps_grow_in_large_steps() {
+#ifdef __GLIBC__
+  mallopt(M_TOP_PAD, 1 << 24);
+#endif
+}
+
 int run(unsigned threads) {
   CScan scan(threads);
   if (const int status = scan.read_names(); status != 0) return status;
@@ -298,6 +306,7 @@ int run(unsigned threads) {
 int run_scan(int argc, char** argv) {
   if (const int status = read_scan_options(argc, argv); status != 0) return status;
   const unsigned threads = scan_options.threads != 0 ? scan_options.threads : available_cores();
+  if (threads > 1) let_heaps_grow_in_large_steps();
   const tbb::global_control limit(tbb::global_control::max_allowed_parallelism, threads);
   return tbb::task_arena(static_cast<int>(threads)).execute([threads] { return run(threads); });
 }
