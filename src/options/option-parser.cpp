@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <functional>
 #include <iostream>
 #include <memory>
@@ -14,6 +15,7 @@
 
 #include "CCommandLineOutput.h"
 #include "CFileNamesArg.h"
+#include "nearest-word.h"
 #include "quarvo-version.h"
 #include "shown-text.h"
 
@@ -35,6 +37,49 @@ class CShownOutput : public CCommandLineOutput {
   }
 };
 
+// A long option or a word that there is none of; lines for the user.
+struct misspelt {
+  std::string complaint;
+};
+
+misspelt misspelt_as(const std::string& what, const std::string& word, const std::vector<std::string>& words,
+                     const std::string& all) {
+  const std::string nearest = nearest_word(word, words);
+  return {"Sorry, " + what + "." + (nearest.empty() ? "" : " Did you mean " + nearest + "?") + "\n" + all + "\n"};
+}
+
+// Raises what is wrong with a word, in place of what the library would say.
+class CNearestWord : public TCLAP::ValuesConstraint<std::string> {
+ public:
+  CNearestWord(const char* its_option, const std::vector<std::string>& words)
+      : TCLAP::ValuesConstraint<std::string>(words), option(its_option), all(words) {}
+
+  bool check(const std::string& word) const override {
+    if (std::ranges::find(all, word) != all.end()) return true;
+    std::string listed;
+    for (const std::string& one : all) listed += (listed.empty() ? "" : ", ") + one;
+    throw misspelt_as("--" + option + " cannot be \"" + shown(word) + "\"", word, all, "It may be: " + listed);
+  }
+
+ private:
+  std::string option;
+  std::vector<std::string> all;
+};
+
+// Raises what is wrong with the first long option that the table has not.
+void look_for_unknown_options(std::span<const option_row> table, int argc, char** argv) {
+  std::vector<std::string> names{"--help", "--version", "--ignore_rest"};
+  for (const option_row& row : table) names.push_back(std::string("--") + row.long_name);
+  for (const std::string word : std::span(argv, static_cast<std::size_t>(argc)).subspan(argc == 0 ? 0 : 1)) {
+    if (word == "--" || word == "--ignore_rest") return;
+    if (!word.starts_with("--")) continue;
+    const std::string name = word.substr(0, word.find_first_of("= "));
+    if (std::ranges::find(names, name) != names.end()) continue;
+    const std::string program = std::filesystem::path(argv[0]).filename();
+    throw misspelt_as("there is no option " + shown(name), name, names, "All options: " + shown(program) + " --help");
+  }
+}
+
 class CNoOutput : public TCLAP::CmdLineOutput {
  public:
   void usage(TCLAP::CmdLineInterface& /*command_line*/) override {}
@@ -53,6 +98,8 @@ class COptionParser {
   // Lets errors, help and version raise the library's exceptions. Without it they end the process inside the library.
   void let_exceptions_through() { command_line.setExceptionHandling(false); }
 
+  void tell_nearest_words() { tells_nearest = true; }
+
   void parse(std::span<const option_row> table, int argc, char** argv) {
     for (const option_row& row : table) {
       std::visit([&](auto destination) { declare(row, destination); }, row.destination);
@@ -63,6 +110,7 @@ class COptionParser {
 
  private:
   TCLAP::CmdLine command_line;
+  bool tells_nearest = false;
   std::vector<std::unique_ptr<TCLAP::ValuesConstraint<std::string>>> constraints;
   std::vector<std::unique_ptr<TCLAP::Arg>> arguments;
   std::vector<std::function<void()>> stores;
@@ -91,7 +139,8 @@ class COptionParser {
     std::vector<std::string> words;
     for (const option_word& word : row.words) words.emplace_back(word.word);
     const std::string& default_word = words[static_cast<std::size_t>(*destination.place)];
-    constraints.push_back(std::make_unique<TCLAP::ValuesConstraint<std::string>>(words));
+    constraints.push_back(tells_nearest ? std::make_unique<CNearestWord>(row.long_name, words)
+                                        : std::make_unique<TCLAP::ValuesConstraint<std::string>>(words));
     add(std::make_unique<TCLAP::ValueArg<std::string>>(row.short_name, row.long_name, help_text(row), row.is_required,
                                                        default_word, constraints.back().get()),
         [destination, words](const std::string& value) {
@@ -131,10 +180,16 @@ bool parse_silently(std::span<const option_row> table, int argc, char** argv) {
 bool read_options(std::span<const option_row> table, const char* description, int status_if_not_written, int argc,
                   char** argv) {
   CShownOutput output;
+  COptionParser parser(description, output);
+  parser.tell_nearest_words();
   try {
-    COptionParser(description, output).parse(table, argc, argv);
+    look_for_unknown_options(table, argc, argv);
+    parser.parse(table, argc, argv);
   } catch (const unwritten_help&) {
     std::exit(status_if_not_written);
+  } catch (const misspelt& found) {
+    std::fputs(found.complaint.c_str(), stderr);
+    return false;
   }
   for (const option_row& row : table) {
     const std::string complaint = complaint_about(row);

@@ -124,6 +124,7 @@
 # --- command line
 1 no-format      quarvo-convert r
 1 unknown-format quarvo-convert -t xml r
+1 misspelt-format quarvo-convert -t bde r
 1 no-input       quarvo-convert -t bed
 1 two-inputs     quarvo-convert -t bed a b
 1 unknown-option quarvo-convert -t bed --nosuch r

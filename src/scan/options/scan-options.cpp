@@ -12,9 +12,7 @@
 #include "conversion-settings.h"
 #include "global-types-and-parameters-options.h"
 #include "global-types-and-parameters.h"
-#include "nearest-word.h"
 #include "option-parser.h"
-#include "shown-text.h"
 
 scan_option_values scan_options;
 
@@ -170,22 +168,6 @@ std::vector<std::string> parser_words(int argc, char** argv) {
   return words;
 }
 
-// Returns false after a message about a long option that there is none of.
-bool knows_options(const std::vector<std::string>& words, std::span<const option_row> table) {
-  std::vector<std::string> names{"help", "version", "ignore_rest"};
-  for (const option_row& row : table) names.emplace_back(row.long_name);
-  for (std::size_t i = 1; i < words.size() && words[i] != "--" && words[i] != "--ignore_rest"; ++i) {
-    if (!words[i].starts_with("--")) continue;
-    const std::string name = words[i].substr(2, words[i].find_first_of("= ") - 2);
-    if (std::ranges::find(names, name) != names.end()) continue;
-    const std::string nearest = nearest_word(name, names);
-    std::fprintf(stderr, "Sorry, there is no option --%s.%s\nAll options: quarvo-scan --help\n", shown(name).c_str(),
-                 nearest.empty() ? "" : (" Did you mean --" + nearest + "?").c_str());
-    return false;
-  }
-  return true;
-}
-
 int format_of_extension(std::string name) {
   static const std::map<std::string, int, std::less<>> formats{
       {".bed", first_conversion + to_bed},    {".gff3", first_conversion + to_gff3},
@@ -246,7 +228,6 @@ int read_scan_options(int argc, char** argv) {
   std::vector<std::string> words = parser_words(argc, argv);
   const auto end_of_options = std::ranges::find(words, "--");
   if (std::find(words.begin(), end_of_options, "-h") != end_of_options) std::exit(print_short_help());
-  if (!knows_options(words, scan_option_table())) return companion_status::command_line;
   std::vector<char*> pointers;
   pointers.reserve(words.size());
   for (std::string& word : words) pointers.push_back(word.data());

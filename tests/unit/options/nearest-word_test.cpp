@@ -17,6 +17,7 @@ TEST(NearestWord, MayDifferInTheCaseOfLetters) { EXPECT_EQ(nearest_word("MAXUNIT
 TEST(NearestWord, IsNoneWhereAllDifferTooMuch) {
   EXPECT_EQ(nearest_word("gamma", words), "");
   EXPECT_EQ(nearest_word("", words), "");
+  EXPECT_EQ(nearest_word("ab", {"n", "x"}), "");
 }
 
 }  // namespace

@@ -27,7 +27,7 @@ std::size_t distance(const std::string& a, const std::string& b) {
 
 std::string nearest_word(const std::string& word, const std::vector<std::string>& words) {
   std::string nearest;
-  std::size_t least = std::max<std::size_t>(2, word.size() / 3) + 1;
+  std::size_t least = std::min(std::max<std::size_t>(2, word.size() / 3) + 1, word.size());
   for (const std::string& other : words) {
     const std::size_t its_distance = distance(word, other);
     if (its_distance >= least) continue;
