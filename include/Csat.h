@@ -58,8 +58,11 @@ class Csat {
 
   std::span<missense_entry> missense_entries() const { return {missense, missense_count}; }
 
-  // Appends an edit. When the array cannot grow, ends the process with status 0 and a message on standard output.
+  // Appends an edit. Where the array cannot grow, memory has run out (out-of-memory.h), unless a program ends
+  // otherwise.
   void add_missense(const char* position, char symbol);
+  // Has this function end the process then.
+  static void when_edits_lack_memory(void (*end)());
 
   // Orders edits by position, then by letter.
   static bool lessThan_missense(const missense_entry& a, const missense_entry& b) {

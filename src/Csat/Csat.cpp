@@ -9,10 +9,17 @@
 
 #include "CsatContainer.h"
 #include "global-types-and-parameters.h"
+#include "out-of-memory.h"
 
 // Made without allocating, since nothing could tell of a failure before main, and never destroyed.
 alignas(Csat_garbagecollector) static std::array<std::byte, sizeof(Csat_garbagecollector)> sat_alloc_memory;
 Csat_garbagecollector& sat_alloc = *new (sat_alloc_memory.data()) Csat_garbagecollector;
+
+namespace {
+
+void (*end_without_memory_for_edits)() = raise_out_of_memory;
+
+}  // namespace
 
 void Csat::reset(const char* begin, const char* end) {
   pos_left = fwd_unit_cursor = unit_begin = begin;
@@ -25,15 +32,13 @@ void Csat::reset(const char* begin, const char* end) {
   missense_count = 0;
 }
 
+void Csat::when_edits_lack_memory(void (*end)()) { end_without_memory_for_edits = end; }
+
 void Csat::add_missense(const char* position, char symbol) {
   if (missense_count == missense_capacity) {
     const unsigned capacity = missense == nullptr ? 4 : 2 * missense_capacity;
     void* const grown = std::realloc(missense, capacity * sizeof(missense_entry));
-    if (grown == nullptr) {
-      std::puts("Program aborded due to failed realloc!");
-      std::fflush(stdout);
-      std::exit(0);
-    }
+    if (grown == nullptr) end_without_memory_for_edits();
     missense = static_cast<missense_entry*>(grown);
     missense_capacity = capacity;
   }

@@ -107,7 +107,7 @@ const char* CConvertedFile::fate() const {
 bool CConvertedFile::finish() {
   const bool is_compressed_whole = close_compressed();
   if (!file.close() || !is_compressed_whole) return false;
-  if (unnamed.descriptor() < 0 || unnamed.give_name(name)) return true;
+  if (unnamed.descriptor() < 0 || unnamed.give_name(name, may_replace)) return true;
   why_unnamed = "It could not get its name: " + reason_of(errno) + "\n";
   return false;
 }

@@ -8,7 +8,8 @@
 #include "CTemporaryFile.h"
 
 // The file that a companion program writes. A regular file gets its name only when it is complete, with the mode of the
-// file that had it before, which stays as it is until then; of runs at once under one name the last to end has it.
+// file that had it before, which stays as it is until then; of runs at once under one name the last to end has it, or
+// the first where none may be replaced.
 // Standard output, devices and pipes are written directly. What goes to a name that ends in .gz is compressed by BGZF.
 // Not copyable; what is not complete vanishes.
 class CConvertedFile {
@@ -21,6 +22,9 @@ class CConvertedFile {
   // Opens the file; an empty name stands for standard output. Returns false after a message when that is impossible
   // or when it is one of the files to read, of which some may have no name. Several threads may compress.
   bool open(const std::string& file_name, const std::vector<std::string>& read_files, int its_threads = 1);
+
+  // Has finish() fail if by then another file has the name.
+  void replace_nothing() { may_replace = false; }
 
   std::FILE* stream() const { return compressed != nullptr ? compressed : file.stream(); }
 
@@ -35,6 +39,7 @@ class CConvertedFile {
  private:
   COutputFile file{"as output file."};
   int threads = 1;
+  bool may_replace = true;
   CTemporaryFile unnamed;           // what is written, unless that is done directly
   std::FILE* compressed = nullptr;  // the stream in front of the file, if any
   std::string shown_name;           // as the user gave it

@@ -154,12 +154,15 @@ bool CTemporaryFile::link_to_own_name() {
 
 // A file without a name cannot take the place of another in one step; the name between is there for a moment in which
 // only a signal that cannot be caught ends the process.
-bool CTemporaryFile::give_name(const std::string& name) {
+bool CTemporaryFile::give_name(const std::string& name, bool may_replace) {
   const CBlockedSignals none;
   if (own_name.empty()) {
     const std::string link = link_of(its_descriptor);
     if (linkat(AT_FDCWD, link.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0) return true;
-    if (errno != EEXIST || !link_to_own_name()) return false;
+    if (errno != EEXIST || !may_replace || !link_to_own_name()) return false;
+  } else if (!may_replace && access(name.c_str(), F_OK) == 0) {
+    errno = EEXIST;
+    return false;
   }
   const bool is_renamed = rename(own_name.c_str(), name.c_str()) == 0;
   const int error = errno;

@@ -26,7 +26,8 @@ class CTemporaryFile {
   void take_mode_of(const std::string& file_name) const;
 
   // Gives it this name, in the place of whatever file had it, in one step: nobody sees a part of it or no file.
-  bool give_name(const std::string& name);
+  // Where a file must not be replaced, one of this name makes the call fail.
+  bool give_name(const std::string& name, bool may_replace = true);
 
   // Takes away the name that cannot be guessed: the file then lasts as long as it is open.
   void forget_name();

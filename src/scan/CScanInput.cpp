@@ -32,6 +32,10 @@ bool CScanInput::open() {
       fail(companion_status::not_read, "Sorry! There is no input file\n   \"" + shown(one) + "\"\n");
       return false;
     }
+    if (std::filesystem::is_directory(one, ignored)) {
+      fail(companion_status::not_read, "Sorry! This is a directory and no input file:\n   \"" + shown(one) + "\"\n");
+      return false;
+    }
     const std::int64_t size = size_of(one);
     have_sizes = have_sizes && size > 0;
     total += size;

@@ -15,9 +15,10 @@ bool open_output(CConvertedFile& file, const std::string& name, const std::vecto
 // Closes the file and gives it its name. Returns false after a message when something could not be written.
 bool finish_output(CConvertedFile& file);
 
-// Writes the tabix index of a finished file, as a .csi where a sequence is too long for a .tbi. Returns false behind a
-// message when that is impossible. `is_bed`: else GFF3.
-bool write_index(const std::string& file_name, bool is_bed, bool has_long_sequence);
+// Writes the tabix index of a finished file, as a .csi where the longest sequence is too long for a .tbi, and removes
+// what the other kind says of a former file. Returns false behind a message when that is impossible. `is_bed`: else
+// GFF3.
+bool write_index(const std::string& file_name, bool is_bed, unsigned longest_sequence);
 
 // Whether the file has an index already.
 bool has_index(const std::string& file_name);

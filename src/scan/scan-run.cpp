@@ -11,8 +11,10 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <memory>
 #include <set>
+#include <stdexcept>
 
 #include "CConversionPipe.h"
 #include "CLineReader.h"
@@ -20,6 +22,7 @@
 #include "CRecordReport.h"
 #include "CRecordSearch.h"
 #include "CScanInput.h"
+#include "CTemporaryFile.h"
 #include "available-cores.h"
 #include "companion.h"
 #include "for-each-in-turn.h"
@@ -40,9 +43,6 @@ namespace {
 constexpr std::int64_t least_batch = 1 << 22;
 constexpr std::int64_t least_batch_a_thread = 1 << 19;
 constexpr std::size_t batches_at_once = 3;  // one read, one searched, one reported
-
-// The longest sequence that a .tbi can index.
-constexpr unsigned longest_for_tbi = 1U << 29;
 
 // For tests of the borders between stretches: a number of symbols, or 0.
 unsigned number_in_environment(const char* name) {
@@ -92,7 +92,7 @@ class CScan {
   CSearchers searchers;
   std::unique_ptr<CProgressMeter> progress;
   std::atomic<int> status = 0;
-  bool has_long_sequence = false;
+  unsigned longest_sequence = 0;
 
   static masking mask() { return static_cast<masking>(scan_options.mask); }
   static bool is_converted() { return scan_options.to >= first_conversion; }
@@ -234,7 +234,7 @@ void CScan::report(batch& all) {
   CRecordReport block(settings, searchers, mask());
   for (std::size_t i = 0; i < all.records.size(); ++i) {
     scan_record& record = *all.records[i];
-    has_long_sequence |= record.molecule.symbols.length > longest_for_tbi;
+    longest_sequence = std::max(longest_sequence, record.molecule.symbols.length);
     progress->add_repeats(block.write(results, record, all.repeats[i]));
     progress->add_sequence();
     if (mask() != no_mask) write_letters(masked.stream(), record);
@@ -279,7 +279,7 @@ int CScan::finish() {
   if (mask() != no_mask && !finish_output(masked)) return companion_status::not_written;
   if (!finish_output(output)) return companion_status::not_written;
   if (scan_options.index &&
-      !write_index(scan_options.output, scan_options.to == first_conversion + to_bed, has_long_sequence)) {
+      !write_index(scan_options.output, scan_options.to == first_conversion + to_bed, longest_sequence)) {
     return companion_status::not_written;
   }
   if (!scan_options.quiet) std::fprintf(stderr, "%s\n", progress->summary().c_str());
@@ -291,6 +291,19 @@ void let_heaps_grow_in_large_steps() {
 #ifdef __GLIBC__
   mallopt(M_TOP_PAD, 1 << 24);
 #endif
+}
+
+// Whichever library asks for a thread that the system does not grant raises an exception, also where none may pass.
+[[noreturn]] void end_without_threads() {
+  try {
+    if (std::current_exception() != nullptr) throw;
+  } catch (const std::runtime_error&) {
+    remove_unnamed_file();
+    std::fputs("Sorry! The system does not grant so many threads. Please name fewer with --threads.\n", stderr);
+    _exit(companion_status::out_of_memory);
+  } catch (...) {
+  }
+  std::abort();
 }
 
 int run(unsigned threads) {
@@ -307,6 +320,7 @@ int run_scan(int argc, char** argv) {
   if (const int status = read_scan_options(argc, argv); status != 0) return status;
   const unsigned threads = scan_options.threads != 0 ? scan_options.threads : available_cores();
   if (threads > 1) let_heaps_grow_in_large_steps();
+  std::set_terminate(end_without_threads);
   const tbb::global_control limit(tbb::global_control::max_allowed_parallelism, threads);
   return tbb::task_arena(static_cast<int>(threads)).execute([threads] { return run(threads); });
 }
