@@ -59,8 +59,16 @@ void CFastShortcuts::begin_extension(bool to_the_right, const CUnitText& unit, c
   }
 }
 
+// A walk of little score can pay for few edits, so the look-aheads as defined end sooner than the choice is begun.
+// Where repeats of little score are kept, most walks are such.
+bool CFastShortcuts::is_soon_looked_ahead(const extension_state& at) const {
+  constexpr int least_score = 4;
+  constexpr int least_min_score = 6;
+  return at.score < least_score && settings->min_scores[static_cast<unsigned>(unit_length)] < least_min_score;
+}
+
 CShortcuts::decision CFastShortcuts::choose_edit(const extension_state& at, unsigned char depth, int best) {
-  if (!switches.edit_choice) return {};
+  if (!switches.edit_choice || is_soon_looked_ahead(at)) return {};
   return right ? choose(*right, at, depth, best) : choose(*left, at, depth, best);
 }
 

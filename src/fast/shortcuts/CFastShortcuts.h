@@ -69,6 +69,7 @@ class CFastShortcuts final : public CShortcuts {
   std::optional<extension<leftwards>> left;
   int unit_length = 0;
 
+  bool is_soon_looked_ahead(const extension_state& at) const;
   template <typename Direction>
   decision choose(extension<Direction>& side, const extension_state& at, unsigned char depth, int best);
 
