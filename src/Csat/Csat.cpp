@@ -17,7 +17,7 @@ Csat_garbagecollector& sat_alloc = *new (sat_alloc_memory.data()) Csat_garbageco
 
 namespace {
 
-void (*end_without_memory_for_edits)() = raise_out_of_memory;
+void (*end_without_memory_for_edits)() = nullptr;
 
 }  // namespace
 
@@ -38,7 +38,10 @@ void Csat::add_missense(const char* position, char symbol) {
   if (missense_count == missense_capacity) {
     const unsigned capacity = missense == nullptr ? 4 : 2 * missense_capacity;
     void* const grown = std::realloc(missense, capacity * sizeof(missense_entry));
-    if (grown == nullptr) end_without_memory_for_edits();
+    if (grown == nullptr) {
+      if (end_without_memory_for_edits != nullptr) end_without_memory_for_edits();
+      raise_out_of_memory();
+    }
     missense = static_cast<missense_entry*>(grown);
     missense_capacity = capacity;
   }
