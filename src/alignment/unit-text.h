@@ -17,6 +17,7 @@ class CUnitText {
   void set(const char* unit_begin, const char* unit_end) {
     const std::size_t L = static_cast<unsigned>(unit_end - unit_begin);
     its_length = static_cast<int>(L);
+    its_origin = unit_begin;
     reciprocal = (std::uint64_t{1} << 32) / L + 1;
     if (text.size() < L + std::size_t{2} * margin) text.resize(L + std::size_t{2} * margin);
     std::copy(unit_begin, unit_end, text.data() + margin);
@@ -25,6 +26,8 @@ class CUnitText {
   }
 
   int length() const { return its_length; }
+  // Where it was copied from.
+  const char* origin() const { return its_origin; }
 
   // The cursor that u, -symbols_a_word <= u < L + symbols_a_word, stands for. Without branches, since how far a run
   // goes cannot be predicted: a multiplication by 1/L, rounded up, whose error stays below 1/L for all unit lengths
@@ -45,6 +48,7 @@ class CUnitText {
   mutable std::vector<char> text;
   mutable int written = 0;  // symbols of each margin that are there
   int its_length = 0;
+  const char* its_origin = nullptr;
   std::uint64_t reciprocal = 0;
 
   void write_margins(int wanted) const {

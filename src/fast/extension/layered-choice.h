@@ -66,6 +66,7 @@ class CLayeredChoice {
     space.states.push_back({from, 0, edit::none, no_state});
     layer_begin = 0;
     is_cut = false;
+    its_farthest = 0;
     do {
       ++depth;
       is_last = depth == rules.recursion_depth;
@@ -73,6 +74,9 @@ class CLayeredChoice {
     } while (layer_begin != space.states.size());
     return {chosen, highest, is_cut};
   }
+
+  // How many symbols ahead of the mismatch a path of it stood at a mismatch, or at the end.
+  int farthest() const { return its_farthest; }
 
  private:
   using state = layered_states::state;
@@ -87,8 +91,9 @@ class CLayeredChoice {
   const char* start = nullptr;
   int highest = 0;
   edit chosen = edit::none;
-  bool is_last = false;         // no edit of the look-ahead may follow those of this layer
-  bool is_cut = false;          // one would be admissible
+  bool is_last = false;  // no edit of the look-ahead may follow those of this layer
+  bool is_cut = false;   // one would be admissible
+  int its_farthest = 0;
   std::size_t layer_begin = 0;  // the layer being left is states [layer_begin, layer_end)
   std::size_t layer_end = 0;
 
@@ -127,6 +132,7 @@ class CLayeredChoice {
   void place(state added) {
     run_on<Direction>(added.at, unit, end, rules.passes_over_Ns);
     note(added.at.score, added.first);
+    its_farthest = std::max(its_farthest, static_cast<int>(Direction::left_over(start, added.at.s)));
     const int cheaper = std::max(rules.mismatch_score, rules.indel_score);
     if (added.at.s == end || static_cast<std::int64_t>(added.at.score) + cheaper < lowest) return;
     if (is_last) {

@@ -109,10 +109,23 @@ bool CRunEnds::choose(const question& asked, int score) {
     so_far.values |= added.values;
     so_far.places = added.places;
   }
+  last_layer = edits;
   if (edits == 0) return true;
   highest_value = cheaper_score() + highest_bit(so_far.values);
   found = {first_edit(asked, last_with_highest), score + highest_value, so_far.places != 0};
   return true;
+}
+
+// Every path can go on by a mismatch, so the farthest one is of the last layer.
+int CRunEnds::farthest() const {
+  std::uint64_t places = 1;
+  for (int deletions = 0; deletions <= last_layer; ++deletions) {
+    const layer& last = ends[static_cast<std::size_t>(last_layer)];
+    for (int insertions = 0; deletions + insertions <= last_layer; ++insertions) {
+      places |= last[index(deletions, insertions)];
+    }
+  }
+  return highest_bit(places);
 }
 
 template <bool one_penalty, int edits>

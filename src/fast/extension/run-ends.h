@@ -64,6 +64,10 @@ class CRunEnds {
   // What it found.
   const edit_outlook& outlook() const { return found; }
 
+  // How many symbols ahead of the mismatch a path of it stood at a mismatch, or at the end, where the floor stopped
+  // none.
+  int farthest() const;
+
  private:
   // Words by counts: deletions * row + insertions, after a row and a word that stay 0.
   static constexpr int row = 8;
@@ -102,6 +106,7 @@ class CRunEnds {
   std::array<layer, most_edits + 1> for_indel{};              // the same as for_mismatch if both scores are equal
   std::array<layer, most_edits + 1> wanted{};  // those on the way to the highest score; 0 between two choices
 
+  int last_layer = 0;     // of the choice
   int highest_value = 0;  // counted from the score at the mismatch
   edit_outlook found{};
 

@@ -8,6 +8,7 @@
 void CFastShortcuts::begin_record(const char* its_begin, const char* its_end, const search_settings& its_settings) {
   CShortcuts::begin_record(its_begin, its_end, its_settings);
   settings = &its_settings;
+  choice_space.remembered.forget();
 }
 
 void CFastShortcuts::end_record() {
@@ -39,9 +40,10 @@ const char* CFastShortcuts::next_candidate(bool was_accepted) {
   return switches.candidates ? queue->next(was_accepted) : CShortcuts::next_candidate(was_accepted);
 }
 
-// What the batches keep, which follow the same paths, would be kept here as well.
+// What the batches keep, which follow the same paths, would be kept here as well. Extensions of longer units cost less.
 bool CFastShortcuts::may_reach(const Csat& sat, const CUnitText& unit, int T) {
-  if (!switches.path_bound || (queue && queue->is_given_one_tested())) return true;
+  constexpr int longest = 128;
+  if (!switches.path_bound || unit.length() > longest || (queue && queue->is_given_one_tested())) return true;
   return CPathBound(settings->rules, begin, end).may_reach(sat, unit, T);
 }
 

@@ -43,10 +43,9 @@ class CBatchBound {
   static constexpr unsigned longest_unit = 2000;
 
   // Symbols looked at on each side. On random sequence hardly a path gets farther without the score. Beside the copies
-  // of interspersed repeats and in satellites, paths of long units live longer, and an extension of one such candidate
-  // costs more than all these rows.
+  // of interspersed repeats and in satellites, paths of long units live longer.
   static constexpr int rows(unsigned L) {
-    return L < 40 ? 24 + 2 * static_cast<int>(L < 4 ? 4 : L) : 200 + 12 * static_cast<int>(L);
+    return L < 40 ? 24 + 2 * static_cast<int>(L < 4 ? 4 : L) : 200 + 3 * static_cast<int>(L);
   }
   // The same for consecutive candidates.
   static constexpr int rows_of_next(unsigned L) { return 24 + 2 * static_cast<int>(L < 4 ? 4 : L); }

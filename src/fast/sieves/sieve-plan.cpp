@@ -18,6 +18,8 @@ constexpr unsigned shortest_for_potential = 21;
 constexpr unsigned shortest_for_potential_if_mild = 16;
 constexpr unsigned shortest_for_clusters = 8;
 constexpr unsigned longest_for_small_clusters = 128;
+// Extensions of longer units cost less than this test, since they meet the choices of those before.
+constexpr unsigned longest_tested_again = 128;
 
 // A score is no higher than the number of symbols beside the unit.
 bool lacks_room(const question& q) {
@@ -99,7 +101,7 @@ std::span<const sieve_row> sieve_rows() { return rows; }
 sieve_plan plan_sieves(const sieve_question& q) {
   const auto* const row = std::find_if(rows.begin(), rows.end(), [&](const sieve_row& r) { return r.serves(q); });
   const bool has_batches = CBatchBound::applies(q.bound);
-  sieve_plan plan{row, {}, row->is_tested_again && has_batches};
+  sieve_plan plan{row, {}, row->is_tested_again && has_batches && q.bound.L <= longest_tested_again};
   if (row->has_clusters && has_batches && q.bound.L >= shortest_for_clusters) {
     const unsigned largest = std::min(64U, std::bit_floor(q.bound.L));
     plan.clusters = {largest, q.bound.L <= longest_for_small_clusters ? largest / 4 : 0};
