@@ -107,7 +107,7 @@
 0 output-mode    echo old >converted; chmod 600 converted; quarvo three.fa r 2>err && quarvo-convert -t bed -o converted r && stat -c %a converted
 6 stderr-is-input quarvo three.fa r 2>err && quarvo-convert -t bed -o converted r 2>>r; s=$?; tail -n 1 r; exit $s
 0 output-linked  ln -s converted link; quarvo three.fa r 2>err && quarvo-convert -t bed -o link r && test -L link
-6 output-is-input quarvo three.fa converted 2>err && quarvo-convert -t bed -o converted converted; s=$?; cmp converted <(quarvo three.fa converted 2>err; cat converted); exit $s
+6 output-is-input quarvo three.fa converted 2>err && sum=$(cksum <converted) && quarvo-convert -t bed -o converted converted; s=$?; [ "$sum" = "$(cksum <converted)" ] || exit 99; exit $s
 6 output-is-linked-input quarvo three.fa r 2>err && ln r other && quarvo-convert -t bed -o other r; s=$?; tail -n 1 r; exit $s
 6 stdout-is-input quarvo three.fa r 2>err && quarvo-convert -t bed r >>r; s=$?; tail -n 1 r; exit $s
 6 output-is-lengths quarvo three.fa r 2>err && quarvo-convert -t tsv --lengths three.fa.fai -o three.fa.fai r; s=$?; cat three.fa.fai; exit $s
