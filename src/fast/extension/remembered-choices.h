@@ -21,7 +21,7 @@
 // to that), and where the unit begins anew, or the record ends, which the look-ahead must not have come to. So a choice
 // is kept with how far it looked, and holds where the unit and the record go on as far.
 //
-// A table without chains: what is kept later replaces what has the same slot. Memory: half a megabyte, from the first
+// A table without chains: what is kept later replaces what has the same slot. Memory: 0.8 megabytes, from the first
 // choice that is kept.
 class CRememberedChoices {
  public:
@@ -42,29 +42,30 @@ class CRememberedChoices {
     edit chosen;
   };
 
-  // Forgets all, since another record begins.
+  // Forgets all, since another record begins. Costs nothing, as there are files of many short records.
   void forget() {
-    if (is_empty) return;
-    slots.assign(slots.size(), {});
-    is_empty = true;
+    if (++record == 0) {
+      slots.clear();
+      record = 1;
+    }
   }
 
   // nullptr if none is known.
   const choice* find(const place& at) const {
-    if (is_empty) return nullptr;
+    if (slots.empty()) return nullptr;
     const slot& found = slots[index_of(at)];
-    return found.at == at ? &found.kept : nullptr;
+    return found.record == record && found.at == at ? &found.kept : nullptr;
   }
 
   void keep(const place& at, const choice& made) {
     if (slots.empty()) slots.resize(size);
-    is_empty = false;
-    slots[index_of(at)] = {at, made};
+    slots[index_of(at)] = {at, record, made};
   }
 
  private:
   struct slot {
     place at{nullptr, 0};
+    std::uint32_t record = 0;  // none
     choice kept{0, edit::none};
   };
 
@@ -76,5 +77,5 @@ class CRememberedChoices {
   }
 
   std::vector<slot> slots;
-  bool is_empty = true;
+  std::uint32_t record = 1;  // counts the records, and begins again
 };

@@ -1,6 +1,7 @@
 #include "CFastShortcuts.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "leap-ahead.h"
 #include "path-bound.h"
@@ -61,12 +62,17 @@ void CFastShortcuts::begin_extension(bool to_the_right, const CUnitText& unit, c
   }
 }
 
-// A walk of little score can pay for few edits, so the look-aheads as defined end sooner than the choice is begun.
-// Where repeats of little score are kept, most walks are such.
+// A walk of little score near the floor can pay for one or two edits, so the look-aheads as defined end sooner than the
+// choice is begun. Where repeats of little score are kept, most walks are such.
 bool CFastShortcuts::is_soon_looked_ahead(const extension_state& at) const {
   constexpr int least_score = 4;
   constexpr int least_min_score = 6;
-  return at.score < least_score && settings->min_scores[static_cast<unsigned>(unit_length)] < least_min_score;
+  if (at.score >= least_score || settings->min_scores[static_cast<unsigned>(unit_length)] >= least_min_score) {
+    return false;
+  }
+  const scoring& rules = settings->rules;
+  const std::int64_t three_edits = -std::int64_t{3} * std::max(rules.mismatch_score, rules.indel_score);
+  return at.score - rules.least_after_edit(unit_length) < three_edits;
 }
 
 CShortcuts::decision CFastShortcuts::choose_edit(const extension_state& at, unsigned char depth, int best) {
