@@ -71,8 +71,8 @@ class CRememberedChoices {
 
   static constexpr std::size_t size = std::size_t{1} << 15;
   static std::size_t index_of(const place& at) {
-    const auto key =
-        reinterpret_cast<std::uintptr_t>(at.s) * 31 + static_cast<std::uint32_t>(at.distance) * 2654435769U;
+    const auto key = reinterpret_cast<std::uintptr_t>(at.s) * 31 +
+                     std::uint64_t{static_cast<std::uint32_t>(at.distance)} * 2654435769U;
     return (key ^ key >> 15) % size;
   }
 

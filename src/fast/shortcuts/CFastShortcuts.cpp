@@ -10,6 +10,7 @@ void CFastShortcuts::begin_record(const char* its_begin, const char* its_end, co
   CShortcuts::begin_record(its_begin, its_end, its_settings);
   settings = &its_settings;
   choice_space.remembered.forget();
+  are_little_scores_kept = false;
 }
 
 void CFastShortcuts::end_record() {
@@ -20,6 +21,8 @@ void CFastShortcuts::end_record() {
 }
 
 const char* CFastShortcuts::first_candidate(unsigned L, const CAnchorSeq& mask) {
+  constexpr int little = 6;
+  are_little_scores_kept = settings->min_scores[L] < little;
   if (!switches.candidates) return CShortcuts::first_candidate(L, mask);
   if (!filter) {
     const symbol_range window = window_of_starts();
@@ -63,20 +66,16 @@ void CFastShortcuts::begin_extension(bool to_the_right, const CUnitText& unit, c
 }
 
 // A walk of little score near the floor can pay for one or two edits, so the look-aheads as defined end sooner than the
-// choice is begun. Where repeats of little score are kept, most walks are such.
+// choice is begun.
 bool CFastShortcuts::is_soon_looked_ahead(const extension_state& at) const {
   constexpr int least_score = 4;
-  constexpr int least_min_score = 6;
-  if (at.score >= least_score || settings->min_scores[static_cast<unsigned>(unit_length)] >= least_min_score) {
-    return false;
-  }
   const scoring& rules = settings->rules;
   const std::int64_t three_edits = -std::int64_t{3} * std::max(rules.mismatch_score, rules.indel_score);
-  return at.score - rules.least_after_edit(unit_length) < three_edits;
+  return at.score < least_score && at.score - rules.least_after_edit(unit_length) < three_edits;
 }
 
 CShortcuts::decision CFastShortcuts::choose_edit(const extension_state& at, unsigned char depth, int best) {
-  if (!switches.edit_choice || is_soon_looked_ahead(at)) return {};
+  if (!switches.edit_choice || (are_little_scores_kept && is_soon_looked_ahead(at))) return {};
   return right ? choose(*right, at, depth, best) : choose(*left, at, depth, best);
 }
 

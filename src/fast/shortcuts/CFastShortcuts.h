@@ -68,6 +68,7 @@ class CFastShortcuts final : public CShortcuts {
   std::optional<extension<rightwards>> right;
   std::optional<extension<leftwards>> left;
   int unit_length = 0;
+  bool are_little_scores_kept = false;  // then most walks are near the floor
 
   bool is_soon_looked_ahead(const extension_state& at) const;
   template <typename Direction>
