@@ -163,7 +163,8 @@ TEST_F(CountedPool, TakesNoLongRecord) {
   records.erase(records.begin() + 10, records.end());
   EXPECT_EQ(runs_for_all(text), 1);
   const std::string next = random.sequence("ACGT", 100);
-  pool.announce(fasta({random.sequence("ACGT", 5000)}, 80));
+  const std::string long_record = fasta({random.sequence("ACGT", 5000)}, 80);
+  pool.announce(long_record);
   ask(pool, kernel, next);
   EXPECT_EQ(runs, 2);
 }
