@@ -58,6 +58,7 @@ packages_to_test_python=(
   python3-pybind11   # the same, as pip asks for it
   python3-dev        # the same
   python3-pip        # builds it
+  python3-build      # makes its source distribution
   python3-setuptools # the same
   python3-wheel      # the same
   python3-pytest     # its tests

@@ -2,6 +2,7 @@
 
 import dataclasses
 import doctest
+import importlib.metadata
 import math
 import os
 import random
@@ -37,6 +38,15 @@ def random_sequence(numbers: random.Random) -> str:
         copies = [symbol if numbers.random() < 0.97 else numbers.choice("ACGTN") for symbol in unit * numbers.randint(1, 15)]
         parts += copies + numbers.choices("ACGTacgtRYn", k=numbers.randint(0, 60))
     return "".join(parts)
+
+
+def test_what_pip_installs_is_complete() -> None:
+    distribution = importlib.metadata.distribution("quarvo")
+    assert distribution.files is not None
+    installed = {path.name for path in distribution.files if path.suffix != ".pyc"}
+    assert {"__init__.py", "_quarvo.pyi", "py.typed", "LICENSE"} <= installed
+    assert distribution.metadata["License"] == "MIT"
+    assert (tree / "CITATION.cff").read_text().count(f"\nversion: {distribution.version}\n") == 1
 
 
 def test_positions_are_those_of_python() -> None:
