@@ -1,7 +1,7 @@
 # An image with the static programs and nothing else:
 #
 #   docker build -t quarvo .
-#   docker run --rm -v "$PWD:/data" quarvo genome.fa.gz repeats.txt
+#   docker run --rm -u "$(id -u):$(id -g)" -v "$PWD:/data" quarvo genome.fa.gz repeats.txt
 #
 # Pipeline engines start a shell in a container; for these, docker build --target shell.
 FROM debian:bookworm-slim AS build
