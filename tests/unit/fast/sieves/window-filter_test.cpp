@@ -119,7 +119,7 @@ TEST_F(WindowFilter, KeepsWhatTheBoundAsksForBesideWornCopies) {
     const auto shortest = static_cast<unsigned>(std::max(128, L - random.number(0, 40)));
     check({settings, static_cast<unsigned>(L), with_worn_repeat(random, L, penalty, 700)}, shortest);
   }
-  EXPECT_GT(counts.candidates.wanted, 2000U);
+  EXPECT_GT(counts.candidates.wanted, 1000U * tested_targets().size());
   EXPECT_LT(counts.given_up, counts.tests / 2);
 }
 
