@@ -6,10 +6,11 @@
 const char* CCandidateQueue::first(unsigned its_L, const CAnchorSeq& its_mask) {
   L = its_L;
   mask = &its_mask;
-  candidates = &filter.candidates(its_L);
   first_start = static_cast<std::size_t>(starts.begin - begin);
   const char* const last_followed = end - std::min<std::ptrdiff_t>(end - begin, L);
   after_starts = std::max(first_start, static_cast<std::size_t>(std::min(starts.end, last_followed) - begin));
+  candidates =
+      &filter.candidates(its_L, [this](std::size_t in_word, std::uint64_t bits) { return admitted_of(in_word, bits); });
   count = given = 0;
   batch_end = first_start;
   has_mask_changed = false;
@@ -96,10 +97,10 @@ bool CCandidateQueue::are_many(std::uint64_t bits) {
   return bits != 0;
 }
 
-// Bit i: 64 * in_word + i is a candidate that the mask admits.
-std::uint64_t CCandidateQueue::admitted(std::size_t in_word) const {
+// Of the bits of a word, those of starts that the mask admits.
+std::uint64_t CCandidateQueue::admitted_of(std::size_t in_word, std::uint64_t bits) const {
   const std::size_t p = 64 * in_word;
-  std::uint64_t bits = candidates->word(in_word);
+  if (p >= after_starts || p + 64 <= first_start) return 0;
   if (p < first_start) bits &= ~std::uint64_t{0} << (first_start - p);
   if (after_starts - p < 64) bits &= ~(~std::uint64_t{0} << (after_starts - p));
   if (are_many(bits) && p >= first_start && after_starts - p >= 64) {

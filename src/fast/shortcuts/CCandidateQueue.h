@@ -67,6 +67,7 @@ class CCandidateQueue {
   void walk_from(std::size_t p);
   std::size_t next_admitted();
   static bool are_many(std::uint64_t bits);
-  std::uint64_t admitted(std::size_t in_word) const;
+  std::uint64_t admitted(std::size_t in_word) const { return admitted_of(in_word, candidates->word(in_word)); }
+  std::uint64_t admitted_of(std::size_t in_word, std::uint64_t bits) const;
   std::size_t first_unit_from(std::size_t p);
 };

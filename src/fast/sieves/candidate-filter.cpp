@@ -26,13 +26,13 @@ sieve_plan CCandidateFilter::plan_of(unsigned L) const {
   return plan_sieves({bound_of(rules, L, min_scores[L]), record_length, reach, has_strange_Ns, programs});
 }
 
-const CPositionSet& CCandidateFilter::candidates(unsigned L) {
+const CPositionSet& CCandidateFilter::candidates(unsigned L, const asked_for& are_asked) {
   bound = bound_of(rules, L, min_scores[L]);
   plan = plan_of(L);
   kept.clear(length);
   find_candidates();
   for (const unsigned size : plan.clusters) {
-    if (size != 0) test_clusters(size);
+    if (size != 0) test_clusters(size, are_asked);
   }
   return kept;
 }
@@ -132,8 +132,8 @@ void CCandidateFilter::run_potential() {
   potential.place(bound.L, kept);
 }
 
-// Clusters of `size` candidates, side by side.
-void CCandidateFilter::test_clusters(unsigned size) {
+// Clusters of `size` candidates, side by side. In a repeat that is covered none is asked for.
+void CCandidateFilter::test_clusters(unsigned size, const asked_for& are_asked) {
   std::array<std::size_t, CBatchBound::most_candidates> starts{};
   std::array<const char*, CBatchBound::most_candidates> positions{};
   std::size_t count = 0;
@@ -147,7 +147,8 @@ void CCandidateFilter::test_clusters(unsigned size) {
     count = 0;
   };
   for (std::size_t start = 0; start < kept.end(); start += size) {
-    if (!kept.has_any_of_block(start, size)) continue;
+    const std::uint64_t block = kept.block_bits(start, size);
+    if (block == 0 || are_asked(start / 64, block) == 0) continue;
     starts[count] = start;
     positions[count++] = sequence + start;
     if (count == starts.size()) test();

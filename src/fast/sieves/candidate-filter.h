@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 #include "batch-bound.h"
@@ -38,8 +39,13 @@ class CCandidateFilter {
   // A multiple of 64 symbols: those of the unit and what a program reads beside it. All other tests read the record.
   static constexpr std::size_t context(unsigned longest) { return (longest + std::size_t{191}) / 64 * 64; }
 
-  // The candidates of unit length L to look at. Valid until the next call.
-  const CPositionSet& candidates(unsigned L);
+  // Of the bits of a word, those whose positions are asked for: bit i stands for the position 64 * word + i.
+  using asked_for = std::function<std::uint64_t(std::size_t word, std::uint64_t bits)>;
+  static std::uint64_t all_bits(std::size_t /*word*/, std::uint64_t bits) { return bits; }
+
+  // The candidates of unit length L to look at. Valid until the next call. Costs less where few are asked for now;
+  // those that are not may be asked for later, and some of them are kept untested.
+  const CPositionSet& candidates(unsigned L, const asked_for& are_asked = all_bits);
 
   // Of the candidates at `positions`, in ascending order, those that a second, tighter test keeps: bit i for
   // positions[i]. Of the unit length that candidates() was called for last.
@@ -75,6 +81,6 @@ class CCandidateFilter {
   CPotentialFilter::settings settings_for_all() const;
   void run_windows();
   void run_potential();
-  void test_clusters(unsigned size);
+  void test_clusters(unsigned size, const asked_for& are_asked);
   const CBitPlanes& planes_for(int reach);
 };

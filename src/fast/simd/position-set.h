@@ -62,7 +62,8 @@ class CPositionSet {
   }
 
   // Blocks: the `size` positions from a multiple of it on, where it is a power of two up to 64.
-  bool has_any_of_block(std::size_t p, unsigned size) const { return (words[p / 64] & block(p, size)) != 0; }
+  // Those of them that the set has, as bits of their word.
+  std::uint64_t block_bits(std::size_t p, unsigned size) const { return words[p / 64] & block(p, size); }
   void remove_block(std::size_t p, unsigned size) { words[p / 64] &= ~block(p, size); }
 
  private:

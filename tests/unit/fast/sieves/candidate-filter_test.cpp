@@ -23,6 +23,10 @@ class CAskedFilter {
         filter(exact.data(), exact.size(), CSearchController::minScores, current_scoring(), global_max_unit_length,
                programs) {}
 
+  const CPositionSet& candidates(unsigned L, const CCandidateFilter::asked_for& are_asked) {
+    return filter.candidates(L, are_asked);
+  }
+
   // The candidates of a unit length that both tests keep. The second is asked in batches of up to `batch`.
   CPositionSet keep(unsigned L, std::size_t batch) {
     const CPositionSet first = filter.candidates(L);
@@ -129,6 +133,39 @@ TEST_F(CandidateFilter, KeepsEveryCandidateWhereNoScoreIsTooLow) {
       for (std::size_t p = 0; p + L < symbols.size(); ++p) ASSERT_TRUE(kept.has(p)) << L << ' ' << p;
     }
   }
+}
+
+// A block is tested whole, if one of its candidates is asked for.
+TEST_F(CandidateFilter, LeavesUntestedOnlyBlocksOfWhichNoCandidateIsAskedFor) {
+  CRandomDna random(6);
+  const std::string symbols = symbols_of_data_file("human_alpha_satellite.fa");
+  std::size_t untested = 0;
+  std::size_t tested = 0;
+  for (const unsigned L : {10U, 24U, 40U, 64U, 100U, 171U}) {
+    candidate_settings settings;
+    settings.longest = L;
+    settings.put_in_force();
+    CPositionSet asked(symbols.size());
+    for (std::size_t p = 0; p < symbols.size(); ++p) {
+      if (random.number(0, 200) == 0) asked.add(p);
+    }
+    CAskedFilter filter(symbols);
+    const CPositionSet all = filter.candidates(L, CCandidateFilter::all_bits);
+    const CPositionSet none = filter.candidates(L, [](std::size_t, std::uint64_t) { return std::uint64_t{0}; });
+    const CPositionSet some =
+        filter.candidates(L, [&asked](std::size_t word, std::uint64_t bits) { return bits & asked.word(word); });
+    for (std::size_t p = 0; p < symbols.size(); ++p) {
+      ASSERT_TRUE(none.has(p) || !some.has(p)) << L << ' ' << p;
+      ASSERT_TRUE(some.has(p) || !all.has(p)) << L << ' ' << p;
+      if (asked.has(p)) {
+        ASSERT_EQ(some.has(p), all.has(p)) << L << ' ' << p;
+      }
+      untested += some.has(p) && !all.has(p) ? 1U : 0U;
+      tested += none.has(p) && !some.has(p) ? 1U : 0U;
+    }
+  }
+  EXPECT_GT(untested, 1000U);
+  EXPECT_GT(tested, 1000U);
 }
 
 TEST_F(CandidateFilter, DropsNearlyAllOfARandomSequence) {
