@@ -16,10 +16,9 @@ namespace quarvo_window_filter {
 
 constexpr int window = CWindowFilter::window;
 constexpr int row = CWindowFilter::row;
-constexpr int block_rows = 8;        // of which the highest value is kept
-constexpr int free_rows = 4;         // by which a path may leave its row within a window at no charge
-constexpr int is_gone = -(1 << 28);  // for a path
-constexpr std::size_t chains = 2;    // of values, each with a bonus of its own
+constexpr int block_rows = 8;      // of which the highest value is kept
+constexpr int free_rows = 4;       // by which a path may leave its row within a window at no charge
+constexpr std::size_t chains = 2;  // of values, each with a bonus of its own
 constexpr int value_slack = row - 1;
 constexpr int cap_slack = value_slack + 2 * window;  // the part in front of the first whole window may gain
 
@@ -56,6 +55,8 @@ inline int lead_of(int most) { return most / 22 + 4; }
 }  // namespace quarvo_window_filter
 #endif
 
+#include "window-paths-inl.h"
+
 HWY_BEFORE_NAMESPACE();
 namespace quarvo_window_filter {
 namespace HWY_NAMESPACE {
@@ -70,7 +71,11 @@ class CWindows {
   CWindows(const std::vector<std::uint8_t>& codes, const scoring& its_scoring,
            std::vector<CWindowFilter::group>& its_groups, std::vector<std::uint32_t> CWindowFilter::group::*its_side,
            std::size_t most_kept)
-      : s(its_scoring), groups(its_groups), side(its_side), most_each(most_kept) {
+      : s(its_scoring),
+        groups(its_groups),
+        side(its_side),
+        most_each(most_kept),
+        paths(its_scoring.rows_begin, its_scoring.rows_end, its_scoring.edit) {
     windows = (codes.size() + window - 1) / window;
     stretch = static_cast<std::ptrdiff_t>((windows + lanes() - 1) / lanes());
     lead = lead_of(s.most);
@@ -81,11 +86,9 @@ class CWindows {
     upward.resize(size);
     leaving.resize(size);
     for (const group_terms& terms : s.groups) ring = std::max<std::ptrdiff_t>(ring, terms.windows + 1);
-    distances.resize(size * static_cast<std::size_t>(ring));
-    const std::size_t size_of_paths = size + std::size_t{2} * beside * lanes();
-    paths.resize(size_of_paths);
-    next_paths.resize(size_of_paths);
-    downward.resize(size_of_paths);
+    least_distances.resize(size);
+    distances_a_lane = static_cast<std::size_t>(s.rows_end - s.rows_begin) + CWindowPaths::most_lanes;
+    distances.resize(distances_a_lane * lanes() * static_cast<std::size_t>(ring));
     for (chain& c : chains_of_windows) {
       c.values.assign(size, s.most);
       c.entered.resize(size);
@@ -131,13 +134,11 @@ class CWindows {
   std::vector<std::int32_t> edited;  // c E, by row
   std::vector<std::int32_t> upward;
   std::vector<std::int32_t> leaving;
-  std::vector<std::uint8_t> distances;  // E of the windows of a copy, by window and row: a ring
-  std::ptrdiff_t ring = 0;              // how many windows that is
-
-  // Paths of a block, by row.
-  std::vector<std::int32_t> paths;
-  std::vector<std::int32_t> next_paths;
-  std::vector<std::int32_t> downward;
+  std::vector<std::uint8_t> least_distances;  // E, by row
+  std::vector<std::uint8_t> distances;        // E of the windows of a copy, by window, lane and row: a ring
+  std::ptrdiff_t ring = 0;                    // how many windows that is
+  std::size_t distances_a_lane = 0;
+  CWindowPaths paths;
 
   std::size_t lanes() const { return hn::Lanes(d); }
   std::int32_t* at(std::vector<std::int32_t>& rows, int r) const {
@@ -147,16 +148,9 @@ class CWindows {
     return hn::LoadU(d, rows.data() + static_cast<std::size_t>(r - s.rows_begin) * lanes());
   }
 
-  // The rows of paths have room on both sides.
-  static constexpr int beside = 2 * free_rows + 2;
-  std::int32_t* path_at(std::vector<std::int32_t>& rows, int r) const {
-    return rows.data() + static_cast<std::size_t>(r - s.rows_begin + beside) * lanes();
-  }
-
-  std::uint8_t* distances_at(std::ptrdiff_t k, int r) {
-    const auto rows = static_cast<std::size_t>(s.rows_end - s.rows_begin);
-    return distances.data() +
-           (static_cast<std::size_t>(k % ring) * rows + static_cast<std::size_t>(r - s.rows_begin)) * lanes();
+  // The edit distances of window k of a stretch, by row.
+  std::uint8_t* distances_of(std::ptrdiff_t k, std::size_t lane) {
+    return distances.data() + (static_cast<std::size_t>(k % ring) * lanes() + lane) * distances_a_lane;
   }
 
   void lay_out(const std::vector<std::uint8_t>& codes) {
@@ -237,9 +231,20 @@ class CWindows {
         least = hn::Min(least, distance);
       }
       hn::StoreU(hn::Mul(least, edit), d, at(edited, r));
-      hn::StoreU(hn::DemoteTo(narrow_tag(), least), narrow_tag(), distances_at(k, r));
+      hn::StoreU(hn::DemoteTo(narrow_tag(), least), narrow_tag(),
+                 least_distances.data() + static_cast<std::size_t>(r - s.rows_begin) * lanes());
     }
+    keep_distances(k);
     return Ns;
+  }
+
+  // Paths are followed row by row, in one stretch.
+  void keep_distances(std::ptrdiff_t k) {
+    const auto rows = static_cast<std::size_t>(s.rows_end - s.rows_begin);
+    for (std::size_t lane = 0; lane < lanes(); ++lane) {
+      std::uint8_t* const to = distances_of(k, lane);
+      for (std::size_t r = 0; r < rows; ++r) to[r] = least_distances[r * lanes() + lane];
+    }
   }
 
   // What B is worth to a path that comes to the beginning of its window through part of the one in front.
@@ -316,9 +321,7 @@ class CWindows {
       if (found.is_given_up) continue;
       all_given_up = false;
       const auto kept = is_kept(s.groups[g]);
-      if (hn::AllFalse(d, kept)) continue;
-      const auto still_kept = follow(s.groups[g], kept, k);
-      if (!hn::AllFalse(d, still_kept)) note_lanes(found, still_kept, k);
+      if (!hn::AllFalse(d, kept)) note_lanes(found, s.groups[g], kept, k);
     }
   }
 
@@ -363,133 +366,16 @@ class CWindows {
     return hn::Add(hn::ShiftRight<8>(hn::Mul(raised, hn::Set(d, gain))), hn::Set(d, 1));
   }
 
-  // Rows with a path: those from `lowest` to `highest`.
-  struct band {
-    int lowest;
-    int highest;
-  };
-
-  // Of the blocks that begin in window k those with a path that gains enough or outlives what is measured. The paths
-  // are followed row by row, without a bonus: values tell each copy apart, and here they have to come from one to the
-  // next. What `paths` holds is what a path is worth less the distance of its row, which moves do not change.
-  HWY_NOINLINE hn::Mask<tag> follow(const group_terms& terms, hn::Mask<tag> kept, std::ptrdiff_t k) {
-    const auto gone = hn::Set(d, is_gone);
-    band in{terms.first_row, terms.first_row};
-    hn::StoreU(hn::IfThenElse(kept, hn::Set(d, terms.start - row * in.lowest), gone), d, path_at(paths, in.lowest));
-    close(paths, in);
-    auto reached = hn::Lt(gone, gone);  // none
-    for (;;) {
-      in = move<0>(in, nullptr, 2 * window + value_slack);
-      for (int i = 1; i <= terms.windows; ++i) {
-        in = move<free_rows>(in, distances_at(k + i, s.rows_begin), 2 * window);
-        auto best = gone;
-        for (int r = in.lowest; r <= in.highest; ++r) {
-          best = hn::Max(best, hn::Add(hn::LoadU(d, path_at(paths, r)), hn::Set(d, row * r)));
-        }
-        const auto alive = hn::Gt(best, hn::Set(d, -1));
-        reached = hn::Or(reached, hn::Gt(best, hn::Set(d, terms.reached - 2 * window - 1)));
-        if (hn::AllFalse(d, hn::AndNot(reached, alive))) return reached;
-        if (in.highest + 1 >= s.rows_end) return hn::Or(reached, alive);
-        if (i < terms.windows) continue;
-        if (in.highest + terms.first_row + 2 >= s.rows_end) return hn::Or(reached, alive);
-        in = enter_next_copy(in, terms);
-      }
-    }
-  }
-
-  // Lets the rows beside a band be read.
-  void close(std::vector<std::int32_t>& rows, band in) {
-    const auto gone = hn::Set(d, is_gone);
-    for (int i = 1; i <= beside; ++i) {
-      hn::StoreU(gone, d, path_at(rows, in.lowest - i));
-      hn::StoreU(gone, d, path_at(rows, in.highest + i));
-    }
-  }
-
-  // A distance and a unit length make a distance of one of two rows.
-  HWY_INLINE band enter_next_copy(band in, const group_terms& terms) {
-    const band next{in.lowest + terms.first_row, in.highest + terms.first_row + 1};
-    const auto gain = hn::Set(d, terms.behind - row * terms.first_row);
-    auto below = hn::Set(d, is_gone);
-    for (int r = in.lowest; r <= in.highest + 1; ++r) {
-      const auto here = hn::Add(hn::LoadU(d, path_at(paths, r)), gain);
-      hn::StoreU(hn::Max(here, hn::Sub(below, hn::Set(d, row))), d, path_at(next_paths, r + terms.first_row));
-      below = here;
-    }
-    close(next_paths, next);
-    std::swap(paths, next_paths);
-    return next;
-  }
-
-  // Moves the paths over a window or, without edit distances, over other symbols. Up to `free` rows are left to the
-  // edit distance; going farther is charged for.
-  template <int free>
-  HWY_INLINE band move(band in, const std::uint8_t* edits, int gained) {
-    constexpr int far = free + 1;
-    const auto gone = hn::Set(d, is_gone);
-    const auto gain = hn::Set(d, gained);
-    const auto edit = hn::Set(d, s.edit);
-    const auto charge = hn::Set(d, s.edit * (free * row + 1));
-    const auto more = hn::Set(d, s.edit * row);
-    const auto is_alive = [&](vector value, int r) HWY_ATTR {
-      return !hn::AllFalse(d, hn::Gt(hn::Add(value, gain), hn::Set(d, -1 - row * r)));
-    };
-    const auto path = [&](int r) HWY_ATTR { return hn::LoadU(d, path_at(paths, r)); };
-    int lowest = std::max(s.rows_begin, in.lowest - free);
-    const int highest = std::min(s.rows_end - 1, in.highest + free);
-    auto from_above = gone;
-    for (int r = highest; r > in.highest - far; --r) hn::StoreU(gone, d, path_at(downward, r));
-    int r = in.highest - far;
-    for (; r >= std::max(s.rows_begin, in.lowest - far); --r) {
-      from_above = hn::Max(hn::Sub(from_above, more), hn::Sub(path(r + far), charge));
-      hn::StoreU(from_above, d, path_at(downward, r));
-    }
-    for (; r >= s.rows_begin; --r) {
-      from_above = hn::Sub(from_above, more);
-      if (!is_alive(from_above, r)) break;
-      hn::StoreU(from_above, d, path_at(downward, r));
-    }
-    lowest = std::min(lowest, r + 1);
-    band out{s.rows_end, lowest - 1};
-    const auto leave = [&](vector value, int at_row) HWY_ATTR {
-      const auto left = hn::Add(value, gain);
-      const auto lives = hn::Gt(left, hn::Set(d, -1 - row * at_row));
-      hn::StoreU(hn::IfThenElse(lives, left, gone), d, path_at(next_paths, at_row));
-      if (hn::AllFalse(d, lives)) return false;
-      out.lowest = std::min(out.lowest, at_row);
-      out.highest = at_row;
-      return true;
-    };
-    r = lowest;
-    for (; r < in.lowest - free; ++r) leave(hn::LoadU(d, path_at(downward, r)), r);
-    auto from_below = gone;
-    for (; r <= highest; ++r) {
-      auto best = path(r);
-      for (int i = 1; i <= free; ++i) best = hn::Max(best, hn::Max(path(r - i), path(r + i)));
-      if (free != 0) {
-        const auto* const from = edits + static_cast<std::size_t>(r - s.rows_begin) * lanes();
-        best = hn::Sub(best, hn::Mul(hn::PromoteTo(d, hn::LoadU(narrow_tag(), from)), edit));
-      }
-      from_below = hn::Max(hn::Sub(from_below, more), hn::Sub(path(r - far), charge));
-      leave(hn::Max(hn::Max(best, from_below), hn::LoadU(d, path_at(downward, r))), r);
-    }
-    for (; r < s.rows_end; ++r) {
-      from_below = hn::Sub(from_below, more);
-      if (r == in.highest + far) from_below = hn::Max(from_below, hn::Sub(path(in.highest), charge));
-      if (!leave(from_below, r)) break;
-    }
-    if (out.lowest <= out.highest) close(next_paths, out);
-    std::swap(paths, next_paths);
-    return out;
-  }
-
-  HWY_NOINLINE void note_lanes(CWindowFilter::group& found, hn::Mask<tag> kept, std::ptrdiff_t k) {
+  // Of the blocks that begin in window k those with a path that gains enough or outlives what is measured.
+  HWY_NOINLINE void note_lanes(CWindowFilter::group& found, const group_terms& terms, hn::Mask<tag> kept,
+                               std::ptrdiff_t k) {
     std::uint64_t left = quarvo_symbol_bits::HWY_NAMESPACE::bits_of(d, kept);
     std::vector<std::uint32_t>& list = found.*side;
     for (; left != 0; left &= left - 1) {
       const auto lane = static_cast<std::size_t>(hwy::Num0BitsBelowLS1Bit_Nonzero64(left));
       const std::size_t w = lane * static_cast<std::size_t>(stretch) + static_cast<std::size_t>(k);
-      if (w < windows) list.push_back(static_cast<std::uint32_t>(w));
+      if (w >= windows || !paths.follow(terms, [&](int i) { return distances_of(k + i, lane); })) continue;
+      list.push_back(static_cast<std::uint32_t>(w));
     }
     if (list.size() <= most_each) return;
     found.is_given_up = true;
