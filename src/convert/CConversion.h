@@ -4,7 +4,6 @@
 #include <memory>
 #include <string>
 
-#include "CSequenceLengths.h"
 #include "companion.h"
 #include "conversion-settings.h"
 #include "results-records.h"
@@ -53,5 +52,5 @@ inline constexpr const char* missing_symbols =
     "Sorry, these results hold no symbols of the repeats. Please search again without --printRepeatSeqMode 0, or with\n"
     "--outputFormat 3.\n";
 
-// The conversion that is asked for. `lengths` must outlive it.
-std::unique_ptr<CConversion> make_conversion(const conversion_settings& settings, const CSequenceLengths& lengths);
+// The conversion that is asked for.
+std::unique_ptr<CConversion> make_conversion(const conversion_settings& settings);

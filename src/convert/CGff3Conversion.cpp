@@ -5,7 +5,7 @@
 #include "text-output.h"
 
 bool CGff3Conversion::begin(std::FILE* out, const results_header& header) {
-  may_have_regions = header.names_every_sequence() || !lengths.is_empty();
+  may_have_regions = may_have_regions || header.names_every_sequence();
   write(out, "##gff-version 3\n");
   return true;
 }
@@ -14,10 +14,9 @@ bool CGff3Conversion::begin_sequence(std::FILE* out, const results_sequence& seq
   name = gff3_name(plain_name(sequence.name));
   if (name.empty()) return refuse(unsuited_name(sequence, "GFF3"));
   if (!names.add(name)) return refuse(repeated_name(sequence));
-  const std::optional<int> length = sequence.length ? sequence.length : lengths.of(sequence.name);
-  if (!length || *length == 0) return true;
+  if (sequence.length.value_or(0) == 0) return true;
   line = "##sequence-region " + name + " 1 ";
-  append_number(line, *length);
+  append_number(line, *sequence.length);
   line += '\n';
   write(out, line);
   return true;

@@ -11,7 +11,8 @@
 // a line between features; the features wait in a temporary file, which memory need not hold.
 class CGff3Conversion : public CConversion {
  public:
-  explicit CGff3Conversion(const CSequenceLengths& table) : lengths(table) {}
+  explicit CGff3Conversion(const conversion_settings& settings)
+      : may_have_regions(settings.symbols_in_table.has_value()) {}
 
   bool begin(std::FILE* out, const results_header& header) override;
   bool begin_sequence(std::FILE* out, const results_sequence& sequence) override;
@@ -19,11 +20,10 @@ class CGff3Conversion : public CConversion {
   bool finish(std::FILE* out) override;
 
  private:
-  const CSequenceLengths& lengths;
   std::string name;
   std::string line;
   std::int64_t repeats = 0;
-  bool may_have_regions = true;
+  bool may_have_regions;
   CTemporaryText features;
   CNameRegister names;
 

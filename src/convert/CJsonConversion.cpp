@@ -62,12 +62,11 @@ bool CJsonConversion::begin(std::FILE* /*out*/, const results_header& header) {
 }
 
 bool CJsonConversion::begin_sequence(std::FILE* /*out*/, const results_sequence& sequence) {
-  const std::optional<int> length = sequence.length ? sequence.length : lengths.of(sequence.name);
   ordered_json object;
   object["sequence"] = as_utf8(sequence.name);
   if (!is_utf8(sequence.name)) object["sequence_hex"] = hexadecimal(sequence.name);
   object["sequence_number"] = has_all_sequences ? ordered_json(sequence.ordinal) : ordered_json();
-  object["sequence_length"] = value_or_null(length);
+  object["sequence_length"] = value_or_null(sequence.length);
   beginning = object.dump();
   beginning.back() = ',';
   return true;

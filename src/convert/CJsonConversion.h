@@ -9,14 +9,11 @@
 // more key, sequence_hex, with all bytes of the name in hexadecimal.
 class CJsonConversion : public CConversion {
  public:
-  explicit CJsonConversion(const CSequenceLengths& table) : lengths(table) {}
-
   bool begin(std::FILE* out, const results_header& header) override;
   bool begin_sequence(std::FILE* out, const results_sequence& sequence) override;
   bool add(std::FILE* out, const results_repeat& repeat) override;
 
  private:
-  const CSequenceLengths& lengths;
   bool has_all_sequences = false;
   std::string beginning;  // of each object: what its sequence is
 };

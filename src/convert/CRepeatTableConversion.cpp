@@ -53,7 +53,7 @@ bool CRepeatTableConversion::begin(std::FILE* out, const results_header& header)
 bool CRepeatTableConversion::begin_sequence(std::FILE* /*out*/, const results_sequence& sequence) {
   beginning = plain_name(sequence.name);
   append_field(beginning, has_all_sequences ? std::optional(std::to_string(sequence.ordinal)) : std::nullopt);
-  append_field(beginning, sequence.length ? sequence.length : lengths.of(sequence.name));
+  append_field(beginning, sequence.length);
   return true;
 }
 

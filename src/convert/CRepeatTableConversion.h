@@ -6,14 +6,11 @@
 // the same for all results; NA stands for what these do not tell.
 class CRepeatTableConversion : public CConversion {
  public:
-  explicit CRepeatTableConversion(const CSequenceLengths& table) : lengths(table) {}
-
   bool begin(std::FILE* out, const results_header& header) override;
   bool begin_sequence(std::FILE* out, const results_sequence& sequence) override;
   bool add(std::FILE* out, const results_repeat& repeat) override;
 
  private:
-  const CSequenceLengths& lengths;
   bool has_all_sequences = false;
   std::string beginning;  // of each line: what its sequence is
   std::string line;

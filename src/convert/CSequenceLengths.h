@@ -12,13 +12,11 @@ class CSequenceLengths {
   // Reads the table. Returns false when that is impossible; error() then says why, in lines for the user.
   bool read(const std::string& file_name);
 
-  bool is_empty() const { return lengths.empty(); }
   // The length of the sequence whose name begins with this one up to white space, as other programs cut names.
   std::optional<int> of(const std::string& name) const;
-  // The sum of all lengths.
-  std::int64_t total() const { return sum; }
+  // The sum of all lengths; nothing without any.
+  std::optional<std::int64_t> total() const { return lengths.empty() ? std::nullopt : std::optional(sum); }
 
-  bool was_read() const { return problem.empty(); }
   // True when the error is the file itself, false when it is what stands in it.
   bool is_unreadable() const { return unreadable; }
   const std::string& error() const { return problem; }

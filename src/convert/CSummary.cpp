@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <tuple>
 
-void CSummary::begin_sequence(const results_sequence& sequence, std::optional<int> length) {
-  sequences.push_back({sequence.name, length, {}});
+void CSummary::begin_sequence(const results_sequence& sequence) {
+  sequences.push_back({sequence.name, sequence.length, {}});
 }
 
 void CSummary::add(const results_repeat& repeat) {

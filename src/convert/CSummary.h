@@ -22,7 +22,7 @@ class CSummary {
     repeat_tally counts;
   };
 
-  void begin_sequence(const results_sequence& sequence, std::optional<int> length);
+  void begin_sequence(const results_sequence& sequence);
   // A repeat of the sequence begun last. They must come by start.
   void add(const results_repeat& repeat);
 

@@ -8,7 +8,7 @@ bool CSummaryConversion::begin(std::FILE* /*out*/, const results_header& its_hea
 }
 
 bool CSummaryConversion::begin_sequence(std::FILE* /*out*/, const results_sequence& sequence) {
-  summary.begin_sequence(sequence, sequence.length ? sequence.length : lengths.of(sequence.name));
+  summary.begin_sequence(sequence);
   return true;
 }
 
@@ -20,8 +20,8 @@ bool CSummaryConversion::add(std::FILE* /*out*/, const results_repeat& repeat) {
 // Results that leave out sequences without repeats need the table of lengths for them, and a run over the whole input.
 std::optional<std::int64_t> CSummaryConversion::searched_symbols() const {
   if (header.names_every_sequence()) return summary.total_length();
-  if (!header.is_whole_input || lengths.is_empty() || !summary.total_length()) return std::nullopt;
-  return lengths.total();
+  if (!header.is_whole_input || !summary.total_length()) return std::nullopt;
+  return symbols_in_table;
 }
 
 std::optional<double> per_megabase(std::int64_t count, std::optional<std::int64_t> symbols) {

@@ -8,7 +8,7 @@
 // What both summaries have in common: they collect, and write when all is known.
 class CSummaryConversion : public CConversion {
  public:
-  explicit CSummaryConversion(const CSequenceLengths& table) : lengths(table) {}
+  explicit CSummaryConversion(const conversion_settings& settings) : symbols_in_table(settings.symbols_in_table) {}
 
   bool begin(std::FILE* out, const results_header& its_header) override;
   bool begin_sequence(std::FILE* out, const results_sequence& sequence) override;
@@ -22,7 +22,7 @@ class CSummaryConversion : public CConversion {
   std::optional<std::int64_t> searched_symbols() const;
 
  private:
-  const CSequenceLengths& lengths;
+  std::optional<std::int64_t> symbols_in_table;
 };
 
 // So many in a million symbols; nothing when there is no symbol or their number is not known.
@@ -41,8 +41,8 @@ class CTableConversion : public CSummaryConversion {
 class CMultiqcConversion : public CSummaryConversion {
  public:
   // An empty sample stands for the name of the input file.
-  CMultiqcConversion(const CSequenceLengths& table, const std::string& sample)
-      : CSummaryConversion(table), sample_name(sample) {}
+  explicit CMultiqcConversion(const conversion_settings& settings)
+      : CSummaryConversion(settings), sample_name(settings.sample) {}
   bool finish(std::FILE* out) override;
 
  private:

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
+#include <optional>
 #include <string>
 
 #include "option-row.h"
@@ -51,4 +53,6 @@ struct conversion_settings {
   int mask = mask_by_lower_case;  // a mask_kind
   std::string fasta;              // the file to mask
   std::string sample;             // of MultiQC; empty: from the name of the run's input file
+  // The symbols of all sequences of a table of lengths, where one is given.
+  std::optional<std::int64_t> symbols_in_table;
 };

@@ -43,6 +43,7 @@ class CConvertRun {
  private:
   CResultsReader results;
   CSequenceLengths lengths;
+  std::optional<int> length_by_table;  // of the sequence in hand, where the results do not tell it
   CConvertedFile output;
   std::unique_ptr<CConversion> conversion;
 
@@ -64,7 +65,8 @@ int CConvertRun::open_input() {
 
 int CConvertRun::open_output() {
   if (!output.open(convert_options.output, read_files())) return companion_status::not_written;
-  conversion = make_conversion(convert_options.conversion, lengths);
+  convert_options.conversion.symbols_in_table = lengths.total();
+  conversion = make_conversion(convert_options.conversion);
   return 0;
 }
 
@@ -89,7 +91,7 @@ int CConvertRun::convert() {
 }
 
 int CConvertRun::begin_sequence() {
-  const results_sequence& sequence = results.sequence();
+  results_sequence sequence = results.sequence();
   const std::optional<int> length = lengths.of(sequence.name);
   if (length && sequence.length && *length != *sequence.length) {
     return end_with_message(companion_status::not_suited,
@@ -98,13 +100,14 @@ int CConvertRun::begin_sequence() {
                                 shown(sequence.name) + "\"\nand the table of lengths gives " + std::to_string(*length) +
                                 ".\n" + right_lengths);
   }
-  if (!conversion->begin_sequence(output.stream(), results.sequence())) return end_on_refusal();
+  length_by_table = sequence.length ? std::nullopt : length;
+  if (!sequence.length) sequence.length = length;
+  if (!conversion->begin_sequence(output.stream(), sequence)) return end_on_refusal();
   return std::ferror(output.stream()) == 0 ? 0 : end_on_write_failure();
 }
 
 int CConvertRun::add_repeat() {
-  const std::optional<int> length = lengths.of(results.sequence().name);
-  if (length && !results.sequence().length && results.repeat().end > *length) {
+  if (length_by_table && results.repeat().end > *length_by_table) {
     return end_with_message(companion_status::not_suited,
                             "Sorry, at line " + std::to_string(results.line_number()) +
                                 " a repeat ends past the length that the table of lengths gives for\n   \"" +

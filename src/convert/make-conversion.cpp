@@ -12,16 +12,16 @@
 
 namespace {
 
-std::unique_ptr<CConversion> make_plain(const conversion_settings& settings, const CSequenceLengths& lengths) {
+std::unique_ptr<CConversion> make_plain(const conversion_settings& settings) {
   switch (settings.to) {
     case to_bed:
       return std::make_unique<CBedConversion>(settings);
     case to_gff3:
-      return std::make_unique<CGff3Conversion>(lengths);
+      return std::make_unique<CGff3Conversion>(settings);
     case to_json:
-      return std::make_unique<CJsonConversion>(lengths);
+      return std::make_unique<CJsonConversion>();
     case to_table:
-      return std::make_unique<CRepeatTableConversion>(lengths);
+      return std::make_unique<CRepeatTableConversion>();
     case to_fasta:
       return std::make_unique<CFastaConversion>();
     case to_primer3:
@@ -35,9 +35,9 @@ std::unique_ptr<CConversion> make_plain(const conversion_settings& settings, con
     case to_mask:
       return std::make_unique<CMaskConversion>(settings.fasta, settings.mask);
     case to_tsv:
-      return std::make_unique<CTableConversion>(lengths);
+      return std::make_unique<CTableConversion>(settings);
     default:
-      return std::make_unique<CMultiqcConversion>(lengths, settings.sample);
+      return std::make_unique<CMultiqcConversion>(settings);
   }
 }
 
@@ -46,8 +46,8 @@ bool is_catalogue(int format) { return format == to_trgt || format == to_hipstr 
 
 }  // namespace
 
-std::unique_ptr<CConversion> make_conversion(const conversion_settings& settings, const CSequenceLengths& lengths) {
-  std::unique_ptr<CConversion> plain = make_plain(settings, lengths);
+std::unique_ptr<CConversion> make_conversion(const conversion_settings& settings) {
+  std::unique_ptr<CConversion> plain = make_plain(settings);
   if (!settings.merges) return plain;
   return std::make_unique<CMergedConversion>(std::move(plain), !is_catalogue(settings.to));
 }

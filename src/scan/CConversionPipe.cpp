@@ -21,7 +21,7 @@ bool CConversionPipe::open(std::FILE* to, const conversion_settings& settings) {
 // What is not read any more is a write error on the other side.
 void CConversionPipe::convert(std::FILE* to, const conversion_settings& settings) {
   CResultsReader results;
-  const std::unique_ptr<CConversion> conversion = make_conversion(settings, no_lengths);
+  const std::unique_ptr<CConversion> conversion = make_conversion(settings);
   const auto is_well = [&](bool outcome) {
     if (outcome) return true;
     status = conversion->status();

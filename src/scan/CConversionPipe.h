@@ -4,7 +4,6 @@
 #include <string>
 #include <thread>
 
-#include "CSequenceLengths.h"
 #include "conversion-settings.h"
 
 // Turns results into another format as they are written: quarvo-convert after quarvo, in one program. What is written
@@ -30,7 +29,6 @@ class CConversionPipe {
   std::FILE* in = nullptr;
   int read_end = -1;
   std::thread converter;
-  CSequenceLengths no_lengths;
   int status = 0;
   std::string problem;
 

@@ -16,6 +16,7 @@ class SequenceLengths : public ::testing::Test {
 
 TEST_F(SequenceLengths, ComeFromAnIndexAndFromAPlainTable) {
   CSequenceLengths lengths;
+  EXPECT_EQ(lengths.total(), std::nullopt);
   ASSERT_TRUE(lengths.read(directory.write("fai", "chr1\t100\t6\t60\t61\nchr2\t0\t9\t60\t61\nx y\t7\n")));
   EXPECT_EQ(lengths.of("chr1"), 100);
   EXPECT_EQ(lengths.of("chr2"), 0);

@@ -15,15 +15,16 @@ results_repeat repeat_at(int start, int end, const std::string& unit) {
   return repeat;
 }
 
-results_sequence named(const std::string& name) {
+results_sequence named(const std::string& name, std::optional<int> length = 100) {
   results_sequence sequence;
   sequence.name = name;
+  sequence.length = length;
   return sequence;
 }
 
 TEST(Summary, CountsASymbolOnceInEachGroup) {
   CSummary summary;
-  summary.begin_sequence(named("a"), 100);
+  summary.begin_sequence(named("a"));
   summary.add(repeat_at(1, 10, "AC"));
   summary.add(repeat_at(5, 12, "AC"));   // two symbols more
   summary.add(repeat_at(6, 8, "AG"));    // hidden among all, new among AG
@@ -43,10 +44,10 @@ TEST(Summary, CountsASymbolOnceInEachGroup) {
 
 TEST(Summary, BeginsEachSequenceUncovered) {
   CSummary summary;
-  summary.begin_sequence(named("a"), 100);
+  summary.begin_sequence(named("a"));
   summary.add(repeat_at(50, 90, "AC"));
-  summary.begin_sequence(named("b"), 100);
-  summary.begin_sequence(named("c"), 100);
+  summary.begin_sequence(named("b"));
+  summary.begin_sequence(named("c"));
   summary.add(repeat_at(1, 10, "AC"));
   EXPECT_EQ(summary.all().covered(), 51);
   ASSERT_EQ(summary.by_sequence().size(), 3U);
@@ -57,16 +58,16 @@ TEST(Summary, BeginsEachSequenceUncovered) {
 TEST(Summary, KnowsTheTotalLengthOnlyWhenItKnowsAll) {
   CSummary summary;
   EXPECT_EQ(summary.total_length(), 0);
-  summary.begin_sequence(named("a"), 2147483647);
-  summary.begin_sequence(named("b"), 2147483647);
+  summary.begin_sequence(named("a", 2147483647));
+  summary.begin_sequence(named("b", 2147483647));
   EXPECT_EQ(summary.total_length(), 4294967294);
-  summary.begin_sequence(named("c"), std::nullopt);
+  summary.begin_sequence(named("c", std::nullopt));
   EXPECT_EQ(summary.total_length(), std::nullopt);
 }
 
 TEST(Summary, SortsUnitsByLengthThenAlphabet) {
   CSummary summary;
-  summary.begin_sequence(named("a"), 100);
+  summary.begin_sequence(named("a"));
   for (const char* unit : {"AAG", "C", "AT", "AAC", "AC", "A"}) summary.add(repeat_at(1, 1, unit));
   std::string order;
   for (const auto& [unit, counts] : summary.by_unit()) order += unit + ' ';

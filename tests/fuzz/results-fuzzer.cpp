@@ -111,13 +111,12 @@ void check_json(const std::string& text, int repeats) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   const CMemoryFile file(head_of(data[0]) + std::string(data + 1, data + size));
-  const CSequenceLengths no_lengths;
   conversion_settings settings;
   settings.merges = size % 4 == 0;
   settings.has_more_columns = settings.has_column_names = true;
   for (settings.to = to_bed; settings.to <= to_multiqc; ++settings.to) {
     if (settings.to == to_mask) continue;  // which reads another file
-    const auto conversion = make_conversion(settings, no_lengths);
+    const auto conversion = make_conversion(settings);
     int repeats = 0;
     const std::string text = text_of([&](std::FILE* out) { repeats = convert(file.name(), *conversion, out); });
     if (repeats < 0) continue;
