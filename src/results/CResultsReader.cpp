@@ -66,6 +66,11 @@ CResultsReader::item CResultsReader::fail_here(std::string_view expected) {
   return fail(unexpected_line(*lines, std::string(expected)));
 }
 
+bool CResultsReader::holds_here(bool condition, std::string_view expected) {
+  if (!condition) fail_here(expected);
+  return condition;
+}
+
 bool CResultsReader::next_line() {
   switch (lines->next()) {
     case CLineReader::outcome::line:
@@ -118,21 +123,19 @@ CResultsReader::item CResultsReader::finish() {
   }
 }
 
+bool CResultsReader::read_length(CTextScanner& scanner) {
+  int& length = its_sequence.length.emplace();
+  return scanner.padded_number(length) && scanner.at_end() && length >= 0;
+}
+
 // ">full name" and "sequence length: n".
 bool CResultsReader::begin_block() {
   CTextScanner opening(lines->text());
-  if (!opening.literal(name_label)) {
-    fail_here("a sequence, or the closing line,");
-    return false;
-  }
+  if (!holds_here(opening.literal(name_label), "a sequence, or the closing line,")) return false;
   its_sequence.full_name = opening.remainder();
   if (!next_line()) return false;
   CTextScanner scanner(lines->text());
-  if (!scanner.literal(length_label) || !scanner.padded_number(its_sequence.length.emplace()) || !scanner.at_end() ||
-      *its_sequence.length < 0) {
-    fail_here("the length of the sequence");
-    return false;
-  }
+  if (!holds_here(scanner.literal(length_label) && read_length(scanner), "the length of the sequence")) return false;
   its_sequence.name = name_of(*its_sequence.full_name);
   closing_line_here = closing_line_of_sequence(*its_sequence.full_name);
   return true;
@@ -140,16 +143,10 @@ bool CResultsReader::begin_block() {
 
 // "# Full sequence name:", "#>full name" and "##sequence-region name 1 n".
 bool CResultsReader::begin_commented_block() {
-  if (lines->text() != name_comment_title) {
-    fail_here("a sequence, or the closing line,");
+  if (!holds_here(lines->text() == name_comment_title, "a sequence, or the closing line,") || !next_line())
     return false;
-  }
-  if (!next_line()) return false;
   CTextScanner opening(lines->text());
-  if (!opening.literal(name_comment_label)) {
-    fail_here("the name of the sequence");
-    return false;
-  }
+  if (!holds_here(opening.literal(name_comment_label), "the name of the sequence")) return false;
   its_sequence.full_name = opening.remainder();
   if (!next_line()) return false;
   const std::string_view region = lines->text();
@@ -158,18 +155,14 @@ bool CResultsReader::begin_commented_block() {
   const std::size_t name_end = region.rfind(begin);
   const bool is_region = region.starts_with(label) && name_end != std::string_view::npos && name_end >= label.size();
   CTextScanner length(is_region ? region.substr(name_end + begin.size()) : "");
-  if (length.remainder().starts_with(' ') || !length.padded_number(its_sequence.length.emplace()) || !length.at_end() ||
-      *its_sequence.length < 0) {
-    fail_here("the region of the sequence");
-    return false;
-  }
+  const bool is_padded = length.remainder().starts_with(' ');
+  if (!holds_here(!is_padded && read_length(length), "the region of the sequence")) return false;
   // A file that ends in a lone '>' has a last record without a name, which is told under the name before it.
   const std::string_view name = region.substr(label.size(), name_end - label.size());
   closing_line_here = closing_line_of_sequence(name);
   its_sequence.name = name_of(*its_sequence.full_name);
-  if (name == its_sequence.name || its_sequence.full_name->empty()) return true;
-  fail_here("the region of the sequence named before");
-  return false;
+  return holds_here(name == its_sequence.name || its_sequence.full_name->empty(),
+                    "the region of the sequence named before");
 }
 
 void CResultsReader::begin_sequence() {
@@ -179,23 +172,18 @@ void CResultsReader::begin_sequence() {
 
 // A repeat of formats 0 and 1 with all its lines, of which the first has been read.
 bool CResultsReader::read_repeat() {
-  if (!parse_repeat_line(lines->text(), its_header, its_repeat)) {
-    fail_here("a repeat of this sequence, or its closing line,");
+  if (!holds_here(parse_repeat_line(lines->text(), its_header, its_repeat),
+                  "a repeat of this sequence, or its closing line,")) {
     return false;
   }
   if (its_header.format == extended_quarvo_format) {
     if (!next_line()) return false;
-    if (!parse_edit_line(lines->text(), its_repeat)) {
-      fail_here("the edits of the repeat");
-      return false;
-    }
+    if (!holds_here(parse_edit_line(lines->text(), its_repeat), "the edits of the repeat")) return false;
   }
   if (its_header.print_mode == print_no_sequence) return true;
   if (its_header.print_mode == print_alignment) return read_alignment();
-  if (!next_line()) return false;
-  if (parse_sequence_line(lines->text(), its_header, its_repeat)) return true;
-  fail_here("the sequence of the repeat");
-  return false;
+  return next_line() &&
+         holds_here(parse_sequence_line(lines->text(), its_header, its_repeat), "the sequence of the repeat");
 }
 
 bool CResultsReader::read_alignment() {
@@ -204,9 +192,8 @@ bool CResultsReader::read_alignment() {
   if (!next_line()) return false;
   const std::string markers(lines->text());
   if (!next_line()) return false;
-  if (parse_alignment(sequence, markers, lines->text(), its_header, its_repeat)) return true;
-  fail_here("the last of the three lines of an alignment");
-  return false;
+  return holds_here(parse_alignment(sequence, markers, lines->text(), its_header, its_repeat),
+                    "the last of the three lines of an alignment");
 }
 
 // Format 3 without sequence comments: a sequence is there when its first repeat is.

@@ -9,6 +9,8 @@
 #include "results-error.h"
 #include "results-records.h"
 
+class CTextScanner;
+
 // Reads a results file of the program, output formats 0, 1 and 3, in one pass from its head to its closing line.
 //
 //   CResultsReader results;
@@ -64,11 +66,14 @@ class CResultsReader {
 
   item fail(results_error what);
   item fail_here(std::string_view expected);
+  // Returns the condition, and fails here where it does not hold.
+  bool holds_here(bool condition, std::string_view expected);
   bool next_line();
 
   item next_outside_sequence();
   item next_inside_sequence();
   item finish();
+  bool read_length(CTextScanner& scanner);
   bool begin_block();
   bool begin_commented_block();
   void begin_sequence();
