@@ -1,13 +1,12 @@
 #include "CRecordReport.h"
 
-#include <tbb/parallel_pipeline.h>
-
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
 #include <span>
 
 #include "out-of-memory.h"
+#include "pipeline-in-order.h"
 
 namespace {
 
@@ -83,30 +82,21 @@ std::int64_t CRecordReport::write(std::FILE* out, scan_record& record, const rep
   controller.print_opening_lines(out);
   std::int64_t reported = 0;
   auto next = repeats.begin();
-  tbb::parallel_pipeline(
+  run_in_order<group>(
       groups_at_once,
-      tbb::make_filter<void, std::shared_ptr<group>>(tbb::filter_mode::serial_in_order,
-                                                     [&](tbb::flow_control& flow) {
-                                                       auto cut = std::make_shared<group>();
-                                                       const auto begin = next;
-                                                       if (begin == repeats.end()) {
-                                                         flow.stop();
-                                                       } else {
-                                                         next = end_of_group(begin, repeats.end());
-                                                         cut->repeats = {begin, next};
-                                                       }
-                                                       return cut;
-                                                     }) &
-          tbb::make_filter<std::shared_ptr<group>, std::shared_ptr<group>>(tbb::filter_mode::parallel,
-                                                                           [&](std::shared_ptr<group> printed) {
-                                                                             print(record, *printed);
-                                                                             return printed;
-                                                                           }) &
-          tbb::make_filter<std::shared_ptr<group>, void>(tbb::filter_mode::serial_in_order,
-                                                         [&](const std::shared_ptr<group>& printed) {
-                                                           printed->text.write_to(out);
-                                                           reported += printed->reported;
-                                                         }));
+      [&]() -> std::shared_ptr<group> {
+        const auto begin = next;
+        if (begin == repeats.end()) return nullptr;
+        next = end_of_group(begin, repeats.end());
+        auto cut = std::make_shared<group>();
+        cut->repeats = {begin, next};
+        return cut;
+      },
+      [&](group& printed) { print(record, printed); },
+      [&](group& printed) {
+        printed.text.write_to(out);
+        reported += printed.reported;
+      });
   controller.print_closing_line(out);
   return reported;
 }

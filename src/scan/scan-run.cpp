@@ -4,7 +4,6 @@
 
 #include <malloc.h>
 #include <tbb/global_control.h>
-#include <tbb/parallel_pipeline.h>
 #include <tbb/task_arena.h>
 #include <unistd.h>
 
@@ -27,7 +26,7 @@
 #include "companion.h"
 #include "for-each-in-turn.h"
 #include "global-types-and-parameters.h"
-#include "nearest-word.h"
+#include "pipeline-in-order.h"
 #include "quarvo-legend.h"
 #include "quarvo-messages.h"
 #include "results-texts.h"
@@ -245,23 +244,14 @@ void CScan::report(batch& all) {
 
 int CScan::search() {
   progress = std::make_unique<CProgressMeter>(style_of_progress(), input.size());
-  tbb::parallel_pipeline(
-      batches_at_once,
-      tbb::make_filter<void, std::shared_ptr<batch>>(tbb::filter_mode::serial_in_order,
-                                                     [this](tbb::flow_control& flow) {
-                                                       std::shared_ptr<batch> next = read_batch();
-                                                       if (next == nullptr) flow.stop();
-                                                       return next;
-                                                     }) &
-          tbb::make_filter<std::shared_ptr<batch>, std::shared_ptr<batch>>(tbb::filter_mode::parallel,
-                                                                           [this](std::shared_ptr<batch> all) {
-                                                                             if (status == 0) search(*all);
-                                                                             return all;
-                                                                           }) &
-          tbb::make_filter<std::shared_ptr<batch>, void>(tbb::filter_mode::serial_in_order,
-                                                         [this](const std::shared_ptr<batch>& all) {
-                                                           if (status == 0) report(*all);
-                                                         }));
+  run_in_order<batch>(
+      batches_at_once, [this] { return read_batch(); },
+      [this](batch& all) {
+        if (status == 0) search(all);
+      },
+      [this](batch& all) {
+        if (status == 0) report(all);
+      });
   return 0;
 }
 
