@@ -1,5 +1,6 @@
 #include "option-parser.h"
 
+#include <strings.h>
 #include <tclap/CmdLine.h>
 
 #include <algorithm>
@@ -48,14 +49,22 @@ misspelt misspelt_as(const std::string& what, const std::string& word, const std
   return {"Sorry, " + what + "." + (nearest.empty() ? "" : " Did you mean " + nearest + "?") + "\n" + all + "\n"};
 }
 
-// Raises what is wrong with a word, in place of what the library would say.
+// The place of a word among others, capital or small, or their number where it is none of them.
+int place_of(const std::string& word, const std::vector<std::string>& words) {
+  const auto found =
+      std::ranges::find_if(words, [&](const std::string& one) { return strcasecmp(one.c_str(), word.c_str()) == 0; });
+  return static_cast<int>(found - words.begin());
+}
+
+// Takes capital and small letters as the same, and raises what is wrong with a word, in place of what the library would
+// say.
 class CNearestWord : public TCLAP::ValuesConstraint<std::string> {
  public:
   CNearestWord(const char* its_option, const std::vector<std::string>& words)
       : TCLAP::ValuesConstraint<std::string>(words), option(its_option), all(words) {}
 
   bool check(const std::string& word) const override {
-    if (std::ranges::find(all, word) != all.end()) return true;
+    if (place_of(word, all) != static_cast<int>(all.size())) return true;
     std::string listed;
     for (const std::string& one : all) listed += (listed.empty() ? "" : ", ") + one;
     throw misspelt_as("--" + option + " cannot be \"" + shown(word) + "\"", word, all, "It may be: " + listed);
@@ -143,9 +152,7 @@ class COptionParser {
                                         : std::make_unique<TCLAP::ValuesConstraint<std::string>>(words));
     add(std::make_unique<TCLAP::ValueArg<std::string>>(row.short_name, row.long_name, help_text(row), row.is_required,
                                                        default_word, constraints.back().get()),
-        [destination, words](const std::string& value) {
-          *destination.place = static_cast<int>(std::find(words.begin(), words.end(), value) - words.begin());
-        });
+        [destination, words](const std::string& value) { *destination.place = place_of(value, words); });
   }
 
   void declare(const option_row& row, std::vector<std::string>* destination) {

@@ -55,7 +55,9 @@ int run_report(int argc, char** argv) {
   if (!read_options(report_option_table(), report_description, companion_status::not_written, argc, argv)) {
     return companion_status::command_line;
   }
-  const std::string& name = report_options.results[0];
+  std::string name = report_options.results[0];
+  if (name == "-") name = "/dev/stdin";
+  if (report_options.output == "-") report_options.output.clear();
   if (is_standard_error({name})) return companion_status::not_written;
   CResultsReader results;
   CConvertedFile page;

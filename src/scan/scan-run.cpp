@@ -119,19 +119,24 @@ int CScan::read_names() {
     if (comma != from) wanted.insert(scan_options.sequences.substr(from, comma - from));
     from = comma + 1;
   }
-  if (scan_options.sequences_from.empty()) return 0;
-  CLineReader lines;
-  const std::string head = "Sorry! These names cannot be read:\n   \"" + shown(scan_options.sequences_from) + "\"\n";
-  if (!lines.open(scan_options.sequences_from))
-    return end_with(companion_status::not_read, head + lines.error() + ".\n");
-  CLineReader::outcome outcome = lines.next();
-  for (; outcome == CLineReader::outcome::line; outcome = lines.next()) {
-    const std::string name(plain_name(lines.text()));
-    if (!name.empty()) wanted.insert(name);
+  if (!scan_options.sequences_from.empty()) {
+    CLineReader lines;
+    const bool is_open = lines.open(scan_options.sequences_from);
+    CLineReader::outcome outcome = is_open ? lines.next() : CLineReader::outcome::failed;
+    for (; outcome == CLineReader::outcome::line; outcome = lines.next()) {
+      const std::string name(plain_name(lines.text()));
+      if (!name.empty()) wanted.insert(name);
+    }
+    if (outcome != CLineReader::outcome::end_of_file) {
+      return end_with(companion_status::not_read, "Sorry! These names cannot be read:\n   \"" +
+                                                      shown(scan_options.sequences_from) + "\"\n" + lines.error() +
+                                                      ".\n");
+    }
   }
-  return outcome == CLineReader::outcome::end_of_file
-             ? 0
-             : end_with(companion_status::not_read, head + lines.error() + ".\n");
+  if (wants_all || !wanted.empty()) return 0;
+  return end_with(companion_status::command_line,
+                  "Sorry! --sequences and --sequences-from name no sequence. Please name some, one a line in the\n"
+                  "file, or leave out these options to search all.\n");
 }
 
 int CScan::open() {

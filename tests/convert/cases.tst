@@ -21,6 +21,7 @@
 0 mask-soft      quarvo three.fa r 2>err && quarvo-convert -t mask --fasta three.fa r
 0 mask-N         quarvo three.fa r 2>err && quarvo-convert -t mask --mask N --fasta three.fa r
 0 mask-X         quarvo three.fa r 2>err && quarvo-convert -t mask --mask X --fasta three.fa r
+0 mask-small-n   quarvo three.fa r 2>err && quarvo-convert -t mask --mask n --fasta three.fa r
 0 mask-gaps      { echo '# note'; echo '>a'; printf 'GG-a cacac\r\nac*acAC-\rACACgg\n'; } >in.fa; quarvo in.fa r 2>err && quarvo-convert -t mask --fasta in.fa r
 0 mask-some      quarvo --firstSeq 3 --outputFormat 3 three.fa r 2>err && quarvo-convert -t mask --fasta three.fa r
 0 mask-gzip      quarvo three.fa r 2>err && gzip three.fa && quarvo-convert -t mask --fasta three.fa.gz r | head -n 2

@@ -2,7 +2,9 @@
 
 #include "report-run.h"
 
+#include <fcntl.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include "companion.h"
 #include "read-results.h"
@@ -48,6 +50,19 @@ TEST_F(ReportRun, WritesToStandardOutput) {
   const std::string to_console = results;
   EXPECT_EQ(report({"--output", page(), out()}), 0);
   EXPECT_EQ(to_console, directory.contents("page.html"));
+  EXPECT_EQ(report({"-o", "-", out()}), 0);
+  EXPECT_EQ(to_console, results);
+}
+
+TEST_F(ReportRun, ReadsStandardInput) {
+  const int input_before = dup(STDIN_FILENO);
+  const int input = open(out().c_str(), O_RDONLY | O_CLOEXEC);
+  ASSERT_EQ(dup2(input, STDIN_FILENO), STDIN_FILENO);
+  EXPECT_EQ(report({"-o", page(), "-"}), 0);
+  dup2(input_before, STDIN_FILENO);
+  close(input_before);
+  close(input);
+  EXPECT_TRUE(has(directory.contents("page.html"), "\"title\":[\"of two\",\"\"],\"length\":[21,24]"));
 }
 
 TEST_F(ReportRun, RefusesWhatCannotBeRead) {

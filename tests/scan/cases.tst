@@ -12,6 +12,8 @@
 1 misspelt-option  quarvo-scan --outptu out.bed gattaca.fa
 1 misspelt-word    quarvo-scan --mask soff out.fa gattaca.fa
 1 unlike-all-words quarvo-scan --to xml gattaca.fa
+0 capital-mask     quarvo-scan -q --mask N out.fa -t bed gattaca.fa
+1 no-names         printf '\n' >names; quarvo-scan -o out.bed --sequences-from names gattaca.fa
 1 too-many-threads quarvo-scan -j 9999 gattaca.fa
 1 index-of-plain   quarvo-scan --index -o out.bed gattaca.fa
 

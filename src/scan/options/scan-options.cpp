@@ -160,7 +160,7 @@ std::vector<std::string> parser_words(int argc, char** argv) {
     if (!are_options || word != "--mask" || i + 1 == argc) continue;
     const std::string kind = argv[++i];
     words.push_back(kind);
-    const bool has_file = kind == "soft" || kind == "n" || kind == "x";
+    const bool has_file = kind == "soft" || kind == "n" || kind == "N" || kind == "x" || kind == "X";
     if (has_file && i + 1 < argc && (argv[i + 1][0] != '-' || argv[i + 1][1] == '\0')) {
       words.insert(words.end(), {"--masked-file", argv[++i]});
     }
