@@ -2,6 +2,12 @@
 
 #include "command-page.h"
 
+#include "quarvo-version.h"
+
+namespace {
+
+// Last row first as the usage text has them, without the row of the plain words; and those that the parser adds to
+// every table.
 std::vector<documented_option> documented_options(std::span<const option_row> table) {
   std::vector<documented_option> options;
   for (auto row = table.rbegin(); row != table.rend(); ++row) {
@@ -15,6 +21,24 @@ std::vector<documented_option> documented_options(std::span<const option_row> ta
   options.push_back({.long_name = "version", .summary = "Displays version information and exits."});
   options.push_back({.short_name = "h", .long_name = "help", .summary = "Displays usage information and exits."});
   return options;
+}
+
+}  // namespace
+
+command_page page_of(const char* name, std::span<const option_row> table) {
+  command_page page;
+  page.name = name;
+  page.version = quarvo_version;
+  page.options = documented_options(table);
+  page.plain_words_help = help_text(table.back());
+  return page;
+}
+
+explained_term unfinished_output() {
+  return {
+      ".quarvo-unfinished-*",
+      "Left beside the output by a run that SIGKILL ended, on file systems that have no files without a name; it may "
+      "be removed."};
 }
 
 bool takes_file(const documented_option& option) { return option.value == file_label; }

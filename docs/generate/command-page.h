@@ -47,9 +47,11 @@ struct command_page {
   std::string further_reading;
 };
 
-// The options of a table, last row first as the usage text has them, without the row of the plain words; and those that
-// the parser adds to every table. The destinations must hold the defaults.
-std::vector<documented_option> documented_options(std::span<const option_row> table);
+// A page with what the table of the command tells. The destinations must hold the defaults.
+command_page page_of(const char* name, std::span<const option_row> table);
+
+// What a companion may leave behind.
+explained_term unfinished_output();
 
 // Whether the option's value is the name of a file.
 bool takes_file(const documented_option& option);

@@ -3,7 +3,6 @@
 #include "command-page.h"
 #include "companion.h"
 #include "convert-options.h"
-#include "quarvo-version.h"
 
 namespace {
 
@@ -27,7 +26,7 @@ std::vector<explained_term> exit_statuses() {
 std::vector<explained_term> examples() {
   return {
       {"quarvo-convert -t bed -o repeats.bed repeats.txt", "Repeats for bedtools and genome browsers:"},
-      {"quarvo genome.fa | quarvo-convert -t gff3 /dev/stdin | bgzip > repeats.gff3.gz",
+      {"quarvo genome.fa | quarvo-convert -t gff3 - | bgzip > repeats.gff3.gz",
        "From a genome to compressed GFF3 without a file in between:"},
       {"quarvo-convert -t tsv --lengths genome.fa.fai repeats.tsv", "Counts and densities of results in format 3:"},
   };
@@ -36,9 +35,7 @@ std::vector<explained_term> examples() {
 }  // namespace
 
 command_page quarvo_convert_page() {
-  command_page page;
-  page.name = "quarvo-convert";
-  page.version = quarvo_version;
+  command_page page = page_of("quarvo-convert", convert_option_table());
   page.summary = "turn results of quarvo into BED, GFF3, JSON and tables";
   page.description = {
       "quarvo-convert reads a results file of quarvo in output format 0, 1 or 3 and writes its repeats in a format "
@@ -48,14 +45,9 @@ command_page quarvo_convert_page() {
       "BED and GFF3 name a sequence by its header line up to the first white space, as other programs do. Such names "
       "must differ.",
   };
-  page.options = documented_options(convert_option_table());
   page.plain_words = {{"RESULTS", "results file", false}};
-  page.plain_words_help = help_text(convert_option_table().back());
   page.exit_statuses = exit_statuses();
-  page.files = {
-      {".quarvo-unfinished-*",
-       "Left beside the output by a conversion that SIGKILL ended, on file systems that have no files without a "
-       "name; it may be removed."}};
+  page.files = {unfinished_output()};
   page.examples = examples();
   page.see_also = {"quarvo"};
   page.further_reading =

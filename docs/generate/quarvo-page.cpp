@@ -53,9 +53,7 @@ std::vector<explained_term> examples() {
 
 command_page quarvo_page() {
   init_param();
-  command_page page;
-  page.name = "quarvo";
-  page.version = quarvo_version;
+  command_page page = page_of("quarvo", option_table());
   page.summary = "find tandem repeats (microsatellites and minisatellites) in DNA";
   page.description = {
       "Quarvo searches DNA sequences for tandem repeats: stretches in which a unit follows itself back to back, "
@@ -69,9 +67,7 @@ command_page quarvo_page() {
       "An option and its value are two words. An option may be given once. File names that begin with \"-\" must "
       "stand after \"--\".",
   };
-  page.options = documented_options(option_table());
   page.plain_words = {{"INPUT", "FASTA file to search", false}, {"RESULTS", "results file", true}};
-  page.plain_words_help = help_text(option_table().back());
   page.exit_statuses = exit_statuses();
   page.files = {{"INPUT.masked",
                  "With --maskX: the searched sequences, their repeats replaced by X. An older file of that name is "

@@ -2,7 +2,6 @@
 
 #include "command-page.h"
 #include "companion.h"
-#include "quarvo-version.h"
 #include "report-options.h"
 
 namespace {
@@ -25,16 +24,14 @@ std::vector<explained_term> exit_statuses() {
 std::vector<explained_term> examples() {
   return {
       {"quarvo-report -o report.html repeats.txt", "A page of the repeats of a genome:"},
-      {"quarvo genome.fa | quarvo-report -o report.html /dev/stdin", "The same without a file in between:"},
+      {"quarvo genome.fa | quarvo-report -o report.html -", "The same without a file in between:"},
   };
 }
 
 }  // namespace
 
 command_page quarvo_report_page() {
-  command_page page;
-  page.name = "quarvo-report";
-  page.version = quarvo_version;
+  command_page page = page_of("quarvo-report", report_option_table());
   page.summary = "make a web page of results of quarvo";
   page.description = {
       "quarvo-report reads a results file of quarvo in output format 0, 1 or 3 and writes one self-contained web page: "
@@ -43,14 +40,9 @@ command_page quarvo_report_page() {
       "A page stays below 20 megabytes. Where the results hold more repeats than fit, those that score highest are "
       "listed and the page says what is left out; counts, distributions and densities cover all of them.",
   };
-  page.options = documented_options(report_option_table());
   page.plain_words = {{"RESULTS", "results file", false}};
-  page.plain_words_help = help_text(report_option_table().back());
   page.exit_statuses = exit_statuses();
-  page.files = {
-      {".quarvo-unfinished-*",
-       "Left beside the page by a run that SIGKILL ended, on file systems that have no files without a name; it "
-       "may be removed."}};
+  page.files = {unfinished_output()};
   page.examples = examples();
   page.see_also = {"quarvo", "quarvo-convert"};
   page.further_reading =

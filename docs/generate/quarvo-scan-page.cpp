@@ -4,7 +4,6 @@
 #include "companion.h"
 #include "global-types-and-parameters-options.h"
 #include "global-types-and-parameters.h"
-#include "quarvo-version.h"
 #include "scan-options.h"
 
 namespace {
@@ -38,9 +37,7 @@ std::vector<explained_term> examples() {
 
 command_page quarvo_scan_page() {
   init_param();
-  command_page page;
-  page.name = "quarvo-scan";
-  page.version = quarvo_version;
+  command_page page = page_of("quarvo-scan", scan_option_table());
   page.summary = "search DNA for tandem repeats by all cores";
   page.description = {
       "quarvo-scan finds the repeats that quarvo finds, by many threads: records at once, and stretches of a record at "
@@ -49,14 +46,9 @@ command_page quarvo_scan_page() {
       "An output file appears under its name when it is complete, and none that exists is replaced without --force. On "
       "a terminal the progress is shown.",
   };
-  page.options = documented_options(scan_option_table());
   page.plain_words = {{"FASTA", "FASTA file", false}};
-  page.plain_words_help = help_text(scan_option_table().back());
   page.exit_statuses = exit_statuses();
-  page.files = {
-      {".quarvo-unfinished-*",
-       "Left beside the output by a run that SIGKILL ended, on file systems that have no files without a name; it may "
-       "be removed."}};
+  page.files = {unfinished_output()};
   page.examples = examples();
   page.see_also = {"quarvo", "quarvo-convert"};
   page.further_reading =
