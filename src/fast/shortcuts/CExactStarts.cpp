@@ -45,11 +45,8 @@ const char* CExactStarts::after_one_symbol_units(const char* p) {
 // After all starts from p on that lie inside what is covered, together with the position in front of them.
 const char* CExactStarts::after_covered(const char* p) const {
   const CAnchorSeq& mask = *scan.mask;
-  const char* const at_p = mask.mask_begin + (p - mask.seq_begin);
-  if (at_p[0] == CAnchorSeq::covered && at_p[-1] == CAnchorSeq::covered) {
-    const auto* const next = std::memchr(at_p, CAnchorSeq::anchor, static_cast<std::size_t>(mask.mask_end + 1 - at_p));
-    return mask.seq_begin + (static_cast<const char*>(next) - mask.mask_begin);
-  }
+  const char* const free = mask.next_free(p - 1);
+  if (free > p) return free;
   return mask.may_anchor(p, scan.L) ? p : p + 1;
 }
 
