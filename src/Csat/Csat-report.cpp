@@ -10,6 +10,7 @@
 #include "CSequence_Mol.h"
 #include "Csat-lines.h"
 #include "Csat.h"
+#include "alignment-lines.h"
 #include "global-types-and-parameters.h"
 #include "repeat-columns.h"
 #include "results-texts.h"
@@ -36,6 +37,7 @@ struct report_workspace {
   CDnaString reported_unit;
   normal_form_workspace normal_form;
   CReportText text;
+  alignment_lines alignment;
 };
 
 // Brings the unit into the form in which units are reported. Returns true when it repeats a shorter unit.
@@ -63,12 +65,12 @@ constexpr int longest_named_unit = static_cast<int>(REPEAT_NAMES.size()) - 1;
 // One repeat with everything that its report derives from it.
 class CSatReport {
  public:
-  CSatReport(const Csat& repeat, CSequence_Mol& record, float its_perfection, report_workspace& work)
+  CSatReport(const Csat& repeat, CSequence_Mol& record, float its_perfection, report_workspace& its_work)
       : sat(repeat),
         seq(record),
         perfection(its_perfection),
-        unit(work.reported_unit.c_str()),
-        its_text(work.text),
+        unit(its_work.reported_unit.c_str()),
+        work(its_work),
         start(static_cast<int>(sat.pos_left - seq.symbols.buffer) + 1),
         end(static_cast<int>(sat.pos_right - seq.symbols.buffer)) {
     const auto flanking = static_cast<std::ptrdiff_t>(global_flanking);
@@ -102,7 +104,7 @@ class CSatReport {
   CSequence_Mol& seq;
   float perfection;  // percent
   const char* unit;
-  CReportText& its_text;
+  report_workspace& work;
   int start;  // 1-based, inclusive
   int end;    // 1-based, inclusive
   const char* left_flank;
@@ -180,7 +182,7 @@ class CSatReport {
 
   void write_lines(std::FILE* out) {
     const repeat_layout its_layout = layout();
-    CReportText& line = its_text.clear();
+    CReportText& line = work.text.clear();
     [&]<std::size_t... i>(std::index_sequence<i...>) { (append_line_column<i>(line, its_layout), ...); }
     (std::make_index_sequence<line_columns.size()>{});
     line.symbol('\n');
@@ -199,7 +201,7 @@ class CSatReport {
   }
 
   void write_gff(std::FILE* out) {
-    CReportText& line = its_text.clear();
+    CReportText& line = work.text.clear();
     name_of(line, seq).text("\tQuarvo\ttandem-repeat\t").number(start).symbol('\t').number(end);
     line.symbol('\t').fixed(perfection, 2).text("\t.\t.\tName=\"repeat_region ").number(start).symbol('-').number(end);
     line.text(" unit_size ").number(sat.unit_length()).text(" repeat_number ").fixed(repeat_number(), 3);
@@ -210,7 +212,7 @@ class CSatReport {
 
   void write_one_per_line(std::FILE* out) {
     const repeat_layout its_layout = layout();
-    CReportText& line = its_text.clear();
+    CReportText& line = work.text.clear();
     name_of(line, seq);
     for (const repeat_column& column : table_columns) {
       if (its_layout.has(column.presence)) append(line.symbol(table_separator), column);
@@ -219,7 +221,7 @@ class CSatReport {
   }
 
   void write_fasta(std::FILE* out) {
-    CReportText& lines = its_text.clear();
+    CReportText& lines = work.text.clear();
     name_of(lines.symbol('>'), seq).symbol(' ');
     lines.number(static_cast<int>(sat.pos_left - left_flank) + 1).symbol(' ').number(sat.span()).symbol(' ');
     lines.number(sat.unit_length()).symbol(' ').number(start).symbol(' ').number(end).symbol(' ');
@@ -230,7 +232,7 @@ class CSatReport {
 
   void write_unused(std::FILE* out) {
     if (!write_unused_format(out, sat, start, end, perfection, unit)) return;
-    CReportText& block = its_text.clear();
+    CReportText& block = work.text.clear();
     append_sequence_block(block);
     block.write_to(out);
   }
@@ -251,78 +253,21 @@ class CSatReport {
   void append_alignment(CReportText& block) const;
 };
 
-// The three lines of an alignment: sequence, markers, unit.
-class CAlignment {
- public:
-  explicit CAlignment(std::size_t columns) {
-    sequence_line.reserve(columns);
-    marker_line.reserve(columns);
-    unit_line.reserve(columns);
-  }
-
-  void column(char base, char marker, char unit_symbol) {
-    sequence_line.push_back(base);
-    marker_line.push_back(marker);
-    unit_line.push_back(unit_symbol);
-  }
-
-  void flank(const char* begin, const char* end) {
-    for (; begin != end; ++begin) column(*begin, ' ', ' ');
-  }
-
-  void append_to(CReportText& block) const {
-    for (const std::string* line : {&sequence_line, &marker_line, &unit_line}) {
-      block.stretch(line->data(), line->data() + line->size()).symbol('\n');
-    }
-  }
-
- private:
-  std::string sequence_line;
-  std::string marker_line;
-  std::string unit_line;
-};
-
-// Walks the repeat with its unit, edit by edit. An edit that lies outside the repeat is never met, nor are those
-// after it in the list.
-void align(CAlignment& alignment, const Csat& sat) {
-  const char* unit = sat.unit_successor(sat.bwd_unit_cursor);
-  const auto edits = sat.missense_entries();
-  auto edit = edits.begin();
-  for (const char* base = sat.pos_left; base != sat.pos_right;) {
-    if (edit == edits.end() || base != edit->position) {
-      alignment.column(*base, *base == 'N' ? N_mark : match_mark, *unit);
-      ++base;
-      unit = sat.unit_successor(unit);
-      continue;
-    }
-    switch (edit->symbol) {
-      case mismatch_kind:
-        alignment.column(*base++, edit_mark, *unit);
-        unit = sat.unit_successor(unit);
-        break;
-      case insertion_kind:
-        alignment.column(*base++, edit_mark, gap_mark);
-        break;
-      default:
-        alignment.column(gap_mark, edit_mark, *unit);
-        unit = sat.unit_successor(unit);
-    }
-    ++edit;
-  }
-}
-
 void CSatReport::append_alignment(CReportText& block) const {
-  CAlignment alignment(static_cast<std::size_t>(right_flank_end - left_flank + sat.deletions + 2));
+  alignment_lines& lines = work.alignment;
+  lines.clear();
   if (global_flanking > 0) {
-    alignment.flank(left_flank, sat.pos_left);
-    alignment.column(flank_mark, ' ', ' ');
+    lines.flank(left_flank, sat.pos_left);
+    lines.column(flank_mark, ' ', ' ');
   }
-  align(alignment, sat);
+  align(lines, sat);
   if (global_flanking > 0) {
-    alignment.column(flank_mark, ' ', ' ');
-    alignment.flank(sat.pos_right, right_flank_end);
+    lines.column(flank_mark, ' ', ' ');
+    lines.flank(sat.pos_right, right_flank_end);
   }
-  alignment.append_to(block);
+  for (const std::string* line : {&lines.sequence, &lines.markers, &lines.unit}) {
+    block.stretch(line->data(), line->data() + line->size()).symbol('\n');
+  }
 }
 
 }  // namespace

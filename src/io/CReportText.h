@@ -41,13 +41,7 @@ class CReportText {
   // As "%*.*f".
   CReportText& fixed(float value, int decimals, unsigned width = 0) {
     char digits[80];
-    if (!std::isfinite(value)) {
-      std::snprintf(digits, sizeof digits, "%f", static_cast<double>(value));
-      return right_aligned(digits, static_cast<unsigned>(std::strlen(digits)), width);
-    }
-    const auto end =
-        std::to_chars(digits, digits + sizeof digits, static_cast<double>(value), std::chars_format::fixed, decimals)
-            .ptr;
+    char* const end = fixed_digits(digits, digits + sizeof digits, value, decimals);
     return right_aligned(digits, static_cast<unsigned>(end - digits), width);
   }
 
@@ -63,6 +57,25 @@ class CReportText {
 
  private:
   std::string bytes;
+
+  static char* fixed_digits(char* begin, char* end, float value, int decimals) {
+    double scale = 1;
+    for (int i = 0; i < decimals; ++i) scale *= 10;
+    // The product is exact, as the 24 bits of a float and the bits of the scale fit into a double, so one rounding is
+    // made here as well as in formatted printing: to the nearest integer, to the even one of two.
+    constexpr double largest = 1e9;
+    if (decimals > 0 && scale < 1e8 && !std::signbit(value) && value * scale < largest) {
+      const auto scaled = static_cast<unsigned>(std::nearbyint(value * scale));
+      const auto unit = static_cast<unsigned>(scale);
+      char* at = std::to_chars(begin, end, scaled / unit).ptr;
+      // The fraction with a leading 1, which keeps its zeros and makes place for the point.
+      std::to_chars(at, end, scaled % unit + unit);
+      *at = '.';
+      return at + 1 + decimals;
+    }
+    if (!std::isfinite(value)) return begin + std::snprintf(begin, 16, "%f", static_cast<double>(value));
+    return std::to_chars(begin, end, static_cast<double>(value), std::chars_format::fixed, decimals).ptr;
+  }
 
   CReportText& right_aligned(const char* digits, unsigned count, unsigned width) {
     if (count < width) bytes.append(width - count, ' ');
