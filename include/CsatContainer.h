@@ -55,7 +55,7 @@ class CsatContainer : public CBasicSatContainer {
   ~CsatContainer() { pool->records.splice(pool->records.end(), records); }
 
   // Stable: records with the same ends stay in their order.
-  void sort() { records.sort(lessThan_sat); }
+  void sort();
 
   // Takes over the record at `node` of another list, as the last one here. Allocates nothing.
   void take_last(CBasicSatContainer& from, std::list<Csat*>::iterator node) {

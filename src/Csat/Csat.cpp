@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <new>
+#include <vector>
 
 #include "CsatContainer.h"
 #include "global-types-and-parameters.h"
@@ -85,4 +86,23 @@ float Csat::perfection(int N_and_perfection_mode) const {
 
 bool Csat::is_reported_perfection(float perfection) {
   return !(global_min_perfection > perfection) && !(perfection > global_max_perfection);
+}
+
+// The keys are sorted side by side with the records, and not through their pointers: a list sorted by itself looks up
+// both records of each comparison somewhere in memory.
+void CsatContainer::sort() {
+  struct sort_entry {
+    const char* left;
+    const char* right;
+    Csat* sat;
+  };
+  const auto is_less = [](const sort_entry& a, const sort_entry& b) {
+    return a.left != b.left ? a.left < b.left : a.right < b.right;
+  };
+  if (std::is_sorted(records.begin(), records.end(), lessThan_sat)) return;
+  std::vector<sort_entry> entries;
+  entries.reserve(records.size());
+  for (Csat* const sat : records) entries.push_back({sat->pos_left, sat->pos_right, sat});
+  std::stable_sort(entries.begin(), entries.end(), is_less);
+  std::transform(entries.begin(), entries.end(), records.begin(), [](const sort_entry& entry) { return entry.sat; });
 }
