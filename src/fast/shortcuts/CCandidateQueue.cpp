@@ -15,6 +15,7 @@ const char* CCandidateQueue::first(unsigned its_L, const CAnchorSeq& its_mask) {
   batch_end = first_start;
   has_mask_changed = false;
   run_end = 0;
+  pairs_of_unit = L > 64 ? ~std::uint64_t{0} : (std::uint64_t{1} << (L - 1)) - 1;
   return next(false);
 }
 
@@ -35,23 +36,29 @@ bool CCandidateQueue::collect() {
   count = given = 0;
   has_mask_changed = false;
   walk_from(batch_end);
-  while (count != tested.size()) {
-    const std::size_t p = next_admitted();
-    if (p == after_starts) {
-      batch_end = after_starts;
-      break;
-    }
-    const std::size_t unit = first_unit_from(p);
-    if (unit == p) {
-      tested[count++] = begin + p;
-      batch_end = p + 1;
-    } else {
-      batch_end = std::min(unit, after_starts);
-      walk_from(batch_end);
-    }
-  }
+  while (count != tested.size() && has_admitted()) collect_from_word();
+  batch_end = count == tested.size() ? static_cast<std::size_t>(tested.back() - begin) + 1 : after_starts;
   kept = has_tighter_test ? filter.still_candidates(tested.data(), count) : ~std::uint64_t{0};
   return count != 0;
+}
+
+// Takes candidates from the word that the walk has come to, until it is left or the batch is full.
+void CCandidateQueue::collect_from_word() {
+  for (; left != 0 && count != tested.size(); left &= left - 1) {
+    const std::size_t p = 64 * word + static_cast<std::size_t>(std::countr_zero(left));
+    if (!is_change_ahead(p)) {
+      const std::size_t unit = first_unit_from(p);
+      if (unit != p) return walk_from(std::min(unit, after_starts));
+    }
+    tested[count++] = begin + p;
+  }
+}
+
+// Whether there is a change of the symbol soon after p inside the unit that begins there, which then is more than one
+// symbol repeated.
+bool CCandidateQueue::is_change_ahead(std::size_t p) const {
+  const std::uint64_t ahead = changes[p / 64] >> p % 64 | changes[p / 64 + 1] << 1 << (63 - p % 64);
+  return (ahead & pairs_of_unit) != 0;
 }
 
 const char* CCandidateQueue::next_tested() {
@@ -77,40 +84,34 @@ void CCandidateQueue::walk_from(std::size_t p) {
   left = p < after_starts ? admitted(word) & ~std::uint64_t{0} << p % 64 : 0;
 }
 
-// The next candidate of the walk, or after_starts.
-std::size_t CCandidateQueue::next_admitted() {
+// Goes on to the next word with a candidate that the mask admits, if none is left in this one. Returns false when there
+// is none.
+bool CCandidateQueue::has_admitted() {
   while (left == 0) {
     const std::size_t from = 64 * (word + 1);
-    if (from >= after_starts) return after_starts;
+    if (from >= after_starts) return false;
     word = candidates->next(from) / 64;
-    if (64 * word >= after_starts) return after_starts;
+    if (64 * word >= after_starts) return false;
     left = admitted(word);
   }
+  return true;
+}
+
+// The next candidate of the walk, or after_starts.
+std::size_t CCandidateQueue::next_admitted() {
+  if (!has_admitted()) return after_starts;
   const std::size_t p = 64 * word + static_cast<std::size_t>(std::countr_zero(left));
   left &= left - 1;
   return p;
-}
-
-// More than it pays to look up one by one.
-bool CCandidateQueue::are_many(std::uint64_t bits) {
-  for (int few = 4; few > 0; --few) bits &= bits - 1;
-  return bits != 0;
 }
 
 // Of the bits of a word, those of starts that the mask admits.
 std::uint64_t CCandidateQueue::admitted_of(std::size_t in_word, std::uint64_t bits) const {
   const std::size_t p = 64 * in_word;
   if (p >= after_starts || p + 64 <= first_start) return 0;
-  if (p < first_start) bits &= ~std::uint64_t{0} << (first_start - p);
-  if (after_starts - p < 64) bits &= ~(~std::uint64_t{0} << (after_starts - p));
-  if (are_many(bits) && p >= first_start && after_starts - p >= 64) {
-    return bits & mask->may_anchor_64(begin + p, L);
-  }
-  for (std::uint64_t rest = bits; rest != 0; rest &= rest - 1) {
-    const char* const candidate = begin + p + std::countr_zero(rest);
-    if (!mask->may_anchor(candidate, L)) bits &= ~(rest & -rest);
-  }
-  return bits;
+  const std::size_t skipped = p < first_start ? first_start - p : 0;
+  const std::uint64_t admitted_bits = bits & mask->may_anchor_64(begin + p + skipped, L) << skipped;
+  return after_starts - p < 64 ? admitted_bits & ~(~std::uint64_t{0} << (after_starts - p)) : admitted_bits;
 }
 
 // The first position from p on whose unit does not begin with N and is more than one symbol repeated, as far as the run

@@ -1,11 +1,14 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 #include "CAnchorSeq.h"
 #include "candidate-filter.h"
+#include "run-filter.h"
 
 // The candidates of one unit length that a search need look at, one after the other.
 //
@@ -23,7 +26,12 @@ class CCandidateQueue {
   // ends at its_end; with `is_tighter` off, the tighter test is left out. All must outlive the queue.
   CCandidateQueue(CCandidateFilter& its_filter, const char* its_begin, const symbol_range& its_starts,
                   const char* its_end, bool is_tighter)
-      : filter(its_filter), begin(its_begin), starts(its_starts), end(its_end), has_tighter_test(is_tighter) {}
+      : filter(its_filter),
+        begin(its_begin),
+        starts(its_starts),
+        end(its_end),
+        has_tighter_test(is_tighter),
+        changes(changes_of_symbol(begin, std::min(end, starts.end + 1))) {}
 
   // The first candidate of unit length L, and the next after the last; nullptr when there is none. Says with
   // `was_accepted` whether the one given last was.
@@ -39,7 +47,9 @@ class CCandidateQueue {
   symbol_range starts;
   const char* end;
   bool has_tighter_test;
+  std::vector<std::uint64_t> changes;  // of the symbol
   unsigned L = 0;
+  std::uint64_t pairs_of_unit = 0;  // a bit for each symbol of the unit but the last, 64 at most
   const CAnchorSeq* mask = nullptr;
   const CPositionSet* candidates = nullptr;
   std::size_t first_start = 0;   // positions here count from `begin`
@@ -61,12 +71,14 @@ class CCandidateQueue {
   std::size_t run_end = 0;  // where the symbol looked at last stops being repeated
 
   bool collect();
+  void collect_from_word();
+  bool is_change_ahead(std::size_t p) const;
   const char* next_tested();
   const char* next_admitted_of_batch();
 
   void walk_from(std::size_t p);
+  bool has_admitted();
   std::size_t next_admitted();
-  static bool are_many(std::uint64_t bits);
   std::uint64_t admitted(std::size_t in_word) const { return admitted_of(in_word, candidates->word(in_word)); }
   std::uint64_t admitted_of(std::size_t in_word, std::uint64_t bits) const;
   std::size_t first_unit_from(std::size_t p);

@@ -7,6 +7,7 @@
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "run-filter.cpp"
+#include <hwy/cache_control.h>
 #include <hwy/foreach_target.h>  // must come before highway.h
 #include <hwy/highway.h>
 
@@ -33,7 +34,11 @@ HWY_INLINE std::uint64_t matches_of_64(const std::uint8_t* a, const std::uint8_t
 // bits of the last word are 0.
 template <bool Ns_match>
 void match_all(const std::uint8_t* a, const std::uint8_t* b, std::size_t positions, std::uint64_t* words) {
-  for (; positions >= 64; positions -= 64, a += 64, b += 64) *words++ = matches_of_64<Ns_match>(a, b);
+  for (; positions >= 64; positions -= 64, a += 64, b += 64) {
+    // Each unit length reads the whole record again, and processors by themselves stop ahead of a new page.
+    hwy::Prefetch(a + 2048);
+    *words++ = matches_of_64<Ns_match>(a, b);
+  }
   if (positions == 0) return;
   std::uint8_t padded_a[64];
   std::uint8_t padded_b[64];
@@ -148,5 +153,16 @@ void CRunFilter::load_block(std::ptrdiff_t from) {
 
 const char* end_of_one_symbol_run(const char* p, const char* end) {
   return p + HWY_DYNAMIC_DISPATCH(one_symbol_prefix)(as_bytes(p), static_cast<std::size_t>(end - p));
+}
+
+std::vector<std::uint64_t> changes_of_symbol(const char* begin, const char* end) {
+  const auto symbols = static_cast<std::size_t>(end - begin);
+  std::vector<std::uint64_t> words(symbols / 64 + 2);
+  if (symbols < 2) return words;
+  const std::size_t pairs = symbols - 1;
+  HWY_DYNAMIC_DISPATCH(match_positions)(as_bytes(begin), as_bytes(begin) + 1, pairs, true, words.data());
+  for (std::size_t i = 0; i <= pairs / 64; ++i) words[i] = ~words[i];
+  words[pairs / 64] &= ~(~std::uint64_t{0} << pairs % 64);
+  return words;
 }
 #endif  // HWY_ONCE

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <vector>
 
 // Which start positions of the exact search can lead to a repeat that is stored.
 //
@@ -73,3 +74,7 @@ class CRunFilter {
 
 // The first position after p, in (p, end], whose symbol is not the one at p. Precondition: p < end.
 const char* end_of_one_symbol_run(const char* p, const char* end);
+
+// Bit i % 64 of word i / 64: the symbol at begin + i is followed by another one, and neither is an N. There is one word
+// more than that of the end.
+std::vector<std::uint64_t> changes_of_symbol(const char* begin, const char* end);

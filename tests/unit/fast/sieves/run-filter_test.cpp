@@ -155,4 +155,20 @@ TEST(RunFilter, FindsTheEndOfARunOfOneSymbol) {
   });
 }
 
+TEST(RunFilter, FindsTheChangesOfSymbol) {
+  on_each_target([] {
+    CRandomDna random(8);
+    for (int length = 0; length <= 200; ++length) {
+      const std::string text = random.sequence("AACN", length);
+      const CExactBuffer sequence(text);
+      const std::vector<std::uint64_t> changes = changes_of_symbol(sequence.begin(), sequence.end());
+      ASSERT_GE(64 * changes.size(), text.size() + 64);
+      for (std::size_t p = 0; p < 64 * changes.size(); ++p) {
+        const bool is_change = p + 1 < text.size() && text[p] != text[p + 1] && text[p] != 'N' && text[p + 1] != 'N';
+        ASSERT_EQ((changes[p / 64] >> p % 64 & 1) != 0, is_change) << text << " " << p;
+      }
+    }
+  });
+}
+
 }  // namespace
