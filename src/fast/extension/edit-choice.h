@@ -50,10 +50,13 @@ class CEditChoice {
       const CRememberedChoices::choice* const known = space.remembered.find(place_of(from));
       if (known != nullptr && is_within_reach(from, known->reach)) return known->chosen;
     }
-    const edit_outlook outlook = look_ahead(from, depth);
-    if (is_memorable && farthest <= most_reach && is_within_reach(from, farthest)) {
-      space.remembered.keep(place_of(from), {static_cast<std::uint16_t>(farthest), outlook.chosen});
-      return outlook.chosen;
+    const edit_outlook outlook = look_ahead(from, depth, is_memorable ? std::numeric_limits<int>::min() : needed);
+    if (is_memorable) {
+      const int reach = farthest();
+      if (reach <= most_reach && is_within_reach(from, reach)) {
+        space.remembered.keep(place_of(from), {static_cast<std::uint16_t>(reach), outlook.chosen});
+        return outlook.chosen;
+      }
     }
     hopeless = outlook.chosen != edit::none && outlook.highest < needed && !outlook.is_cut;
     return hopeless ? edit::none : outlook.chosen;
@@ -71,7 +74,10 @@ class CEditChoice {
 
   static constexpr int most_reach = std::numeric_limits<std::uint16_t>::max();
   std::int64_t least_for_memory = std::numeric_limits<std::int64_t>::max();
-  int farthest = 0;  // how far ahead the look-ahead stood at a mismatch, or at the end
+  bool is_by_run_ends = false;  // the choice made last
+
+  // How far ahead its look-ahead stood at a mismatch, or at the end.
+  int farthest() const { return is_by_run_ends ? space.run_ends.farthest() : by_layers->farthest(); }
 
   CRememberedChoices::place place_of(const extension_state& from) const {
     return {from.s, static_cast<std::int32_t>(Direction::first_of(from.s, 1) - (unit.origin() + from.u))};
@@ -84,18 +90,15 @@ class CEditChoice {
     return Direction::left_over(from.s, end) > reach && 0 <= last && last < unit.length();
   }
 
-  edit_outlook look_ahead(const extension_state& from, unsigned char depth) {
+  edit_outlook look_ahead(const extension_state& from, unsigned char depth, int needed) {
     CRunEnds& run_ends = space.run_ends;
     if (run_ends.applies() && depth == 0) {
       space.ahead.compare<Direction>(from, unit, end, rules.passes_over_Ns, run_ends.radius());
-      if (run_ends.choose(space.ahead, from.score)) {
-        farthest = run_ends.farthest();
-        return run_ends.outlook();
-      }
+      is_by_run_ends = run_ends.choose(space.ahead, from.score, needed);
+      if (is_by_run_ends) return run_ends.outlook();
     }
+    is_by_run_ends = false;
     if (!by_layers) by_layers.emplace(rules, unit, end, space.states);
-    const edit_outlook outlook = by_layers->choose(from, depth);
-    farthest = by_layers->farthest();
-    return outlook;
+    return by_layers->choose(from, depth);
   }
 };

@@ -77,14 +77,14 @@ void CRunEnds::set_losses() {
 
 int CRunEnds::cheaper_score() const { return std::max(mismatch_score, indel_score); }
 
-bool CRunEnds::choose(const CSymbolsAhead& ahead, int score) {
+bool CRunEnds::choose(const CSymbolsAhead& ahead, int score, int needed) {
   const question asked{ahead.different(), places_with(least_for_mismatch, score), places_with(least_for_indel, score),
                        ahead.ends_there() ? ~bits_from(ahead.known()) : all};
-  return has_one_penalty() ? choose<true>(asked, score) : choose<false>(asked, score);
+  return has_one_penalty() ? choose<true>(asked, score, needed) : choose<false>(asked, score, needed);
 }
 
 template <bool one_penalty>
-bool CRunEnds::choose(const question& asked, int score) {
+bool CRunEnds::choose(const question& asked, int score, int needed) {
   using maker = findings (CRunEnds::*)(const question&);
   static constexpr std::array<maker, most_edits + 1> makers{
       nullptr,
@@ -106,13 +106,16 @@ bool CRunEnds::choose(const question& asked, int score) {
     const findings added = (this->*makers[static_cast<std::size_t>(++edits)])(asked);
     if (added.leaving >> (symbols - 1) != 0) return false;
     if (added.values >= std::bit_floor(so_far.values)) last_with_highest = edits;
+    values[static_cast<std::size_t>(edits)] = added.values;
     so_far.values |= added.values;
     so_far.places = added.places;
   }
   last_layer = edits;
   if (edits == 0) return true;
   highest_value = cheaper_score() + highest_bit(so_far.values);
-  found = {first_edit(asked, last_with_highest), score + highest_value, so_far.places != 0};
+  const bool is_of_interest = score + highest_value >= needed || so_far.places != 0;
+  found = {is_of_interest ? first_edit(asked, last_with_highest) : edit::mismatch, score + highest_value,
+           so_far.places != 0};
   return true;
 }
 
@@ -176,30 +179,56 @@ void CRunEnds::make_row(const question& asked, findings& added) {
   if (one_penalty) added.values |= value_bits(row_ends, row_lost);
 }
 
+// Of the run ends those with the highest score, and those on the way there.
 std::uint64_t CRunEnds::highest_ends(int edits, std::size_t cell) const {
   const auto at = static_cast<std::size_t>(edits);
   const int offset = highest_value + lost[at][cell];
   return wanted[at][cell] | (offset < symbols ? ends[at][cell] & std::uint64_t{1} << offset : 0);
 }
 
-// Follows them back to the first edit.
-edit CRunEnds::first_edit(const question& asked, int edits) {
-  for (; edits > 1; --edits) {
-    const auto at = static_cast<std::size_t>(edits);
-    const layer& before_mismatch = for_mismatch[at - 1];
-    const layer& before_indel = has_one_penalty() ? before_mismatch : for_indel[at - 1];
-    for (int deletions = 0; deletions <= edits; ++deletions) {
-      for (int insertions = 0; deletions + insertions <= edits; ++insertions) {
-        const std::size_t cell = index(deletions, insertions);
-        const std::uint64_t reached = highest_ends(edits, cell);
-        if (reached == 0) continue;
-        wanted[at][cell] = 0;
-        const std::uint64_t starts = starts_of_runs(reached, asked.different[insertions - deletions]);
-        wanted[at - 1][cell] |= before_mismatch[cell] & starts >> 1;
-        wanted[at - 1][cell - 1] |= before_indel[cell - 1] & starts >> 1;
-        wanted[at - 1][cell - row] |= before_indel[cell - row] & starts;
-      }
+// The counts of the layer with which a path has the highest score.
+std::uint64_t CRunEnds::cells_with_highest(int edits) const {
+  std::uint64_t cells = 0;
+  if ((values[static_cast<std::size_t>(edits)] >> (highest_value - cheaper_score())) == 0) return cells;
+  for (int deletions = 0; deletions <= edits; ++deletions) {
+    for (int insertions = 0; deletions + insertions <= edits; ++insertions) {
+      const std::size_t cell = index(deletions, insertions);
+      if (highest_ends(edits, cell) != 0) cells |= bit_of(cell);
     }
+  }
+  return cells;
+}
+
+// Notes the places from which one edit leads to those wanted of the cell. Returns the cells that they are of.
+std::uint64_t CRunEnds::follow_back(const question& asked, int edits, std::size_t cell) {
+  const auto at = static_cast<std::size_t>(edits);
+  const layer& before_mismatch = for_mismatch[at - 1];
+  const layer& before_indel = has_one_penalty() ? before_mismatch : for_indel[at - 1];
+  const auto deletions = static_cast<int>((cell - guard) / row);
+  const auto insertions = static_cast<int>((cell - guard) % row);
+  const std::uint64_t starts = starts_of_runs(highest_ends(edits, cell), asked.different[insertions - deletions]);
+  wanted[at][cell] = 0;
+  std::uint64_t cells = 0;
+  const auto want = [&](std::size_t before, std::uint64_t places) {
+    if (places == 0) return;
+    wanted[at - 1][before] |= places;
+    cells |= bit_of(before);
+  };
+  want(cell, before_mismatch[cell] & starts >> 1);
+  want(cell - 1, before_indel[cell - 1] & starts >> 1);
+  want(cell - row, before_indel[cell - row] & starts);
+  return cells;
+}
+
+// Follows the paths with the highest score back to the first edit.
+edit CRunEnds::first_edit(const question& asked, int edits) {
+  std::uint64_t wanted_cells = 0;
+  for (; edits > 1; --edits) {
+    std::uint64_t before = 0;
+    for (std::uint64_t left = wanted_cells | cells_with_highest(edits); left != 0; left &= left - 1) {
+      before |= follow_back(asked, edits, guard + static_cast<std::size_t>(std::countr_zero(left)));
+    }
+    wanted_cells = before;
   }
   const bool by_mismatch = highest_ends(1, index(0, 0)) != 0;
   const bool by_insertion = highest_ends(1, index(0, 1)) != 0;

@@ -59,7 +59,9 @@ class CRunEnds {
   int radius() const { return depth; }
 
   // The choice at a mismatch reached with `score`. Returns false when a path leaves what is known.
-  bool choose(const CSymbolsAhead& ahead, int score);
+  //
+  // Where all paths end below `needed`, with no other edit admissible after them, the edit that it finds is any one.
+  bool choose(const CSymbolsAhead& ahead, int score, int needed);
 
   // What it found.
   const edit_outlook& outlook() const { return found; }
@@ -77,6 +79,8 @@ class CRunEnds {
   static constexpr std::size_t index(int deletions, int insertions) {
     return static_cast<std::size_t>(guard + deletions * row + insertions);
   }
+  // The counts as bits of a word, of which those of one layer make a set.
+  static constexpr std::uint64_t bit_of(std::size_t cell) { return std::uint64_t{1} << (cell - guard); }
 
   // One choice: what its layers share.
   struct question {
@@ -106,8 +110,9 @@ class CRunEnds {
   std::array<layer, most_edits + 1> for_indel{};              // the same as for_mismatch if both scores are equal
   std::array<layer, most_edits + 1> wanted{};  // those on the way to the highest score; 0 between two choices
 
-  int last_layer = 0;     // of the choice
-  int highest_value = 0;  // counted from the score at the mismatch
+  int last_layer = 0;                                  // of the choice
+  std::array<std::uint64_t, most_edits + 1> values{};  // what each layer added to findings::values
+  int highest_value = 0;                               // counted from the score at the mismatch
   edit_outlook found{};
 
   bool has_one_penalty() const { return mismatch_score == indel_score; }
@@ -118,8 +123,9 @@ class CRunEnds {
   template <bool one_penalty, int edits, int deletions>
   void make_row(const question& asked, findings& added);
   template <bool one_penalty>
-  bool choose(const question& asked, int score);
-  // Of the run ends those with the highest score, and those on the way there.
+  bool choose(const question& asked, int score, int needed);
   std::uint64_t highest_ends(int edits, std::size_t cell) const;
+  std::uint64_t cells_with_highest(int edits) const;
+  std::uint64_t follow_back(const question& asked, int edits, std::size_t cell);
   edit first_edit(const question& asked, int edits);
 };

@@ -105,9 +105,14 @@ class CChecker {
       if (space.run_ends.applies()) {
         space.ahead.template compare<Direction>(at, unit, end, rules.passes_over_Ns, space.run_ends.radius());
         ++counts.choices;
-        if (space.run_ends.choose(space.ahead, at.score)) {
+        // Just below, at or just above what it leads to: then the edit is any one, if nothing is cut.
+        const int needed = (expected.chosen == edit::none ? at.score : expected.highest) - 1 + steps % 3;
+        if (space.run_ends.choose(space.ahead, at.score, needed)) {
           ++counts.known;
-          check(space.run_ends.outlook(), expected, "by run ends");
+          edit_outlook outlook = space.run_ends.outlook();
+          const bool is_of_interest = expected.highest >= needed || expected.is_cut;
+          if (!is_of_interest && outlook.chosen != edit::none) outlook.chosen = expected.chosen;
+          check(outlook, expected, "by run ends");
         }
       }
       if (expected.chosen == edit::none) return;
