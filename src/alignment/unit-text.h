@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <vector>
 
 #include "direction.h"
@@ -13,6 +14,7 @@
 class CUnitText {
  public:
   static constexpr int margin = 96;
+  static_assert(margin % symbols_a_word == 0);
 
   void set(const char* unit_begin, const char* unit_end) {
     const std::size_t L = static_cast<unsigned>(unit_end - unit_begin);
@@ -51,10 +53,20 @@ class CUnitText {
   const char* its_origin = nullptr;
   std::uint64_t reciprocal = 0;
 
+  // A word at a time, from as many whole units away as are a word at least, once there are so many.
   void write_margins(int wanted) const {
     char* const first = text.data() + margin;
-    for (int u = written; u < wanted; ++u) first[its_length + u] = first[u];
-    for (int u = -1 - written; u >= -wanted; --u) first[u] = first[u + its_length];
+    char* const end = first + its_length;
+    const int away = its_length * ((symbols_a_word + its_length - 1) / its_length);
+    if (away > its_length + 2 * written) {
+      for (int u = written; u < wanted; ++u) end[u] = end[u - its_length];
+      for (int u = -1 - written; u >= -wanted; --u) first[u] = first[u + its_length];
+    } else {
+      for (int u = written; u < wanted; u += symbols_a_word) {
+        std::memcpy(end + u, end + u - away, symbols_a_word);
+        std::memcpy(first - u - symbols_a_word, first - u - symbols_a_word + away, symbols_a_word);
+      }
+    }
     written = wanted;
   }
 };
