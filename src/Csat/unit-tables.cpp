@@ -7,7 +7,7 @@ namespace {
 using prime_table = std::array<std::array<int, primeFactors_columns>, primeFactors_rows>;
 
 // A sieve: each prime p is appended to the rows of its multiples above p.
-prime_table make_prime_factors() {
+constexpr prime_table make_prime_factors() {
   prime_table table{};
   std::array<int, primeFactors_rows> entries{};
   for (int p = 2; p < primeFactors_rows; ++p) {
@@ -21,4 +21,5 @@ prime_table make_prime_factors() {
 
 }  // namespace
 
-const prime_table primeFactors = make_prime_factors();
+// Made by the compiler: a start of the program takes some milliseconds, and this would be a part of it.
+constinit const prime_table primeFactors = make_prime_factors();

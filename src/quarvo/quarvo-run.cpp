@@ -62,7 +62,8 @@ class CRun {
 
  private:
   CSequence_Mol record{1, 'N'};
-  std::unique_ptr<CFile> input = std::make_unique<CFile>();
+  // Its buffer is not set to zeros, which would be much of what a short run does.
+  std::unique_ptr<CFile> input = std::make_unique_for_overwrite<CFile>();
   COutputFile results{"as output file."};
   COutputFile masked{"as file for the masked sequences."};
   unsigned sequence_number = 0;
