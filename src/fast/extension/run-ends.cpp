@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <utility>
 
 namespace {
 
@@ -68,7 +67,7 @@ void CRunEnds::set_losses() {
     for (int deletions = 0; deletions <= edits; ++deletions) {
       for (int insertions = 0; deletions + insertions <= edits; ++insertions) {
         const int mismatches = edits - deletions - insertions;
-        lost[static_cast<std::size_t>(edits)][index(deletions, insertions)] =
+        sets.lost[static_cast<std::size_t>(edits)][index(deletions, insertions)] =
             mismatches * (1 - mismatch_score) + insertions * (1 - indel_score) - deletions * indel_score;
       }
     }
@@ -78,44 +77,24 @@ void CRunEnds::set_losses() {
 int CRunEnds::cheaper_score() const { return std::max(mismatch_score, indel_score); }
 
 bool CRunEnds::choose(const CSymbolsAhead& ahead, int score, int needed) {
-  const question asked{ahead.different(), places_with(least_for_mismatch, score), places_with(least_for_indel, score),
-                       ahead.ends_there() ? ~bits_from(ahead.known()) : all};
-  return has_one_penalty() ? choose<true>(asked, score, needed) : choose<false>(asked, score, needed);
-}
-
-template <bool one_penalty>
-bool CRunEnds::choose(const question& asked, int score, int needed) {
-  using maker = findings (CRunEnds::*)(const question&);
-  static constexpr std::array<maker, most_edits + 1> makers{
-      nullptr,
-      &CRunEnds::make_layer<one_penalty, 1>,
-      &CRunEnds::make_layer<one_penalty, 2>,
-      &CRunEnds::make_layer<one_penalty, 3>,
-      &CRunEnds::make_layer<one_penalty, 4>,
-      &CRunEnds::make_layer<one_penalty, 5>,
-      &CRunEnds::make_layer<one_penalty, 6>,
-      &CRunEnds::make_layer<one_penalty, 7>,
-  };
-  for_mismatch[0][index(0, 0)] = asked.mismatch_places[0] & 1;
-  for_indel[0][index(0, 0)] = asked.indel_places[0] & 1;
+  const run_end_question asked{ahead.different(),
+                               places_with(least_for_mismatch, score),
+                               places_with(least_for_indel, score),
+                               ahead.ends_there() ? ~bits_from(ahead.known()) : all,
+                               cheaper_score(),
+                               depth,
+                               has_one_penalty()};
+  sets.for_mismatch[0][index(0, 0)] = asked.mismatch_places[0] & 1;
+  sets.for_indel[0][index(0, 0)] = asked.indel_places[0] & 1;
   found = {edit::none, score, false};
-  findings so_far{0, (asked.mismatch_places[0] | asked.indel_places[0]) & 1, 0};
-  int edits = 0;
-  int last_with_highest = 0;
-  while (so_far.places != 0 && edits < depth) {
-    const findings added = (this->*makers[static_cast<std::size_t>(++edits)])(asked);
-    if (added.leaving >> (symbols - 1) != 0) return false;
-    if (added.values >= std::bit_floor(so_far.values)) last_with_highest = edits;
-    values[static_cast<std::size_t>(edits)] = added.values;
-    so_far.values |= added.values;
-    so_far.places = added.places;
-  }
-  last_layer = edits;
-  if (edits == 0) return true;
-  highest_value = cheaper_score() + highest_bit(so_far.values);
-  const bool is_of_interest = score + highest_value >= needed || so_far.places != 0;
-  found = {is_of_interest ? first_edit(asked, last_with_highest) : edit::mismatch, score + highest_value,
-           so_far.places != 0};
+  last_layer = 0;
+  if (((asked.mismatch_places[0] | asked.indel_places[0]) & 1) == 0) return true;
+  const run_end_outcome made = make_run_end_layers(sets, asked);
+  if (!made.is_known) return false;
+  last_layer = made.layers;
+  highest_value = cheaper_score() + highest_bit(made.values);
+  const bool is_of_interest = score + highest_value >= needed || made.is_cut;
+  found = {is_of_interest ? first_edit(asked, made.highest_layer) : edit::mismatch, score + highest_value, made.is_cut};
   return true;
 }
 
@@ -123,7 +102,7 @@ bool CRunEnds::choose(const question& asked, int score, int needed) {
 int CRunEnds::farthest() const {
   std::uint64_t places = 1;
   for (int deletions = 0; deletions <= last_layer; ++deletions) {
-    const layer& last = ends[static_cast<std::size_t>(last_layer)];
+    const auto& last = sets.ends[static_cast<std::size_t>(last_layer)];
     for (int insertions = 0; deletions + insertions <= last_layer; ++insertions) {
       places |= last[index(deletions, insertions)];
     }
@@ -131,65 +110,17 @@ int CRunEnds::farthest() const {
   return highest_bit(places);
 }
 
-template <bool one_penalty, int edits>
-CRunEnds::findings CRunEnds::make_layer(const question& asked) {
-  findings added;
-  [&]<int... deletions>(std::integer_sequence<int, deletions...>) {
-    (make_row<one_penalty, edits, deletions>(asked, added), ...);
-  }
-  (std::make_integer_sequence<int, edits + 1>{});
-  return added;
-}
-
-// The words of one count of deletions. With one penalty these have lost the same.
-template <bool one_penalty, int edits, int deletions>
-void CRunEnds::make_row(const question& asked, findings& added) {
-  const layer& before_mismatch = for_mismatch[edits - 1];
-  const layer& before_indel = one_penalty ? before_mismatch : for_indel[edits - 1];
-  const auto value_bits = [&](std::uint64_t bits, int bits_lost) {
-    const int shift = bits_lost + cheaper_score();
-    return shift < symbols ? bits >> shift : 0;
-  };
-  int row_lost = lost[edits][index(deletions, 0)];
-  std::uint64_t row_ends = 0;
-  const auto make_word = [&](int insertions) {
-    const std::size_t cell = index(deletions, insertions);
-    const std::uint64_t different = asked.different[insertions - deletions];
-    const std::uint64_t equal = ~different;
-    const std::uint64_t consuming = before_mismatch[cell] | before_indel[cell - 1];
-    const std::uint64_t starts = consuming << 1 | before_indel[cell - row];
-    const std::uint64_t running = starts & equal;
-    const std::uint64_t carried = equal + running;
-    const std::uint64_t word = (carried | starts) & different;
-    added.leaving |= consuming | (equal & (running | ~carried));
-    ends[edits][cell] = word;
-    if (one_penalty) {
-      row_ends |= word;
-    } else {
-      row_lost = lost[edits][cell];
-      added.values |= value_bits(word, row_lost);
-      for_indel[edits][cell] = word & asked.inside & asked.indel_places[row_lost];
-      added.places |= for_indel[edits][cell];
-    }
-    for_mismatch[edits][cell] = word & asked.inside & asked.mismatch_places[row_lost];
-    added.places |= for_mismatch[edits][cell];
-  };
-  [&]<int... insertions>(std::integer_sequence<int, insertions...>) { (make_word(insertions), ...); }
-  (std::make_integer_sequence<int, edits - deletions + 1>{});
-  if (one_penalty) added.values |= value_bits(row_ends, row_lost);
-}
-
 // Of the run ends those with the highest score, and those on the way there.
 std::uint64_t CRunEnds::highest_ends(int edits, std::size_t cell) const {
   const auto at = static_cast<std::size_t>(edits);
-  const int offset = highest_value + lost[at][cell];
-  return wanted[at][cell] | (offset < symbols ? ends[at][cell] & std::uint64_t{1} << offset : 0);
+  const std::int64_t offset = highest_value + sets.lost[at][cell];
+  return wanted[at][cell] | (offset < symbols ? sets.ends[at][cell] & std::uint64_t{1} << offset : 0);
 }
 
 // The counts of the layer with which a path has the highest score.
 std::uint64_t CRunEnds::cells_with_highest(int edits) const {
   std::uint64_t cells = 0;
-  if ((values[static_cast<std::size_t>(edits)] >> (highest_value - cheaper_score())) == 0) return cells;
+  if ((sets.values[static_cast<std::size_t>(edits)] >> (highest_value - cheaper_score())) == 0) return cells;
   for (int deletions = 0; deletions <= edits; ++deletions) {
     for (int insertions = 0; deletions + insertions <= edits; ++insertions) {
       const std::size_t cell = index(deletions, insertions);
@@ -200,10 +131,10 @@ std::uint64_t CRunEnds::cells_with_highest(int edits) const {
 }
 
 // Notes the places from which one edit leads to those wanted of the cell. Returns the cells that they are of.
-std::uint64_t CRunEnds::follow_back(const question& asked, int edits, std::size_t cell) {
+std::uint64_t CRunEnds::follow_back(const run_end_question& asked, int edits, std::size_t cell) {
   const auto at = static_cast<std::size_t>(edits);
-  const layer& before_mismatch = for_mismatch[at - 1];
-  const layer& before_indel = has_one_penalty() ? before_mismatch : for_indel[at - 1];
+  const auto& before_mismatch = sets.for_mismatch[at - 1];
+  const auto& before_indel = sets.admissible_for_indel(has_one_penalty())[at - 1];
   const auto deletions = static_cast<int>((cell - guard) / row);
   const auto insertions = static_cast<int>((cell - guard) % row);
   const std::uint64_t starts = starts_of_runs(highest_ends(edits, cell), asked.different[insertions - deletions]);
@@ -221,7 +152,7 @@ std::uint64_t CRunEnds::follow_back(const question& asked, int edits, std::size_
 }
 
 // Follows the paths with the highest score back to the first edit.
-edit CRunEnds::first_edit(const question& asked, int edits) {
+edit CRunEnds::first_edit(const run_end_question& asked, int edits) {
   std::uint64_t wanted_cells = 0;
   for (; edits > 1; --edits) {
     std::uint64_t before = 0;

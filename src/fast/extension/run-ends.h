@@ -6,6 +6,7 @@
 
 #include "edit-outlook.h"
 #include "look-ahead.h"
+#include "run-end-sets.h"
 #include "symbols-ahead.h"
 
 // The choice of an edit, from the sets of all places at which a look-ahead can stand, one bit a place.
@@ -42,10 +43,11 @@
 // ahead, or comes to an N that is passed over, leaves what is known here, and there is no answer. The end of the record
 // is known.
 //
-// Cost: (R + 1) (R + 2) (R + 3) / 6 words for R edits, some ten operations each: 55 for 5.
+// Cost: (R + 1) (R + 2) (R + 3) / 6 words for R edits, 55 for 5, with some ten operations each; run-end-sets.h makes up
+// to 8 of them at once.
 class CRunEnds {
  public:
-  static constexpr int most_edits = 7;
+  static constexpr int most_edits = run_end_sets::most_edits;
   static constexpr int most_penalty = 60;
   static constexpr int symbols = CSymbolsAhead::size;
 
@@ -71,30 +73,13 @@ class CRunEnds {
   int farthest() const;
 
  private:
-  // Words by counts: deletions * row + insertions, after a row and a word that stay 0.
-  static constexpr int row = 8;
-  static constexpr int guard = row + 1;
-  static constexpr std::size_t words = guard + row * row;
-  using layer = std::array<std::uint64_t, words>;
+  static constexpr int row = run_end_sets::row;
+  static constexpr int guard = run_end_sets::guard;
   static constexpr std::size_t index(int deletions, int insertions) {
-    return static_cast<std::size_t>(guard + deletions * row + insertions);
+    return run_end_sets::index(deletions, insertions);
   }
-  // The counts as bits of a word, of which those of one layer make a set.
+  // Counts as bits of a word, of which those of one layer make a set.
   static constexpr std::uint64_t bit_of(std::size_t cell) { return std::uint64_t{1} << (cell - guard); }
-
-  // One choice: what its layers share.
-  struct question {
-    const std::uint64_t* different;  // as of CSymbolsAhead
-    const std::uint64_t* mismatch_places;
-    const std::uint64_t* indel_places;
-    std::uint64_t inside;
-  };
-  // What a layer adds.
-  struct findings {
-    std::uint64_t values = 0;   // bit i: a score i above that after the cheaper kind of edit
-    std::uint64_t places = 0;   // not 0: another edit is admissible
-    std::uint64_t leaving = 0;  // the highest bit: a path leaves what is known
-  };
 
   int depth = 0;
   bool is_applied = false;
@@ -103,29 +88,18 @@ class CRunEnds {
   std::int64_t least_for_mismatch = 0;  // the score that an edit needs before it
   std::int64_t least_for_indel = 0;
 
-  // By edits made.
-  std::array<std::array<int, words>, most_edits + 1> lost{};  // what the edits cost beside symbols
-  std::array<layer, most_edits + 1> ends{};                   // of runs
-  std::array<layer, most_edits + 1> for_mismatch{};           // those at which that edit is admissible
-  std::array<layer, most_edits + 1> for_indel{};              // the same as for_mismatch if both scores are equal
-  std::array<layer, most_edits + 1> wanted{};  // those on the way to the highest score; 0 between two choices
+  run_end_sets sets;
+  run_end_sets::layers<std::uint64_t> wanted{};  // those on the way to the highest score; 0 between two choices
 
-  int last_layer = 0;                                  // of the choice
-  std::array<std::uint64_t, most_edits + 1> values{};  // what each layer added to findings::values
-  int highest_value = 0;                               // counted from the score at the mismatch
+  int last_layer = 0;     // of the choice
+  int highest_value = 0;  // counted from the score at the mismatch
   edit_outlook found{};
 
   bool has_one_penalty() const { return mismatch_score == indel_score; }
   int cheaper_score() const;
   void set_losses();
-  template <bool one_penalty, int edits>
-  findings make_layer(const question& asked);
-  template <bool one_penalty, int edits, int deletions>
-  void make_row(const question& asked, findings& added);
-  template <bool one_penalty>
-  bool choose(const question& asked, int score, int needed);
   std::uint64_t highest_ends(int edits, std::size_t cell) const;
   std::uint64_t cells_with_highest(int edits) const;
-  std::uint64_t follow_back(const question& asked, int edits, std::size_t cell);
-  edit first_edit(const question& asked, int edits);
+  std::uint64_t follow_back(const run_end_question& asked, int edits, std::size_t cell);
+  edit first_edit(const run_end_question& asked, int edits);
 };
