@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <bit>
 
-#include "unroll.h"
-
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "run-end-sets.cpp"
 #include <hwy/foreach_target.h>  // must come before highway.h
 #include <hwy/highway.h>
+
+#include "symbol-bits-inl.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace quarvo_run_end_sets {
@@ -36,6 +36,12 @@ HWY_INLINE word_vector moved_up(const std::uint64_t* at, word_vector words) {
   }
 }
 
+// The place at which a path that has lost so much has the score, if it is one of those ahead.
+HWY_INLINE std::uint64_t place_with(std::int64_t score, std::int64_t lost) {
+  const auto place = static_cast<std::uint64_t>(score + lost);
+  return place < run_end_sets::symbols ? std::uint64_t{1} << place : 0;
+}
+
 // The places at which an edit is admissible, of the words of a vector that have lost so much.
 template <bool one_penalty>
 HWY_INLINE word_vector places_of(const std::uint64_t* by_loss, std::uint64_t inside, const std::int64_t* lost) {
@@ -54,13 +60,13 @@ template <bool one_penalty>
 HWY_INLINE word_vector values_of(word_vector ends, const std::int64_t* lost, int cheaper_score) {
   const word_lanes d;
   if constexpr (one_penalty) {
-    const std::int64_t shift = lost[0] + cheaper_score;
+    const auto shift = static_cast<std::uint64_t>(lost[0] + cheaper_score);
     return shift < run_end_sets::symbols ? hn::ShiftRightSame(ends, static_cast<int>(shift)) : hn::Zero(d);
   } else {
     alignas(64) std::uint64_t values[run_end_sets::row];
     hn::Store(ends, d, values);
     for (std::size_t i = 0; i < hn::Lanes(d); ++i) {
-      const std::int64_t shift = lost[i] + cheaper_score;
+      const auto shift = static_cast<std::uint64_t>(lost[i] + cheaper_score);
       values[i] = shift < run_end_sets::symbols ? values[i] >> shift : 0;
     }
     return hn::Load(d, values);
@@ -133,6 +139,29 @@ run_end_outcome make_layers_of_choice(run_end_sets& sets, const run_end_question
   return asked.has_one_penalty ? make_layers<true>(sets, asked) : make_layers<false>(sets, asked);
 }
 
+std::uint64_t counts_with_score_of_choice(const run_end_sets& sets, int edits, int highest, bool has_one_penalty) {
+  using quarvo_symbol_bits::HWY_NAMESPACE::bits_of;
+  const word_lanes d;
+  const int lanes = static_cast<int>(hn::Lanes(d));
+  const auto layer = static_cast<std::size_t>(edits);
+  std::uint64_t counts = 0;
+  for (int deletions = 0; deletions <= edits; ++deletions) {
+    for (int insertions = 0; insertions <= edits - deletions; insertions += lanes) {
+      const std::size_t cell = run_end_sets::index(deletions, insertions);
+      const std::int64_t* const lost = sets.lost[layer].data() + cell;
+      alignas(64) std::uint64_t places[run_end_sets::row];
+      auto wanted = hn::Set(d, place_with(highest, lost[0]));
+      if (!has_one_penalty) {
+        for (int i = 0; i < lanes; ++i) places[i] = place_with(highest, lost[i]);
+        wanted = hn::Load(d, places);
+      }
+      const auto found = hn::And(hn::Load(d, sets.ends[layer].data() + cell), wanted);
+      counts |= bits_of(d, hn::Ne(found, hn::Zero(d))) << (deletions * run_end_sets::row + insertions);
+    }
+  }
+  return counts;
+}
+
 }  // namespace HWY_NAMESPACE
 }  // namespace quarvo_run_end_sets
 HWY_AFTER_NAMESPACE();
@@ -140,10 +169,16 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace quarvo_run_end_sets {
 HWY_EXPORT(make_layers_of_choice);
+HWY_EXPORT(counts_with_score_of_choice);
 }  // namespace quarvo_run_end_sets
 
 run_end_outcome make_run_end_layers(run_end_sets& sets, const run_end_question& asked) {
   using namespace quarvo_run_end_sets;
   return HWY_DYNAMIC_DISPATCH(make_layers_of_choice)(sets, asked);
+}
+
+std::uint64_t counts_with_score(const run_end_sets& sets, int edits, int highest, bool has_one_penalty) {
+  using namespace quarvo_run_end_sets;
+  return HWY_DYNAMIC_DISPATCH(counts_with_score_of_choice)(sets, edits, highest, has_one_penalty);
 }
 #endif  // HWY_ONCE

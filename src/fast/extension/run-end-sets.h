@@ -58,3 +58,7 @@ struct run_end_outcome {
 
 // Makes the layers after the first, as long as an edit is admissible and up to the depth.
 run_end_outcome make_run_end_layers(run_end_sets& sets, const run_end_question& asked);
+
+// The counts with which the layer of so many edits has a run end of the score `highest`, counted from the score at the
+// mismatch: bit deletions * row + insertions.
+std::uint64_t counts_with_score(const run_end_sets& sets, int edits, int highest, bool has_one_penalty);

@@ -119,15 +119,8 @@ std::uint64_t CRunEnds::highest_ends(int edits, std::size_t cell) const {
 
 // The counts of the layer with which a path has the highest score.
 std::uint64_t CRunEnds::cells_with_highest(int edits) const {
-  std::uint64_t cells = 0;
-  if ((sets.values[static_cast<std::size_t>(edits)] >> (highest_value - cheaper_score())) == 0) return cells;
-  for (int deletions = 0; deletions <= edits; ++deletions) {
-    for (int insertions = 0; deletions + insertions <= edits; ++insertions) {
-      const std::size_t cell = index(deletions, insertions);
-      if (highest_ends(edits, cell) != 0) cells |= bit_of(cell);
-    }
-  }
-  return cells;
+  const bool has_highest = sets.values[static_cast<std::size_t>(edits)] >> (highest_value - cheaper_score()) != 0;
+  return has_highest ? counts_with_score(sets, edits, highest_value, has_one_penalty()) : 0;
 }
 
 // Notes the places from which one edit leads to those wanted of the cell. Returns the cells that they are of.
