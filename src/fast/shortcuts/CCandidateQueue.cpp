@@ -11,6 +11,7 @@ const char* CCandidateQueue::first(unsigned its_L, const CAnchorSeq& its_mask) {
   after_starts = std::max(first_start, static_cast<std::size_t>(std::min(starts.end, last_followed) - begin));
   candidates =
       &filter.candidates(its_L, [this](std::size_t in_word, std::uint64_t bits) { return admitted_of(in_word, bits); });
+  is_tested_again = has_tighter_test && filter.has_tighter_test();
   count = given = 0;
   batch_end = first_start;
   has_mask_changed = false;
@@ -38,7 +39,7 @@ bool CCandidateQueue::collect() {
   walk_from(batch_end);
   while (count != tested.size() && has_admitted()) collect_from_word();
   batch_end = count == tested.size() ? static_cast<std::size_t>(tested.back() - begin) + 1 : after_starts;
-  kept = has_tighter_test ? filter.still_candidates(tested.data(), count) : ~std::uint64_t{0};
+  kept = is_tested_again ? filter.still_candidates(tested.data(), count) : ~std::uint64_t{0};
   return count != 0;
 }
 
@@ -66,7 +67,7 @@ bool CCandidateQueue::is_change_ahead(std::size_t p) const {
 const char* CCandidateQueue::next_tested() {
   while (given != count && (kept >> given & 1) == 0) ++given;
   if (given == count) return nullptr;
-  has_passed = has_tighter_test && filter.has_tighter_test();
+  has_passed = is_tested_again;
   return tested[given++];
 }
 
@@ -75,7 +76,7 @@ const char* CCandidateQueue::next_admitted_of_batch() {
     while (given != count && tested[given] < begin + p) ++given;
     const bool is_tested = given != count && tested[given] == begin + p;
     if (is_tested && (kept >> given & 1) == 0) continue;
-    has_passed = is_tested && has_tighter_test && filter.has_tighter_test();
+    has_passed = is_tested && is_tested_again;
     return begin + p;
   }
   return nullptr;

@@ -49,6 +49,7 @@ class CCandidateQueue {
   bool has_tighter_test;
   std::vector<std::uint64_t> changes;  // of the symbol
   unsigned L = 0;
+  bool is_tested_again = false;
   std::uint64_t pairs_of_unit = 0;  // a bit for each symbol of the unit but the last, 64 at most
   const CAnchorSeq* mask = nullptr;
   const CPositionSet* candidates = nullptr;

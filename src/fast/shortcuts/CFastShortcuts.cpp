@@ -5,6 +5,7 @@
 
 #include "leap-ahead.h"
 #include "path-bound.h"
+#include "sieve-plan.h"
 
 void CFastShortcuts::begin_record(const char* its_begin, const char* its_end, const search_settings& its_settings) {
   CShortcuts::begin_record(its_begin, its_end, its_settings);
@@ -44,10 +45,10 @@ const char* CFastShortcuts::next_candidate(bool was_accepted) {
   return switches.candidates ? queue->next(was_accepted) : CShortcuts::next_candidate(was_accepted);
 }
 
-// What the batches keep, which follow the same paths, would be kept here as well. Extensions of longer units cost less.
+// What the batches keep, which follow the same paths, would be kept here as well.
 bool CFastShortcuts::may_reach(const Csat& sat, const CUnitText& unit, int T) {
-  constexpr int longest = 128;
-  if (!switches.path_bound || unit.length() > longest || (queue && queue->is_given_one_tested())) return true;
+  const bool is_long = unit.length() > static_cast<int>(longest_tested_again);
+  if (!switches.path_bound || is_long || (queue && queue->is_given_one_tested())) return true;
   return CPathBound(settings->rules, begin, end).may_reach(sat, unit, T);
 }
 

@@ -18,8 +18,6 @@ constexpr unsigned shortest_for_potential = 21;
 constexpr unsigned shortest_for_potential_if_mild = 16;
 constexpr unsigned shortest_for_clusters = 8;
 constexpr unsigned longest_for_small_clusters = 128;
-// Extensions of longer units cost less than this test, since they meet the choices of those before.
-constexpr unsigned longest_tested_again = 128;
 
 // A score is no higher than the number of symbols beside the unit.
 bool lacks_room(const question& q) {

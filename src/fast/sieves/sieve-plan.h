@@ -66,5 +66,9 @@ struct sieve_plan {
 
 sieve_plan plan_sieves(const sieve_question& question);
 
+// Candidates with longer units are neither tested again in batches nor one by one: to extend them costs less, since
+// their extensions meet the choices of those before.
+inline constexpr unsigned longest_tested_again = 128;
+
 // The longest record that is short.
 inline constexpr std::size_t longest_short_record = 1500;
