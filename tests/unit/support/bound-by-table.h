@@ -21,7 +21,11 @@ struct repeat_side {
 
   char symbol(int position) const { return first[position * step]; }
   // The position in the unit one step after u, in the direction of growth.
-  int unit_step(int u) const { return (u + step + unit_length) % unit_length; }
+  int unit_step(int u) const {
+    const int after = u + step;
+    if (after < 0) return unit_length - 1;
+    return after == unit_length ? 0 : after;
+  }
   char unit_symbol(int u) const { return unit_begin[u]; }
 };
 
@@ -70,10 +74,11 @@ class CBoundByTable {
   // `next` begins one diagonal lower, since an insertion leads there. A deletion leads to the next diagonal of `now`.
   void take(char symbol, const repeat_side& side, int first_u, int i) {
     next.assign(now.size() + 1, dead);
-    for (std::size_t k = 0; k < now.size(); ++k) {
+    int u = unit_position(side, first_u, i + lowest);
+    for (std::size_t k = 0; k < now.size(); ++k, u = side.unit_step(u)) {
       const int score = now[k];
       if (score == dead) continue;
-      if (symbol == side.unit_symbol(unit_symbol(side, first_u, i + lowest + static_cast<int>(k)))) {
+      if (symbol == side.unit_symbol(u)) {
         raise(next[k + 1], score + 1);
       } else if (symbol == 'N' && Ns_are_neutral) {
         raise(next[k + 1], score);
@@ -96,7 +101,7 @@ class CBoundByTable {
     raise(now[k + 1], after_indel);
   }
 
-  static int unit_symbol(const repeat_side& side, int first_u, int consumed) {
+  static int unit_position(const repeat_side& side, int first_u, int consumed) {
     const int L = side.unit_length;
     return ((first_u + side.step * consumed) % L + L) % L;
   }

@@ -39,7 +39,7 @@ class AlignmentFilter : public ParameterTest {
 TEST_F(AlignmentFilter, KeepsWhatCanBeAcceptedUnderManySettings) {
   CRandomDna random(1);
   CCandidateSequences sequences(random);
-  for (int round = 0; round < 1500 && !HasFailure(); ++round) {
+  for (int round = 0; round < tried(1500) && !HasFailure(); ++round) {
     const int L = random.number(1, random.coin() ? 10 : 30);
     const candidate_settings settings = random_candidate_settings(random, static_cast<unsigned>(L));
     settings.put_in_force();
@@ -47,8 +47,8 @@ TEST_F(AlignmentFilter, KeepsWhatCanBeAcceptedUnderManySettings) {
     check({settings, static_cast<unsigned>(L), sequences.make(sequences.length(), L, T)},
           yardstick::bound_and_extension);
   }
-  EXPECT_GT(counts.candidates, 100000U);
-  EXPECT_GT(counts.wanted, 10000U);
+  EXPECT_GT(counts.candidates, tried(100000U));
+  EXPECT_GT(counts.wanted, tried(10000U));
 }
 
 TEST_F(AlignmentFilter, KeepsWhatTheBoundAsksForInLongRecords) {

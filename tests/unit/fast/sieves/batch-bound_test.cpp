@@ -116,7 +116,7 @@ class BatchBound : public ParameterTest {
 TEST_F(BatchBound, KeepsWhatCanBeAcceptedUnderManySettings) {
   CRandomDna random(1);
   CCandidateSequences sequences(random);
-  for (int round = 0; round < 200 && !HasFailure(); ++round) {
+  for (int round = 0; round < tried(200) && !HasFailure(); ++round) {
     const int L = random.number(1, random.one_of(std::vector<int>{10, 10, 30, 60, 120}));
     const candidate_settings settings = random_candidate_settings(random, static_cast<unsigned>(L));
     settings.put_in_force();
@@ -125,15 +125,15 @@ TEST_F(BatchBound, KeepsWhatCanBeAcceptedUnderManySettings) {
     const auto batch = static_cast<std::size_t>(random.number(1, 64));
     check({settings, static_cast<unsigned>(L), sequences.make(length, L, T)}, yardstick::bound_and_extension, batch);
   }
-  EXPECT_GT(counts.candidates, 100000U);
-  EXPECT_GT(counts.wanted, 10000U);
+  EXPECT_GT(counts.candidates, tried(100000U));
+  EXPECT_GT(counts.wanted, tried(10000U));
 }
 
 // Every diagonal is left and the rows are used up.
 TEST_F(BatchBound, KeepsWhatTheBoundAsksForWhenEditsAreCheap) {
   CRandomDna random(2);
   CCandidateSequences sequences(random);
-  for (int round = 0; round < 60 && !HasFailure(); ++round) {
+  for (int round = 0; round < tried(60) && !HasFailure(); ++round) {
     const int L = random.number(20, 120);
     candidate_settings settings = random_candidate_settings(random, static_cast<unsigned>(L));
     settings.mismatch_score = random.number(-12, -2);
@@ -142,7 +142,7 @@ TEST_F(BatchBound, KeepsWhatTheBoundAsksForWhenEditsAreCheap) {
     settings.put_in_force();
     check({settings, static_cast<unsigned>(L), sequences.make(random.number(100, 400), L, 60)}, yardstick::bound, 64);
   }
-  EXPECT_GT(counts.wanted, 1000U);
+  EXPECT_GT(counts.wanted, tried(1000U));
 }
 
 TEST_F(BatchBound, KeepsWhatCanBeAcceptedInRecordsOfEveryLength) {
@@ -193,7 +193,7 @@ TEST_F(BatchBound, DropsNearlyAllThatTheBoundRefuses) {
 TEST_F(BatchBound, KeepsWhatTheBoundAsksForInWideLanes) {
   CRandomDna random(6);
   CCandidateSequences sequences(random);
-  for (int round = 0; round < 25 && !HasFailure(); ++round) {
+  for (int round = 0; round < tried(25) && !HasFailure(); ++round) {
     const int L = random.one_of(std::vector<int>{60, 100, 119, 120, 121, 150, 171});
     candidate_settings settings = random_candidate_settings(random, static_cast<unsigned>(L));
     settings.mismatch_score = std::min(settings.mismatch_score, -4);
@@ -205,13 +205,13 @@ TEST_F(BatchBound, KeepsWhatTheBoundAsksForInWideLanes) {
                                               : symbols_of_data_file("human_alpha_satellite.fa").substr(0, 1000);
     check({settings, static_cast<unsigned>(L), symbols}, yardstick::bound, 64);
   }
-  EXPECT_GT(counts.wanted, 1000U);
+  EXPECT_GT(counts.wanted, tried(1000U));
 }
 
 TEST_F(BatchBound, KeepsClustersWithACandidateThatTheBoundAsksFor) {
   CRandomDna random(7);
   CCandidateSequences sequences(random);
-  for (int round = 0; round < 30 && !HasFailure(); ++round) {
+  for (int round = 0; round < tried(30) && !HasFailure(); ++round) {
     const int L = random.one_of(std::vector<int>{8, 9, 17, 31, 33, 63, 64, 65, 70, 90, 119, 120, 127, 128, 150, 171});
     candidate_settings settings = random_candidate_settings(random, static_cast<unsigned>(L));
     settings.mismatch_score = std::min(settings.mismatch_score, -3);
@@ -222,12 +222,12 @@ TEST_F(BatchBound, KeepsClustersWithACandidateThatTheBoundAsksFor) {
     const filter_case c{settings, static_cast<unsigned>(L), sequences.make(random.number(100, 700), L, L)};
     if (CBatchBound::applies(settings.bound(c.L))) check_clusters(c);
   }
-  EXPECT_GT(counts.wanted, 5000U);
+  EXPECT_GT(counts.wanted, tried(5000U));
 }
 
 TEST_F(BatchBound, KeepsClustersOfAFewCandidatesAmongOthers) {
   CRandomDna random(8);
-  for (int round = 0; round < 20 && !HasFailure(); ++round) {
+  for (int round = 0; round < tried(20) && !HasFailure(); ++round) {
     const int L = random.number(8, random.coin() ? 64 : 200);
     candidate_settings settings;
     settings.longest = static_cast<unsigned>(L);
@@ -240,13 +240,13 @@ TEST_F(BatchBound, KeepsClustersOfAFewCandidatesAmongOthers) {
     symbols[symbols.size() - 200 - static_cast<std::size_t>(random.number(1, L))] = 'A';
     check_clusters({settings, static_cast<unsigned>(L), symbols});
   }
-  EXPECT_GT(counts.wanted, 100U);
+  EXPECT_GT(counts.wanted, tried(100U));
 }
 
 // Paths drift round the circle of diagonals, in both directions, and the rows are used up.
 TEST_F(BatchBound, KeepsWhatTheBoundAsksForWherePathsDriftFar) {
   CRandomDna random(10);
-  for (int round = 0; round < 10 && !HasFailure(); ++round) {
+  for (int round = 0; round < tried(12) && !HasFailure(); ++round) {
     const int L = random.one_of(std::vector<int>{1, 2, 3, 5, 17, 39, 40, 41, 64, 70});
     candidate_settings settings;
     settings.longest = static_cast<unsigned>(L);
@@ -268,7 +268,7 @@ TEST_F(BatchBound, KeepsWhatTheBoundAsksForWherePathsDriftFar) {
     check(c, yardstick::bound, 64);
     check_clusters(c);
   }
-  EXPECT_GT(counts.wanted, 150U);
+  EXPECT_GT(counts.wanted, tried(150U));
 }
 
 // The candidates next to each end of a record are tested like all others.
@@ -291,7 +291,7 @@ TEST_F(BatchBound, DropsClustersOfARandomSequence) {
   settings.put_in_force();
   for (const unsigned L : {30U, 50U, 100U, 150U, 200U, 300U}) {
     counts = {};
-    check_clusters({settings, L, random.sequence("ACGT", 3000)});
+    check_clusters({settings, L, random.sequence("ACGT", tried(3000))});
     EXPECT_EQ(counts.share_of_unwanted_kept(), 0) << L;
   }
 }

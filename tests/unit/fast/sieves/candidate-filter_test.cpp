@@ -74,7 +74,7 @@ class CandidateFilter : public ParameterTest {
 TEST_F(CandidateFilter, KeepsWhatCanBeAcceptedUnderManySettings) {
   CRandomDna random(1);
   CCandidateSequences sequences(random);
-  for (int round = 0; round < 300 && !HasFailure(); ++round) {
+  for (int round = 0; round < tried(300) && !HasFailure(); ++round) {
     const int L = random.number(1, random.one_of(std::vector<int>{10, 10, 30, 60}));
     const auto longest = static_cast<unsigned>(L + random.one_of(std::vector<int>{0, 0, 3, 30}));
     const candidate_settings settings = random_candidate_settings(random, longest);
@@ -84,7 +84,7 @@ TEST_F(CandidateFilter, KeepsWhatCanBeAcceptedUnderManySettings) {
           static_cast<unsigned>(std::max(1, L - random.number(0, 3))), yardstick::bound_and_extension,
           static_cast<std::size_t>(random.number(1, 64)));
   }
-  EXPECT_GT(counts.wanted, 10000U);
+  EXPECT_GT(counts.wanted, tried(10000U));
 }
 
 TEST_F(CandidateFilter, KeepsWhatCanBeAcceptedInRecordsOfEveryLength) {
