@@ -38,8 +38,9 @@
 // path by at most 40 + 3 + 2 * 40 - 30 * 56 = -1557 half points. It may lose 2000: it dies in the second.
 //
 // What that keeps is followed forward, through the windows of a block in order, each path with its score by row: values
-// say what is best from a row on wherever a path has come from, and there are many rows to enter a copy at. Beside
-// copies of interspersed repeats 5 to 30 times fewer are left then.
+// say what is best from a row on wherever a path has come from, and there are many rows to enter a copy at. Here a path
+// that changes its row also pays for the indels that this takes where the edit distance is less. Beside copies of
+// interspersed repeats 5 to 40 times fewer are left then.
 //
 // To the left all is the mirror image: the same on the reversed record.
 //

@@ -90,6 +90,8 @@ class CWindowPaths {
   std::vector<std::int16_t> paths;
   std::vector<std::int16_t> next_paths;
 
+  // Of moving by so many of them, one at least.
+  int cost_of_rows(int count) const { return edit * (row * (count - 1) + 1); }
   int lanes() const { return static_cast<int>(hn::Lanes(d)); }
   vector set(int value) const { return hn::Set(d, static_cast<std::int16_t>(value)); }
   std::int16_t* at(std::vector<std::int16_t>& rows, int r) const {
@@ -121,12 +123,13 @@ class CWindowPaths {
     return next;
   }
 
-  // Moves the paths over a window or, without edit distances, over other symbols. Up to `free` rows are left to the
-  // edit distance; going farther is charged for.
+  // Moves the paths over a window or, without edit distances, over other symbols. Moving by so many rows takes as many
+  // indels as there are distances between the nearest of both; a window costs that or its edit distance, whichever is
+  // more. Where a path moves by more than `free` rows, its edit distance counts no more.
   template <int free>
   band move(band in, const std::uint8_t* edits, int gained) {
     constexpr int far = free + 1;
-    const int charge = edit * (free * row + 1);
+    const int charge = cost_of_rows(far);
     const int more = edit * row;
     const int spare = best + gained + row * far - charge;
     const int jumps = spare < 0 ? 0 : spare / (more - row) + 1;  // rows beyond the free ones that can be paid
@@ -137,11 +140,14 @@ class CWindowPaths {
     auto highest = set(gone);
     for (int r = first; r <= last; r += lanes()) {
       auto path = hn::LoadU(d, at(paths, r));
-      for (int i = 1; i <= free; ++i) path = hn::Max(path, beside(r, i));
       if (free != 0) {
         const hn::Rebind<std::uint8_t, tag> narrow;
         const auto distance = hn::PromoteTo(d, hn::LoadU(narrow, edits + static_cast<std::size_t>(r - rows_begin)));
-        path = hn::SaturatedSub(path, hn::Mul(distance, set(edit)));
+        const auto cost = hn::Mul(distance, set(edit));
+        path = hn::SaturatedSub(path, cost);
+        for (int i = 1; i <= free; ++i) {
+          path = hn::Max(path, hn::SaturatedSub(beside(r, i), hn::Max(cost, set(cost_of_rows(i)))));
+        }
       }
       for (int i = 0; i < jumps; ++i) {
         path = hn::Max(path, hn::SaturatedSub(beside(r, far + i), set(charge + i * more)));
