@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <new>
 #include <vector>
 
@@ -88,21 +89,22 @@ bool Csat::is_reported_perfection(float perfection) {
   return !(global_min_perfection > perfection) && !(perfection > global_max_perfection);
 }
 
-// The keys are sorted side by side with the records, and not through their pointers: a list sorted by itself looks up
-// both records of each comparison somewhere in memory.
+// Keys are sorted side by side with the records: a list sorted by itself looks up both records of each comparison
+// somewhere in memory. All positions are of one sequence, which has less than 2^32 symbols.
 void CsatContainer::sort() {
   struct sort_entry {
-    const char* left;
-    const char* right;
+    std::uint64_t key;  // start and end
     Csat* sat;
   };
-  const auto is_less = [](const sort_entry& a, const sort_entry& b) {
-    return a.left != b.left ? a.left < b.left : a.right < b.right;
-  };
   if (std::is_sorted(records.begin(), records.end(), lessThan_sat)) return;
+  const char* const first = (*std::min_element(records.begin(), records.end(), lessThan_sat))->pos_left;
   std::vector<sort_entry> entries;
   entries.reserve(records.size());
-  for (Csat* const sat : records) entries.push_back({sat->pos_left, sat->pos_right, sat});
-  std::stable_sort(entries.begin(), entries.end(), is_less);
-  std::transform(entries.begin(), entries.end(), records.begin(), [](const sort_entry& entry) { return entry.sat; });
+  for (Csat* const sat : records) {
+    const auto start = static_cast<std::uint64_t>(sat->pos_left - first);
+    const auto end = static_cast<std::uint64_t>(sat->pos_right - first);
+    entries.push_back({start << 32 | end, sat});
+  }
+  std::stable_sort(entries.begin(), entries.end(), [](const auto& a, const auto& b) { return a.key < b.key; });
+  std::transform(entries.begin(), entries.end(), records.begin(), [](const auto& entry) { return entry.sat; });
 }
