@@ -9,7 +9,7 @@ if(NOT QUARVO_HIGHWAY_SOURCE AND NOT QUARVO_STATIC)
   if(hwy_FOUND)
     add_library(quarvo_highway INTERFACE)
     if(hwy_VERSION VERSION_LESS 1.1 AND CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64)$")
-      # src/fast/simd/target-choice.cpp in place of the shared library, which takes long to load. It knows these versions.
+      # src/simd/target-choice.cpp in place of the shared library, which takes long to load. It knows these versions.
       set(QUARVO_CHOOSES_TARGET ON)
       foreach(property INTERFACE_INCLUDE_DIRECTORIES INTERFACE_COMPILE_DEFINITIONS)
         set_property(TARGET quarvo_highway PROPERTY ${property} $<TARGET_PROPERTY:hwy::hwy,${property}>)
