@@ -93,6 +93,14 @@ void free(void* memory) noexcept { QUARVO_REAL(free)(memory); }
 
 void* operator new(std::size_t size) { return allocate_or_throw(size); }
 void* operator new[](std::size_t size) { return allocate_or_throw(size); }
+// As the library defines it, in whose place a sanitizer has one of its own.
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  try {
+    return allocate_or_throw(size);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
 void operator delete(void* memory) noexcept { QUARVO_REAL(free)(memory); }
 void operator delete[](void* memory) noexcept { QUARVO_REAL(free)(memory); }
 void operator delete(void* memory, std::size_t /*size*/) noexcept { QUARVO_REAL(free)(memory); }
