@@ -19,15 +19,19 @@ namespace quarvo_potential_filter {
 // What is found, within a budget of memory: when there is too much, the longest unit lengths are given up.
 class CFindings {
  public:
+  static constexpr std::size_t most_lanes = 64;
+
   CFindings(std::vector<CPotentialFilter::CPositions>& its_found, unsigned shortest, std::size_t sequence_length)
-      : found(its_found), first_length(shortest), length(sequence_length) {}
+      : found(its_found), words_in_hand(its_found.size()), first_length(shortest), length(sequence_length) {}
 
   unsigned shortest() const { return first_length; }
   // One past the longest unit length that is still recorded.
   unsigned end() const { return first_length + static_cast<unsigned>(found.size()); }
 
-  void add(unsigned L, std::size_t p) {
-    bytes += found[L - first_length].add(p, length);
+  // Each lane goes through a stretch of positions.
+  void add(unsigned L, std::size_t p, std::size_t lane) {
+    const unsigned index = L - first_length;
+    bytes += found[index].add(p, length, words_in_hand[index][lane]);
     while (bytes > most_bytes() && found.size() > 1) {
       bytes -= found.back().bytes();
       found.pop_back();
@@ -36,6 +40,7 @@ class CFindings {
 
  private:
   std::vector<CPotentialFilter::CPositions>& found;
+  std::vector<std::array<std::size_t, most_lanes>> words_in_hand;
   unsigned first_length;
   std::size_t length;
   std::size_t bytes = 0;
@@ -111,8 +116,8 @@ class CPotential {
   void run_rightwards() {
     start();
     for (std::ptrdiff_t t = stretch + lead - 1; t >= 0; --t) {
-      take_position<-1>(t, s.right, [this](std::size_t x, unsigned L) {
-        if (x < length && x >= L) found.add(L, x - L);
+      take_position<-1>(t, s.right, [this](std::size_t x, unsigned L, std::size_t lane) {
+        if (x < length && x >= L) found.add(L, x - L, lane);
       });
     }
   }
@@ -120,14 +125,14 @@ class CPotential {
   void run_leftwards() {
     start();
     for (std::ptrdiff_t t = -lead; t < stretch; ++t) {
-      take_position<+1>(t, s.left, [this](std::size_t x, unsigned L) {
-        if (x + 1 + L < length) found.add(L, x + 1);
+      take_position<+1>(t, s.left, [this](std::size_t x, unsigned L, std::size_t lane) {
+        if (x + 1 + L < length) found.add(L, x + 1, lane);
       });
     }
   }
 
  private:
-  using tag = hn::CappedTag<Lane, 64>;
+  using tag = hn::CappedTag<Lane, CFindings::most_lanes>;
   using vector = hn::Vec<tag>;
 
   // What a block was when the path's end of the unit was so many steps ago: a ring.
@@ -312,7 +317,7 @@ class CPotential {
     std::uint64_t left = quarvo_symbol_bits::HWY_NAMESPACE::bits_of(d, is_kept);
     for (; left != 0 && L < found.end(); left &= left - 1) {
       const auto lane = static_cast<std::size_t>(std::countr_zero(left));
-      record(lane * static_cast<std::size_t>(stretch) + static_cast<std::size_t>(t), L);
+      record(lane * static_cast<std::size_t>(stretch) + static_cast<std::size_t>(t), L, lane);
     }
   }
 };
@@ -459,27 +464,34 @@ void CPotentialFilter::run(const char* sequence, std::size_t length, const setti
   HWY_DYNAMIC_DISPATCH(run_potential)(sequence, length, around, scoring, recorded);
 }
 
-std::size_t CPotentialFilter::CPositions::add(std::size_t p, std::size_t length) {
-  if (many.end() != 0) {
-    many.add(p);
+std::size_t CPotentialFilter::CPositions::add(std::size_t p, std::size_t length, std::size_t& in_hand) {
+  if (all.end() != 0) {
+    all.add(p);
     return 0;
   }
-  if (list.size() < length / 32) {
-    list.push_back(static_cast<std::uint32_t>(p));
-    return sizeof(std::uint32_t);
+  const auto number = static_cast<std::uint32_t>(p / 32);
+  const std::uint32_t bit = std::uint32_t{1} << p % 32;
+  if (in_hand < words.size() && words[in_hand].number == number) {
+    words[in_hand].bits |= bit;
+    return 0;
+  }
+  if ((words.size() + 1) * sizeof(word) <= length / 8) {
+    in_hand = words.size();
+    words.push_back({number, bit});
+    return sizeof(word);
   }
   const std::size_t before = bytes();
-  many.clear(length);
-  many.add(p);
-  place(many);
-  std::vector<std::uint32_t>().swap(list);
+  all.clear(length);
+  all.add(p);
+  place(all);
+  std::vector<word>().swap(words);
   return bytes() > before ? bytes() - before : 0;
 }
 
 void CPotentialFilter::place(unsigned L, CPositionSet& kept) const { found[L - first_length].place(kept); }
 
 void CPotentialFilter::CPositions::place(CPositionSet& to) const {
-  for (const std::uint32_t p : list) to.add(p);
-  if (many.end() != 0) to.add(many);
+  for (const word& some : words) to.add_64(std::size_t{32} * some.number, some.bits);
+  if (all.end() != 0) to.add(all);
 }
 #endif

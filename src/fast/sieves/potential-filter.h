@@ -78,17 +78,23 @@ class CPotentialFilter {
   }
   void run(const char* sequence, std::size_t length, const settings& s, const symbol_range& around);
 
-  // Positions of one unit length: a list while they are few, else a bit for each position. Some come twice.
+  // Positions of one unit length. What is kept lies close together, so while it is little those words of a bit for each
+  // position are held that are not 0, some of them twice; then all.
   class CPositions {
    public:
-    // Returns by how many bytes the memory for it has grown.
-    std::size_t add(std::size_t p, std::size_t length);
+    // Whoever goes through positions that lie close together adds them with the same `in_hand`, 0 at first. Returns by
+    // how many bytes the memory for it has grown.
+    std::size_t add(std::size_t p, std::size_t length, std::size_t& in_hand);
     void place(CPositionSet& to) const;
-    std::size_t bytes() const { return list.size() * sizeof(std::uint32_t) + many.bytes(); }
+    std::size_t bytes() const { return words.size() * sizeof(word) + all.bytes(); }
 
    private:
-    std::vector<std::uint32_t> list;
-    CPositionSet many;
+    struct word {
+      std::uint32_t number;  // of the 32 positions
+      std::uint32_t bits;
+    };
+    std::vector<word> words;
+    CPositionSet all;
   };
 
   // Whether the last run has tested this unit length.
