@@ -42,7 +42,7 @@ struct group_terms {
 struct scoring {
   int edit;                       // c
   std::array<int, chains> bonus;  // for a window
-  std::array<int, chains> gain;   // what a value stands for, in 256ths of it
+  std::array<int, chains> gain;   // what a value stands for, in 65536ths of it
   int rows_begin;
   int rows_end;
   int most;  // no value is higher; assumed beyond the end of a stretch
@@ -62,8 +62,12 @@ namespace quarvo_window_filter {
 namespace HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 
-using tag = hn::CappedTag<std::int32_t, 16>;
+using tag = hn::CappedTag<std::int16_t, 32>;
 using vector = hn::Vec<tag>;
+
+// A window in each lane, with a bit for each symbol. It takes two of these for all lanes, or one where lanes are few.
+using window_tag = hn::CappedTag<std::int32_t, 16>;
+using window_vector = hn::Vec<window_tag>;
 
 // One direction over a sequence of codes that is cut into one stretch for each lane.
 class CWindows {
@@ -82,15 +86,15 @@ class CWindows {
     front = std::ptrdiff_t{2} * window;
     lay_out(codes);
     const std::size_t size = static_cast<std::size_t>(s.rows_end - s.rows_begin) * lanes();
-    edited.resize(size);
     upward.resize(size);
     leaving.resize(size);
     for (const group_terms& terms : s.groups) ring = std::max<std::ptrdiff_t>(ring, terms.windows + 1);
     least_distances.resize(size);
+    has_N.resize(lanes());
     distances_a_lane = static_cast<std::size_t>(s.rows_end - s.rows_begin) + CWindowPaths::most_lanes;
     distances.resize(distances_a_lane * lanes() * static_cast<std::size_t>(ring));
     for (chain& c : chains_of_windows) {
-      c.values.assign(size, s.most);
+      c.values.assign(size, static_cast<std::int16_t>(s.most));
       c.entered.resize(size);
       c.blocks.resize(size / block_rows + lanes());
     }
@@ -103,22 +107,22 @@ class CWindows {
         note(k);
         if (all_given_up) return;
       }
-      const auto Ns = measure(k);
-      for (std::size_t i = 0; i < chains; ++i) go_on(chains_of_windows[i], s.bonus[i], Ns);
+      for (std::size_t lane = 0; lane < lanes(); lane += hn::Lanes(dw)) measure(k, lane);
+      keep_distances(k);
+      for (std::size_t i = 0; i < chains; ++i) go_on(chains_of_windows[i], s.bonus[i]);
     }
   }
 
  private:
   // B, for one bonus.
   struct chain {
-    std::vector<std::int32_t> values;   // by row
-    std::vector<std::int32_t> entered;  // the best of B where a path may come to within the window in front, by row
-    std::vector<std::int32_t> blocks;   // the highest of `entered`
+    std::vector<std::int16_t> values;   // by row
+    std::vector<std::int16_t> entered;  // the best of B where a path may come to within the window in front, by row
+    std::vector<std::int16_t> blocks;   // the highest of `entered`
   };
 
-  using narrow_tag = hn::Rebind<std::uint8_t, tag>;
-
   const tag d{};
+  const window_tag dw{};
   const scoring& s;
   std::vector<CWindowFilter::group>& groups;
   std::vector<std::uint32_t> CWindowFilter::group::*side;
@@ -131,20 +135,21 @@ class CWindows {
   std::vector<std::uint8_t> symbols;   // the vector of index t holds the codes at t - front of each stretch
   std::vector<std::uint8_t> is_plain;  // by t: all codes stand for one of the four symbols
   std::array<chain, chains> chains_of_windows;
-  std::vector<std::int32_t> edited;  // c E, by row
-  std::vector<std::int32_t> upward;
-  std::vector<std::int32_t> leaving;
+  std::vector<std::int16_t> upward;
+  std::vector<std::int16_t> leaving;
   std::vector<std::uint8_t> least_distances;  // E, by row
+  std::vector<std::uint8_t> has_N;            // of the window in each lane
   std::vector<std::uint8_t> distances;        // E of the windows of a copy, by window, lane and row: a ring
   std::ptrdiff_t ring = 0;                    // how many windows that is
   std::size_t distances_a_lane = 0;
   CWindowPaths paths;
 
   std::size_t lanes() const { return hn::Lanes(d); }
-  std::int32_t* at(std::vector<std::int32_t>& rows, int r) const {
+  static vector set(int value) { return hn::Set(tag(), static_cast<std::int16_t>(value)); }
+  std::int16_t* at(std::vector<std::int16_t>& rows, int r) const {
     return rows.data() + static_cast<std::size_t>(r - s.rows_begin) * lanes();
   }
-  HWY_INLINE vector load(const std::vector<std::int32_t>& rows, int r) const {
+  HWY_INLINE vector load(const std::vector<std::int16_t>& rows, int r) const {
     return hn::LoadU(d, rows.data() + static_cast<std::size_t>(r - s.rows_begin) * lanes());
   }
 
@@ -171,15 +176,17 @@ class CWindows {
     }
   }
 
-  HWY_INLINE vector symbols_at(std::ptrdiff_t t) const {
-    return hn::PromoteTo(
-        d, hn::LoadU(hn::Rebind<std::uint8_t, tag>(), symbols.data() + static_cast<std::size_t>(t + front) * lanes()));
+  HWY_INLINE window_vector symbols_at(std::ptrdiff_t t, std::size_t lane) const {
+    const auto* const from = symbols.data() + static_cast<std::size_t>(t + front) * lanes() + lane;
+    return hn::PromoteTo(dw, hn::LoadU(hn::Rebind<std::uint8_t, window_tag>(), from));
   }
 
-  // The edit distances of window k, by the row of the end of the text. Returns what is not 0 where the window has an N.
-  vector measure(std::ptrdiff_t k) {
-    const auto zero = hn::Zero(d);
-    const auto all = hn::Set(d, -1);
+  // The edit distances of window k in the lanes from this one on, by the row of the end of the text, and whether it has
+  // an N.
+  void measure(std::ptrdiff_t k, std::size_t lane) {
+    const hn::Rebind<std::uint8_t, window_tag> narrow;
+    const auto zero = hn::Zero(dw);
+    const auto all = hn::Set(dw, -1);
     auto p0 = zero;
     auto p1 = zero;
     auto p2 = zero;
@@ -187,27 +194,27 @@ class CWindows {
     const std::ptrdiff_t begin = k * window;
     auto Ns = zero;
     for (int i = 0; i < window; ++i) {
-      const auto symbol = symbols_at(begin + i);
-      const auto bit = hn::Set(d, static_cast<std::int32_t>(std::uint32_t{1} << i));
+      const auto symbol = symbols_at(begin + i, lane);
+      const auto bit = hn::Set(dw, static_cast<std::int32_t>(std::uint32_t{1} << i));
       p0 = hn::Or(p0, hn::IfThenElseZero(hn::Eq(symbol, zero), bit));
-      p1 = hn::Or(p1, hn::IfThenElseZero(hn::Eq(symbol, hn::Set(d, 1)), bit));
-      p2 = hn::Or(p2, hn::IfThenElseZero(hn::Eq(symbol, hn::Set(d, 2)), bit));
-      p3 = hn::Or(p3, hn::IfThenElseZero(hn::Eq(symbol, hn::Set(d, 3)), bit));
-      Ns = hn::Or(Ns, hn::IfThenElseZero(hn::Eq(symbol, hn::Set(d, N)), bit));
+      p1 = hn::Or(p1, hn::IfThenElseZero(hn::Eq(symbol, hn::Set(dw, 1)), bit));
+      p2 = hn::Or(p2, hn::IfThenElseZero(hn::Eq(symbol, hn::Set(dw, 2)), bit));
+      p3 = hn::Or(p3, hn::IfThenElseZero(hn::Eq(symbol, hn::Set(dw, 3)), bit));
+      Ns = hn::Or(Ns, hn::IfThenElseZero(hn::Eq(symbol, hn::Set(dw, N)), bit));
     }
-    const auto is_odd = hn::Set(d, 1);
-    const auto is_upper = hn::Set(d, 2);
+    const auto is_odd = hn::Set(dw, 1);
+    const auto is_upper = hn::Set(dw, 2);
     auto plus = all;
     auto minus = zero;
-    auto distance = hn::Set(d, window);
+    auto distance = hn::Set(dw, window);
     const auto take = [&](std::ptrdiff_t t) HWY_ATTR {
-      const auto symbol = symbols_at(t);
+      const auto symbol = symbols_at(t, lane);
       const auto odd = hn::Ne(hn::And(symbol, is_odd), zero);
       const auto upper = hn::Ne(hn::And(symbol, is_upper), zero);
       auto equal = hn::IfThenElse(upper, hn::IfThenElse(odd, p3, p2), hn::IfThenElse(odd, p1, p0));
       if (is_plain[static_cast<std::size_t>(t + front)] == 0) {
-        equal = hn::IfThenElse(hn::Ne(hn::And(symbol, hn::Set(d, wildcard)), zero), all, equal);
-        equal = hn::IfThenZeroElse(hn::Eq(symbol, hn::Set(d, nothing)), equal);
+        equal = hn::IfThenElse(hn::Ne(hn::And(symbol, hn::Set(dw, wildcard)), zero), all, equal);
+        equal = hn::IfThenZeroElse(hn::Eq(symbol, hn::Set(dw, nothing)), equal);
       }
       const auto vertical = hn::Or(equal, minus);
       const auto horizontal = hn::Or(hn::Xor(hn::Add(hn::And(equal, plus), plus), plus), equal);
@@ -222,7 +229,6 @@ class CWindows {
     const std::ptrdiff_t end = begin + window;  // of the unit; text that ends at a distance of D ends with end + D - 1
     std::ptrdiff_t t = end + static_cast<std::ptrdiff_t>(row) * s.rows_begin - std::ptrdiff_t{2} * window;
     for (; t < end + static_cast<std::ptrdiff_t>(row) * s.rows_begin - 1; ++t) take(t);
-    const auto edit = hn::Set(d, s.edit);
     for (int r = s.rows_begin; r < s.rows_end; ++r) {
       take(t++);
       auto least = distance;
@@ -230,12 +236,11 @@ class CWindows {
         take(t++);
         least = hn::Min(least, distance);
       }
-      hn::StoreU(hn::Mul(least, edit), d, at(edited, r));
-      hn::StoreU(hn::DemoteTo(narrow_tag(), least), narrow_tag(),
-                 least_distances.data() + static_cast<std::size_t>(r - s.rows_begin) * lanes());
+      hn::StoreU(hn::DemoteTo(narrow, least), narrow,
+                 least_distances.data() + static_cast<std::size_t>(r - s.rows_begin) * lanes() + lane);
     }
-    keep_distances(k);
-    return Ns;
+    const auto is_there = hn::IfThenElseZero(hn::Ne(Ns, zero), hn::Set(dw, 1));
+    hn::StoreU(hn::DemoteTo(narrow, is_there), narrow, has_N.data() + lane);
   }
 
   // Paths are followed row by row, in one stretch.
@@ -249,22 +254,22 @@ class CWindows {
 
   // What B is worth to a path that comes to the beginning of its window through part of the one in front.
   void enter(chain& c) {
-    const auto one_row = hn::Set(d, row - s.edit);
-    const auto row_more = hn::Set(d, row - s.edit * row);
-    const auto one_row_down = hn::Set(d, -row - s.edit);
-    const auto row_more_down = hn::Set(d, -row - s.edit * row);
+    const auto one_row = set(row - s.edit);
+    const auto row_more = set(row - s.edit * row);
+    const auto one_row_down = set(-row - s.edit);
+    const auto row_more_down = set(-row - s.edit * row);
     auto from_above = hn::Zero(d);
     for (int r = s.rows_end - 1; r >= s.rows_begin; --r) {
-      const auto above = r + 1 < s.rows_end ? hn::Add(load(c.values, r + 1), one_row) : hn::Zero(d);
-      from_above = hn::Max(hn::Add(from_above, row_more), above);
+      const auto above = r + 1 < s.rows_end ? hn::SaturatedAdd(load(c.values, r + 1), one_row) : hn::Zero(d);
+      from_above = hn::Max(hn::SaturatedAdd(from_above, row_more), above);
       hn::StoreU(hn::Max(load(c.values, r), from_above), d, at(c.entered, r));
     }
     auto from_below = hn::Zero(d);
     for (int first = s.rows_begin; first < s.rows_end; first += block_rows) {
       auto highest = hn::Zero(d);
       for (int r = first; r < std::min(first + block_rows, s.rows_end); ++r) {
-        const auto below = r > s.rows_begin ? hn::Add(load(c.values, r - 1), one_row_down) : hn::Zero(d);
-        from_below = hn::Max(hn::Add(from_below, row_more_down), below);
+        const auto below = r > s.rows_begin ? hn::SaturatedAdd(load(c.values, r - 1), one_row_down) : hn::Zero(d);
+        from_below = hn::Max(hn::SaturatedAdd(from_below, row_more_down), below);
         const auto best = hn::Max(load(c.entered, r), from_below);
         hn::StoreU(best, d, at(c.entered, r));
         highest = hn::Max(highest, best);
@@ -274,42 +279,47 @@ class CWindows {
   }
 
   // B of a window from B of the next one and the edit distances. No unit has an N.
-  void go_on(chain& c, int bonus, vector Ns) {
+  void go_on(chain& c, int bonus) {
     constexpr int far = free_rows + 1;
     const auto zero = hn::Zero(d);
-    const auto most = hn::IfThenElse(hn::Eq(Ns, zero), hn::Set(d, s.most), zero);
-    const auto gain = hn::Set(d, 2 * window + bonus);
-    const auto one_row = hn::Set(d, row);
-    const auto up_far = hn::Set(d, far * row - s.edit * (free_rows * row + 1));
-    const auto down_far = hn::Set(d, -far * row - s.edit * (free_rows * row + 1));
-    const auto up_more = hn::Set(d, row - s.edit * row);
-    const auto down_more = hn::Set(d, -row - s.edit * row);
-    auto from_above = hn::Set(d, -s.most);
+    const hn::Rebind<std::uint8_t, tag> narrow;
+    const auto Ns = hn::PromoteTo(d, hn::LoadU(narrow, has_N.data()));
+    const auto most = hn::IfThenElseZero(hn::Eq(Ns, zero), set(s.most));
+    const auto edit = set(s.edit);
+    const auto gain = set(2 * window + bonus);
+    const auto one_row = set(row);
+    const auto up_far = set(far * row - s.edit * (free_rows * row + 1));
+    const auto down_far = set(-far * row - s.edit * (free_rows * row + 1));
+    const auto up_more = set(row - s.edit * row);
+    const auto down_more = set(-row - s.edit * row);
+    auto from_above = set(-s.most);
     for (int r = s.rows_end - 1; r >= s.rows_begin; --r) {
-      from_above = hn::Add(from_above, up_more);
-      if (r + far < s.rows_end) from_above = hn::Max(from_above, hn::Add(load(c.values, r + far), up_far));
+      from_above = hn::SaturatedAdd(from_above, up_more);
+      if (r + far < s.rows_end) from_above = hn::Max(from_above, hn::SaturatedAdd(load(c.values, r + far), up_far));
       hn::StoreU(from_above, d, at(upward, r));
     }
     for (int r = s.rows_begin; r < s.rows_end; ++r) {
-      hn::StoreU(hn::Sub(load(c.values, r), load(edited, r)), d, at(leaving, r));
+      const auto* const distances_here = least_distances.data() + static_cast<std::size_t>(r - s.rows_begin) * lanes();
+      const auto edited = hn::Mul(hn::PromoteTo(d, hn::LoadU(narrow, distances_here)), edit);
+      hn::StoreU(hn::SaturatedSub(load(c.values, r), edited), d, at(leaving, r));
     }
     // Behind this row a value is read no more where it is `far` rows down, so the values wait in a ring.
     vector old[far];
-    for (int i = 0; i < far; ++i) old[i] = hn::Set(d, -s.most);
-    auto from_below = hn::Set(d, -s.most);
+    for (int i = 0; i < far; ++i) old[i] = set(-s.most);
+    auto from_below = set(-s.most);
     for (int r = s.rows_begin; r < s.rows_end; ++r) {
-      from_below = hn::Max(hn::Add(from_below, down_more), hn::Add(old[0], down_far));
+      from_below = hn::Max(hn::SaturatedAdd(from_below, down_more), hn::SaturatedAdd(old[0], down_far));
       for (int i = 0; i + 1 < far; ++i) old[i] = old[i + 1];
       old[far - 1] = load(c.values, r);
       auto best = hn::Max(load(upward, r), from_below);
       const int begin = std::max(s.rows_begin, r - free_rows);
       const int end = std::min(s.rows_end, r + free_rows + 1);
-      auto change = hn::Set(d, (begin - r) * row);
+      auto change = set((begin - r) * row);
       for (int other = begin; other < end; ++other) {
-        best = hn::Max(best, hn::Add(load(leaving, other), change));
-        change = hn::Add(change, one_row);
+        best = hn::Max(best, hn::SaturatedAdd(load(leaving, other), change));
+        change = hn::SaturatedAdd(change, one_row);
       }
-      hn::StoreU(hn::Min(hn::Max(hn::Add(best, gain), zero), most), d, at(c.values, r));
+      hn::StoreU(hn::Min(hn::Max(hn::SaturatedAdd(best, gain), zero), most), d, at(c.values, r));
     }
   }
 
@@ -327,22 +337,22 @@ class CWindows {
 
   HWY_INLINE hn::Mask<tag> is_kept(const group_terms& terms) const {
     const auto zero = hn::Zero(d);
-    const auto dead = hn::Set(d, -1);
-    const auto below_most = hn::Set(d, s.most - cap_slack - 1);
-    const auto below_target = hn::Set(d, terms.target - 1);
-    auto path = hn::Set(d, terms.start);
+    const auto dead = set(-1);
+    const auto below_most = set(s.most - cap_slack - 1);
+    const auto below_target = set(terms.target - 1);
+    auto path = set(terms.start);
     auto kept = hn::Lt(path, zero);  // none
     for (std::size_t copy = 0;; ++copy) {
       const auto is_alive = hn::Gt(path, dead);
-      auto left = hn::Set(d, s.most);
+      auto left = set(s.most);
       auto highest = left;
       auto is_known = hn::Lt(path, zero);
       for (std::size_t i = 0; i < chains; ++i) {
         const chain& c = chains_of_windows[i];
         const auto value = copy == 0 ? load(c.entered, terms.first_row) : highest_of(c, terms.entries[copy - 1]);
-        const auto end = hn::Add(path, value);
-        left = hn::Min(left, hn::Sub(end, hn::Set(d, terms.loss[i])));
-        highest = hn::Min(highest, hn::Add(path, gain_of(value, s.gain[i])));
+        const auto end = hn::SaturatedAdd(path, value);
+        left = hn::Min(left, hn::SaturatedSub(end, set(terms.loss[i])));
+        highest = hn::Min(highest, hn::SaturatedAdd(path, gain_of(value, s.gain[i])));
         is_known = hn::Or(is_known, hn::Gt(end, below_most));
       }
       kept = hn::Or(kept, hn::And(is_alive, hn::Or(is_known, hn::Gt(highest, below_target))));
@@ -362,8 +372,10 @@ class CWindows {
 
   // An upper bound of the half points that a value stands for.
   HWY_INLINE vector gain_of(vector value, int gain) const {
-    const auto raised = hn::Add(value, hn::Set(d, value_slack));
-    return hn::Add(hn::ShiftRight<8>(hn::Mul(raised, hn::Set(d, gain))), hn::Set(d, 1));
+    const hn::RebindToUnsigned<tag> du;
+    const auto raised = hn::BitCast(du, hn::SaturatedAdd(value, set(value_slack)));
+    const auto part = hn::MulHigh(raised, hn::Set(du, static_cast<std::uint16_t>(gain)));
+    return hn::SaturatedAdd(hn::BitCast(d, part), set(1));
   }
 
   // Of the blocks that begin in window k those with a path that gains enough or outlives what is measured.
@@ -412,8 +424,12 @@ constexpr std::size_t one_in_given_up = 6;
 constexpr std::size_t few = 200;  // windows are no reason to give up
 constexpr std::size_t one_in_many = 48;
 
+// A lower cost only keeps more.
+constexpr int most_edit_cost = 500;
 int edit_cost(const CWindowFilter::settings& s) {
-  return std::min(2 * std::min(s.mismatch_penalty, 10000) + 2, 2 * std::min(s.indel_penalty, 10000) + 1);
+  constexpr int most_penalty = most_edit_cost / 2;
+  return std::min({2 * std::min(s.mismatch_penalty, most_penalty) + 2, 2 * std::min(s.indel_penalty, most_penalty) + 1,
+                   most_edit_cost});
 }
 
 // On random sequence a window costs a path some 85 half points, so values fade beside these; the larger one tells
@@ -426,9 +442,23 @@ int copies_of_longest(const CWindowFilter::settings& s) { return s.longest < 120
 int lowest_score(const CWindowFilter::settings& s, int L) { return L + s.prefer_longer - 1; }
 
 // Nobody accepts scores that are higher; a lower threshold only keeps more.
-constexpr int highest_target = 100000;
+constexpr int highest_target = 10000;
 int target_score(const CWindowFilter::settings& s, int L) {
   return std::min(s.min_score(static_cast<unsigned>(L)), highest_target);
+}
+
+// Half points that a lane can hold, together with what a step adds to them. Sums beyond what it can hold are held
+// there.
+constexpr int most_half_points = 32000;
+static_assert(window * most_edit_cost < most_half_points);
+
+// Whether a lane can hold the path of every candidate that gains enough.
+bool fits_lanes(const CWindowFilter::settings& s) {
+  int highest = 0;
+  for (int L = static_cast<int>(s.shortest); L <= static_cast<int>(s.longest); ++L) {
+    highest = std::max(highest, lowest_score(s, L) + target_score(s, L) + 1);
+  }
+  return 2 * highest < most_half_points;
 }
 
 // The score that the right extension of a candidate may have that gains more to the left.
@@ -454,7 +484,7 @@ int nearest_distance(const CWindowFilter::settings& s) {
 }
 
 // More than any value that the decision on a candidate has to tell from others. b is the most that a path may lose.
-int highest_value(int b, int T) { return 2 * (b + least_to_the_right(T)) + 4 * T + 8 * window; }
+int highest_value(int b, int T) { return 2 * (b + least_to_the_right(T)) + 2 * T + 8 * window; }
 
 int windows_of_copy(int L) { return L / window - 1; }
 
@@ -521,23 +551,24 @@ bool CWindowFilter::pays(const alignment_bound& bound, std::size_t length) {
 void CWindowFilter::run(const char* sequence, std::size_t its_length, const settings& s, const symbol_range& around) {
   shortest = s.shortest;
   longest = s.longest;
+  groups.assign(longest / row - shortest / row + 1, {{}, {}, !fits_lanes(s)});
+  if (groups.front().is_given_up) return;
   const int last = static_cast<int>(longest);
   const int from = least_to_the_right(target_score(s, last));
   scoring scored{};
   scored.edit = edit_cost(s);
   scored.bonus = bonuses;
   for (std::size_t i = 0; i < quarvo_window_filter::chains; ++i) {
-    scored.gain[i] = 256 * 2 * window / (2 * window + scored.bonus[i]) + 1;
+    scored.gain[i] = 65536 * 2 * window / (2 * window + scored.bonus[i]) + 1;
   }
   scored.rows_begin = nearest_distance(s) / row;
   scored.rows_end = farthest_distance(s, last, copies_of_longest(s), from) / row + 2;
-  scored.most = highest_value(lowest_score(s, last), target_score(s, last));
+  scored.most = std::min(highest_value(lowest_score(s, last), target_score(s, last)), most_half_points);
   const std::ptrdiff_t reach = row * scored.rows_end + last + window;
   front = static_cast<std::size_t>(std::min(sequence - around.begin, reach));
   length_read =
       front + its_length +
       static_cast<std::size_t>(std::min(around.end - sequence - static_cast<std::ptrdiff_t>(its_length), reach));
-  groups.assign(longest / row - shortest / row + 1, {});
   const std::size_t most_each = few + length_read / window / one_in_given_up;
   std::vector<std::uint8_t> codes = codes_of(sequence - front, length_read);
   for (const bool to_the_left : {false, true}) {

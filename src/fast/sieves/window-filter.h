@@ -47,7 +47,8 @@
 // Values are capped; what was capped keeps the candidate, as for the potential.
 //
 // Premises: penalties of 5 or more, T > 3, units of least_unit to longest_unit symbols. Cost: a fifth of the
-// potential's. Of no use in satellites: a unit length is given up when many of its candidates are kept.
+// potential's. Of no use in satellites: a unit length is given up when many of its candidates are kept, all are where
+// scores do not fit two bytes.
 class CWindowFilter {
  public:
   using settings = CPotentialFilter::settings;

@@ -203,6 +203,24 @@ TEST_F(WindowFilter, GivesUpSatellites) {
   EXPECT_GE(filter.longest_with_many(), 171U);
 }
 
+TEST_F(WindowFilter, GivesUpScoresThatDoNotFit) {
+  CRandomDna random(8);
+  const std::string symbols = random.sequence("ACGT", 40000);
+  candidate_settings settings;
+  settings.longest = 200;
+  settings.put_in_force();
+  CWindowFilter::settings for_windows = window_settings(settings, 190);
+  CWindowFilter filter;
+  filter.run(symbols.data(), symbols.size(), for_windows);
+  EXPECT_TRUE(filter.has(190));
+  EXPECT_TRUE(filter.has(200));
+  for_windows.prefer_longer = 16000;
+  filter.run(symbols.data(), symbols.size(), for_windows);
+  EXPECT_FALSE(filter.has(190));
+  EXPECT_FALSE(filter.has(200));
+  EXPECT_EQ(filter.longest_with_many(), 200U);
+}
+
 TEST_F(WindowFilter, AppliesToLongUnitsAndPenaltiesOfFiveAndMore) {
   EXPECT_TRUE(CWindowFilter::applies(128, 5, 5, 128));
   EXPECT_FALSE(CWindowFilter::applies(127, 5, 5, 127));
