@@ -15,9 +15,6 @@
 // that are cut off or corrupt) has a `fault`, and must not be taken for complete. Only std::bad_alloc is thrown.
 class CByteSource : public std::ifstream {
  public:
-  // The fewest bytes for which the first read may ask.
-  static constexpr std::streamsize least_first_read = 2;
-
   // Why the file could not be read to its end, a text that lasts until the next system error or open, or null.
   const char* fault = nullptr;
 
@@ -25,7 +22,8 @@ class CByteSource : public std::ifstream {
   void open(const char* name);
 
   // Reads the next bytes of the text, as many as asked for unless the text ends or cannot be read. Returns their
-  // number: 0, and then again 0, only at the end of what can be read, where the caller must look at `fault`.
+  // number: 0, and then again 0, only at the end of what can be read, where the caller must look at `fault`. The first
+  // call must ask for 2 at the least, which tell whether the file is compressed.
   std::streamsize read(char* to, std::streamsize size);
 
   // Known from the first read on.
