@@ -1,5 +1,7 @@
 #include "scan-options.h"
 
+#include <strings.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -149,6 +151,12 @@ int print_short_help() {
   return companion_status::not_written;
 }
 
+// Whether the word is one of a kind of mask, capital or small, and not of the first of them, which writes no file.
+bool makes_file(const std::string& word) {
+  return std::any_of(maskings.begin() + 1, maskings.end(),
+                     [&](const option_word& kind) { return strcasecmp(kind.word, word.c_str()) == 0; });
+}
+
 // The words of the command line as the parser takes them: "-" is standard input, and a file may follow --mask KIND.
 std::vector<std::string> parser_words(int argc, char** argv) {
   std::vector<std::string> words;
@@ -160,8 +168,7 @@ std::vector<std::string> parser_words(int argc, char** argv) {
     if (!are_options || word != "--mask" || i + 1 == argc) continue;
     const std::string kind = argv[++i];
     words.push_back(kind);
-    const bool has_file = kind == "soft" || kind == "n" || kind == "N" || kind == "x" || kind == "X";
-    if (has_file && i + 1 < argc && (argv[i + 1][0] != '-' || argv[i + 1][1] == '\0')) {
+    if (makes_file(kind) && i + 1 < argc && (argv[i + 1][0] != '-' || argv[i + 1][1] == '\0')) {
       words.insert(words.end(), {"--masked-file", argv[++i]});
     }
   }
