@@ -428,8 +428,8 @@ namespace {
 
 static_assert(CBatchBound::most_candidates == 64, "a batch is one word of bits");
 
-// The lowest `count` bits, 1 to 64.
-std::uint64_t first_bits(std::size_t count) { return ~std::uint64_t{0} >> (64 - count); }
+// The lowest `count` bits, 0 to 64.
+std::uint64_t first_bits(std::size_t count) { return count < 64 ? (std::uint64_t{1} << count) - 1 : ~std::uint64_t{0}; }
 
 }  // namespace
 
