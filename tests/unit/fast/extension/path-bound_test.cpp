@@ -10,6 +10,7 @@
 #include "support/candidate-sequences.h"
 #include "support/default-parameters.h"
 #include "support/filter-check.h"
+#include "support/sanitizers.h"
 
 namespace {
 
@@ -38,7 +39,7 @@ class PathBound : public ParameterTest {
 TEST_F(PathBound, KeepsWhatCanBeAcceptedUnderManySettings) {
   CRandomDna random(1);
   CCandidateSequences sequences(random);
-  for (int round = 0; round < 250 && !HasFailure(); ++round) {
+  for (int round = 0; round < tried(250) && !HasFailure(); ++round) {
     const int L = random.number(1, random.one_of(std::vector<int>{10, 10, 30, 60, 120}));
     const candidate_settings settings = random_candidate_settings(random, static_cast<unsigned>(L));
     settings.put_in_force();
@@ -46,7 +47,7 @@ TEST_F(PathBound, KeepsWhatCanBeAcceptedUnderManySettings) {
     check({settings, static_cast<unsigned>(L), sequences.make(random.number(0, 700), L, T)},
           yardstick::bound_and_extension);
   }
-  EXPECT_GT(counts.wanted, 10000U);
+  EXPECT_GT(counts.wanted, tried(10000U));
 }
 
 TEST_F(PathBound, KeepsWhatCanBeAcceptedInRecordsOfEveryLength) {

@@ -54,7 +54,7 @@ TEST_F(AlignmentFilter, KeepsWhatCanBeAcceptedUnderManySettings) {
 TEST_F(AlignmentFilter, KeepsWhatTheBoundAsksForInLongRecords) {
   CRandomDna random(2);
   CCandidateSequences sequences(random);
-  for (int round = 0; round < 60 && !HasFailure(); ++round) {
+  for (int round = 0; round < tried(60) && !HasFailure(); ++round) {
     const int L = random.number(1, 12);
     candidate_settings settings = random_candidate_settings(random, static_cast<unsigned>(L));
     settings.mismatch_score = std::min(settings.mismatch_score, -4);
@@ -64,8 +64,8 @@ TEST_F(AlignmentFilter, KeepsWhatTheBoundAsksForInLongRecords) {
     const int length = 512 * random.number(7, 33) + random.number(-1, 1);
     check({settings, static_cast<unsigned>(L), sequences.make(length, L, T)}, yardstick::bound);
   }
-  EXPECT_GT(counts.candidates, 100000U);
-  EXPECT_GT(counts.wanted, 10000U);
+  EXPECT_GT(counts.candidates, tried(100000U));
+  EXPECT_GT(counts.wanted, tried(10000U));
 }
 
 TEST_F(AlignmentFilter, KeepsWhatCanBeAcceptedInRecordsOfEveryLength) {

@@ -146,14 +146,16 @@ TEST_F(PotentialFilter, KeepsWhatTheBoundAsksForInRealSequence) {
 TEST_F(PotentialFilter, KeepsWhatCanBeAcceptedInRecordsOfEveryLength) {
   CRandomDna random(3);
   CCandidateSequences sequences(random);
-  for (int length = 0; length <= 700 && !HasFailure(); length += 3) {
+  // In both steps every remainder of the number of lanes comes up.
+  const int step = tried(4) == 4 ? 3 : 13;
+  for (int length = 0; length <= 700 && !HasFailure(); length += step) {
     candidate_settings settings;
     settings.longest = 40;
     settings.put_in_force();
     const int L = random.number(10, 40);
     check({settings, static_cast<unsigned>(L), sequences.make(length, L, L)}, 10, yardstick::bound);
   }
-  EXPECT_GT(counts.wanted, 300U);
+  EXPECT_GT(counts.wanted, tried(300U));
 }
 
 // A lane works on a stretch of some fifty symbols here.
