@@ -6,6 +6,12 @@ option(QUARVO_FUZZ "Build the fuzzers of tests/fuzz with libFuzzer, which needs 
 option(QUARVO_COVERAGE "Count the lines that are run, which needs clang" OFF)
 set(QUARVO_SANITIZE "" CACHE STRING "Comma-separated sanitizers, for example address,undefined; empty for none")
 
+# Of the kinds whose vectors are as long as those of another, a build for tests alone needs one.
+set(QUARVO_LEAVE_OUT_VECTORS "" CACHE STRING "Kinds of vectors that no code is made for, as Highway names them: HWY_SSSE3")
+if(QUARVO_LEAVE_OUT_VECTORS)
+  add_compile_definitions(HWY_DISABLED_TARGETS=${QUARVO_LEAVE_OUT_VECTORS})
+endif()
+
 add_compile_options(-Wall -Wextra -Wpedantic -Wconversion -Wshadow)
 if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
   add_compile_options(-Wreserved-identifier)
