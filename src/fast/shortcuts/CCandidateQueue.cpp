@@ -7,10 +7,10 @@ const char* CCandidateQueue::first(unsigned its_L, const CAnchorSeq& its_mask) {
   L = its_L;
   mask = &its_mask;
   first_start = static_cast<std::size_t>(starts.begin - begin);
-  const char* const last_followed = end - std::min<std::ptrdiff_t>(end - begin, L);
-  after_starts = std::max(first_start, static_cast<std::size_t>(std::min(starts.end, last_followed) - begin));
-  candidates =
-      &filter.candidates(its_L, [this](std::size_t in_word, std::uint64_t bits) { return admitted_of(in_word, bits); });
+  after_starts = after_starts_of(L);
+  candidates = &filter.candidates(its_L, [this](unsigned any_L, std::size_t in_word, std::uint64_t bits) {
+    return admitted_of(any_L, in_word, bits);
+  });
   is_tested_again = has_tighter_test && filter.has_tighter_test();
   count = given = 0;
   batch_end = first_start;
@@ -105,13 +105,20 @@ std::size_t CCandidateQueue::next_admitted() {
   return p;
 }
 
+// One past the last start whose unit is followed by a symbol.
+std::size_t CCandidateQueue::after_starts_of(unsigned any_L) const {
+  const char* const last_followed = end - std::min<std::ptrdiff_t>(end - begin, any_L);
+  return std::max(first_start, static_cast<std::size_t>(std::min(starts.end, last_followed) - begin));
+}
+
 // Of the bits of a word, those of starts that the mask admits.
-std::uint64_t CCandidateQueue::admitted_of(std::size_t in_word, std::uint64_t bits) const {
+std::uint64_t CCandidateQueue::admitted_of(unsigned any_L, std::size_t in_word, std::uint64_t bits) const {
   const std::size_t p = 64 * in_word;
-  if (p >= after_starts || p + 64 <= first_start) return 0;
+  const std::size_t after = any_L == L ? after_starts : after_starts_of(any_L);
+  if (p >= after || p + 64 <= first_start) return 0;
   const std::size_t skipped = p < first_start ? first_start - p : 0;
-  const std::uint64_t admitted_bits = bits & mask->may_anchor_64(begin + p + skipped, L) << skipped;
-  return after_starts - p < 64 ? admitted_bits & ~(~std::uint64_t{0} << (after_starts - p)) : admitted_bits;
+  const std::uint64_t admitted_bits = bits & mask->may_anchor_64(begin + p + skipped, any_L) << skipped;
+  return after - p < 64 ? admitted_bits & ~(~std::uint64_t{0} << (after - p)) : admitted_bits;
 }
 
 // The first position from p on whose unit does not begin with N and is more than one symbol repeated, as far as the run

@@ -80,7 +80,8 @@ class CCandidateQueue {
   void walk_from(std::size_t p);
   bool has_admitted();
   std::size_t next_admitted();
-  std::uint64_t admitted(std::size_t in_word) const { return admitted_of(in_word, candidates->word(in_word)); }
-  std::uint64_t admitted_of(std::size_t in_word, std::uint64_t bits) const;
+  std::uint64_t admitted(std::size_t in_word) const { return admitted_of(L, in_word, candidates->word(in_word)); }
+  std::uint64_t admitted_of(unsigned any_L, std::size_t in_word, std::uint64_t bits) const;
+  std::size_t after_starts_of(unsigned any_L) const;
   std::size_t first_unit_from(std::size_t p);
 };

@@ -158,6 +158,98 @@ struct consecutive_view {
   const std::uint8_t* text(int offset) const { return first + offset; }
 };
 
+// The surroundings of clusters with units of different lengths, in one direction, as columns by distance from where the
+// alignments begin: the text, and the unit over and over, with the symbols that candidates whose unit goes on compare.
+class CMixedColumns {
+ public:
+  CMixedColumns(CBatchBound::memory& its_memory, const symbol_range& its_record,
+                const CBatchBound::cluster* its_clusters, std::size_t its_count, int its_size, std::size_t its_lanes,
+                bool is_rightwards)
+      : memory(its_memory),
+        record(its_record),
+        clusters(its_clusters),
+        count(its_count),
+        size(its_size),
+        lanes(its_lanes),
+        step(is_rightwards ? 1 : -1) {}
+
+  const std::uint8_t* unit(int u) { return column_of_unit(u); }
+  // Where no unit goes on it is the same as the other.
+  const std::uint8_t* longer_unit(int u) { return column_of_unit(u) + lanes; }
+  const std::uint8_t* text(int row) {
+    while (row >= text_end) fill_text();
+    return memory.text.data() + static_cast<std::size_t>(row) * lanes;
+  }
+
+ private:
+  static constexpr int width = 16;
+
+  CBatchBound::memory& memory;
+  symbol_range record;
+  const CBatchBound::cluster* clusters;
+  std::size_t count;
+  int size;
+  std::size_t lanes;
+  std::ptrdiff_t step;
+  int unit_end = 0;  // columns in front of it are there
+  int text_end = 0;
+
+  const std::uint8_t* column_of_unit(int u) {
+    while (u >= unit_end) fill_units();
+    return memory.unit.data() + 2 * static_cast<std::size_t>(u) * lanes;
+  }
+
+  static std::uint8_t* room_for(std::vector<std::uint8_t>& columns, int from, std::size_t stride) {
+    const std::size_t wanted = static_cast<std::size_t>(from + width) * stride;
+    if (columns.size() < wanted) columns.resize(2 * wanted);
+    return columns.data() + static_cast<std::size_t>(from) * stride;
+  }
+
+  // Lanes without a candidate repeat the last one, so that they ask for no rows of their own.
+  const CBatchBound::cluster& of_lane(std::size_t lane) const { return clusters[std::min(lane, count - 1)]; }
+
+  // 0 outside the record.
+  std::uint8_t symbol_at(std::ptrdiff_t index) const {
+    const bool is_inside = index >= 0 && index < record.end - record.begin;
+    return is_inside ? static_cast<std::uint8_t>(record.begin[index]) : std::uint8_t{0};
+  }
+
+  HWY_NOINLINE void fill_units() {
+    std::uint8_t* const to = room_for(memory.unit, unit_end, 2 * lanes);
+    for (std::size_t lane = 0; lane < lanes; ++lane) {
+      const CBatchBound::cluster& cluster = of_lane(lane);
+      const int L = static_cast<int>(cluster.bound.L);
+      const std::ptrdiff_t first = cluster.position - record.begin + (step > 0 ? 0 : size - 1 + L - 1);
+      int r = unit_end % L;
+      for (int i = 0; i < width; ++i) {
+        const bool goes_on = unit_end + i >= L && r < size - 1;
+        const std::uint8_t symbol = symbol_at(first + step * r);
+        std::uint8_t* const column = to + 2 * static_cast<std::size_t>(i) * lanes + lane;
+        column[0] = symbol;
+        column[lanes] = goes_on ? symbol_at(first + step * (r + L)) : symbol;
+        r = r + 1 == L ? 0 : r + 1;
+      }
+    }
+    unit_end += width;
+  }
+
+  HWY_NOINLINE void fill_text() {
+    std::uint8_t* const to = room_for(memory.text, text_end, lanes);
+    for (std::size_t lane = 0; lane < lanes; ++lane) {
+      const CBatchBound::cluster& cluster = of_lane(lane);
+      const int beside = step > 0 ? static_cast<int>(cluster.bound.L) : size - 2;
+      const std::ptrdiff_t first = cluster.position - record.begin + beside;
+      for (int i = 0; i < width; ++i) {
+        to[static_cast<std::size_t>(i) * lanes + lane] = symbol_at(first + step * (text_end + i));
+      }
+    }
+    text_end += width;
+  }
+};
+
+// What shares a vector: candidates of one unit length, clusters of one, or clusters of several.
+enum class batch_kind { candidates, clusters, mixed };
+
 // Symbols, one in each lane.
 HWY_INLINE hn::Vec<tag_of<std::uint8_t>> load_symbols(tag_of<std::uint8_t> d, const std::uint8_t* from) {
   return hn::LoadU(d, from);
@@ -181,6 +273,7 @@ class CAlignment {
         indel(hn::Set(d, clamped(bound.indel_penalty))),
         below_target(hn::Set(d, static_cast<Lane>(bound.T + bound.b))),
         L(static_cast<int>(bound.L)),
+        main(L),
         cluster(cluster_size),
         most_deletions((bound.T + bound.b) / bound.indel_penalty + 1),
         Ns_match(does_Ns_match) {
@@ -190,25 +283,44 @@ class CAlignment {
     now = reinterpret_cast<Lane*>(memory.data());
   }
 
+  // For clusters of several unit lengths. No diagonals are one then, so paths may come to an end of their row.
+  CAlignment(const alignment_bound& largest, unsigned shortest, vector one_below_target, int cluster_size,
+             bool does_Ns_match, std::vector<std::uint8_t>& memory)
+      : CAlignment(largest, cluster_size, does_Ns_match, memory) {
+    below_target = one_below_target;
+    L = static_cast<int>(shortest);
+  }
+
+  // Whether paths were given up at an end of the row.
+  bool is_given_up() const { return has_no_room; }
+
   // Follows all paths from the score `best` on the main diagonal for this many rows. symbols(row) is the vector of
   // sequence symbols of a row and units(u) that of the symbols u unit symbols after the first to be compared. Raises
   // `best` to the highest score met; returns a vector that is not 0 in the lanes that are undecided. Lanes where the
   // best is 0 or the target have no paths.
-  template <bool is_cluster, typename Symbols, typename Units>
-  vector follow(vector& best, int rows, const Symbols& symbols, const Units& units) {
+  // Beside it stands longer(u), what candidates of a cluster compare whose unit goes on: of mixed clusters for all u.
+  template <batch_kind kind, typename Symbols, typename Units, typename Longer>
+  vector follow(vector& best, int rows, const Symbols& symbols, const Units& units, const Longer& longer) {
+    constexpr bool is_cluster = kind != batch_kind::candidates;
     const auto start = best;
+    has_no_room = false;
     auto decided = reached(best);
     place_start(without(decided, start));
     for (int row = 0; row < rows && lowest <= highest; ++row) {
       if (is_cluster && row != 0 && row < cluster) add_start(without(decided, start));
-      take_row<is_cluster>(symbols(row), row, best, units);
+      take_row<kind>(symbols(row), row, best, units, longer);
       if (lowest > highest) {
         // Where the paths of all candidates of a cluster so far have died, the next ones begin anew.
         if (is_cluster && row + 1 < cluster) place_start(hn::Zero(d));
         continue;
       }
       drop_decided(decided, reached(best));
-      fold();
+      if (kind != batch_kind::mixed) {
+        fold();
+      } else if (lowest == 0 || highest - lowest >= 2 * L || highest >= 5 * main) {
+        has_no_room = true;
+        break;
+      }
     }
     return alive();
   }
@@ -222,28 +334,30 @@ class CAlignment {
   vector indel;
   vector below_target;
   int L;
+  int main;  // the index of the diagonal that paths begin on
   int cluster;
   int most_deletions;  // in a row
   bool Ns_match;
   int lowest = 0;  // the diagonals with a path, as indices; none when lowest > highest
   int highest = 0;
+  bool has_no_room = false;
   Lane* now;  // by diagonal
 
   Lane* at(int k) const { return now + static_cast<std::size_t>(k) * hn::Lanes(d); }
   static Lane clamped(int penalty) { return static_cast<Lane>(std::min<int>(penalty, hwy::LimitsMax<Lane>())); }
   vector without(vector decided, vector score) const { return hn::IfThenElseZero(hn::Eq(decided, hn::Zero(d)), score); }
 
-  // The main diagonal has the index L: at row r the cursor of the index k is r + k - L, counted on beyond the unit.
+  // At row r the cursor of the diagonal k is r + k - main, counted on beyond the unit.
   void place_start(vector score) {
-    lowest = highest = L;
-    hn::StoreU(score, d, at(L));
+    lowest = highest = main;
+    hn::StoreU(score, d, at(main));
   }
 
   // Puts a path with the score on the main diagonal, beside those that there are.
   void add_start(vector score) {
-    for (; lowest > L; --lowest) hn::StoreU(hn::Zero(d), d, at(lowest - 1));
-    for (; highest < L; ++highest) hn::StoreU(hn::Zero(d), d, at(highest + 1));
-    hn::StoreU(hn::Max(hn::LoadU(d, at(L)), score), d, at(L));
+    for (; lowest > main; --lowest) hn::StoreU(hn::Zero(d), d, at(lowest - 1));
+    for (; highest < main; ++highest) hn::StoreU(hn::Zero(d), d, at(highest + 1));
+    hn::StoreU(hn::Max(hn::LoadU(d, at(main)), score), d, at(main));
   }
 
   // Not 0 in the lanes that have a path left.
@@ -273,8 +387,8 @@ class CAlignment {
 
   // Deletions stay in the row, so diagonals are taken in ascending order; an insertion leads one down in the next row,
   // to where this row has been read already. Everything is held in locals, since a store to a byte may alias members.
-  template <bool is_cluster, typename Units>
-  void take_row(vector symbol, int row, vector& best, const Units units) {
+  template <batch_kind kind, typename Units, typename Longer>
+  void take_row(vector symbol, int row, vector& best, const Units units, const Longer longer) {
     const auto zero = hn::Zero(d);
     const auto one = hn::Set(d, 1);
     const auto mismatch_penalty = mismatch;
@@ -289,7 +403,7 @@ class CAlignment {
     auto deleted = zero;
     auto below = zero;  // what stays on the diagonal below
     int k = lowest;
-    int u = row + k - unit_length;
+    int u = row + k - main;
     int r = u % unit_length;  // the cursor in the unit
     int first_alive = std::numeric_limits<int>::max() / 2;
     int last_alive = -1;
@@ -303,11 +417,12 @@ class CAlignment {
     for (; k <= last || !hn::AllTrue(d, hn::Eq(deleted, zero)); ++k) {
       const auto score =
           k <= last ? hn::Max(hn::LoadU(d, scores + static_cast<std::size_t>(k) * lanes), deleted) : deleted;
-      auto may_match = hn::Or(hn::Eq(symbol, units(r)), is_N);
+      auto may_match = hn::Or(hn::Eq(symbol, units(kind == batch_kind::mixed ? u : r)), is_N);
       auto must_match = may_match;
-      if (is_cluster && u >= unit_length && r < last_candidate) {
+      const bool goes_on = kind == batch_kind::mixed || (kind == batch_kind::clusters && r < last_candidate);
+      if (goes_on && u >= unit_length) {
         // The unit of some candidates begins anew here, that of the others goes on.
-        const auto matches = hn::Or(hn::Eq(symbol, units(r + unit_length)), is_N);
+        const auto matches = hn::Or(hn::Eq(symbol, longer(kind == batch_kind::mixed ? u : r)), is_N);
         may_match = hn::Or(may_match, matches);
         must_match = hn::And(must_match, matches);
       }
@@ -338,59 +453,112 @@ class CAlignment {
 };
 
 // The candidates of one vector. Rightwards those of a cluster begin in ascending order, leftwards in descending order.
-template <bool is_cluster, typename Lane, typename View>
+template <batch_kind kind, typename Lane, typename View>
 std::uint64_t bound_lanes(const alignment_bound& bound, int size, const View& view, int rows, bool Ns_match,
                           CBatchBound::memory& memory) {
   const tag_of<Lane> d;
   const int L = static_cast<int>(bound.L);
-  const int last = is_cluster ? size - 1 : 0;
+  const int last = kind == batch_kind::clusters ? size - 1 : 0;
   CAlignment<Lane> alignment(bound, size, Ns_match, memory.scores);
   const auto text = [=](int offset) { return load_symbols(d, view.text(offset)); };
   const auto unit = [=](int offset) { return load_symbols(d, view.unit(offset)); };
   auto best = hn::Set(d, static_cast<Lane>(bound.b + 1));
-  auto keep = alignment.template follow<is_cluster>(
-      best, rows, [=](int row) { return text(L + row); }, [=](int u) { return unit(u); });
+  auto keep = alignment.template follow<kind>(
+      best, rows, [=](int row) { return text(L + row); }, unit, [=](int u) { return unit(u + L); });
   best = hn::IfThenElse(hn::Eq(keep, hn::Zero(d)), best, hn::Set(d, static_cast<Lane>(bound.T + bound.b + 1)));
-  keep = alignment.template follow<is_cluster>(
-      best, rows, [=](int row) { return text(last - 1 - row); }, [=](int u) { return unit(last + L - 1 - u); });
+  keep = alignment.template follow<kind>(
+      best, rows, [=](int row) { return text(last - 1 - row); }, [=](int u) { return unit(last + L - 1 - u); },
+      [=](int u) { return unit(last - 1 - u); });
   const auto is_kept = hn::Ne(hn::Or(keep, alignment.reached(best)), hn::Zero(d));
   return quarvo_symbol_bits::HWY_NAMESPACE::bits_of(d, is_kept);
 }
 
-template <bool is_cluster, typename Lane>
+template <batch_kind kind, typename Lane>
 std::uint64_t bound_scattered_lanes(const alignment_bound& bound, int size, const symbol_range& record,
                                     const char* const* positions, std::size_t count, bool Ns_match,
                                     CBatchBound::memory& memory) {
   const std::size_t lanes = hn::Lanes(tag_of<Lane>());
   const int L = static_cast<int>(bound.L);
-  const int unit_symbols = is_cluster ? L + size - 1 : L;
+  const int unit_symbols = kind == batch_kind::clusters ? L + size - 1 : L;
   const int rows = CBatchBound::rows(bound.L);
   std::uint64_t kept = 0;
   for (std::size_t first = 0; first < count; first += lanes) {
     CScatteredColumns columns(memory, record, positions + first, count - first, unit_symbols, lanes);
-    kept |= bound_lanes<is_cluster, Lane>(bound, size, scattered_view{&columns}, rows, Ns_match, memory) << first;
+    kept |= bound_lanes<kind, Lane>(bound, size, scattered_view{&columns}, rows, Ns_match, memory) << first;
   }
   return kept;
 }
 
-template <bool is_cluster>
+template <batch_kind kind>
 std::uint64_t bound_batch(const alignment_bound& bound, int size, const symbol_range& record,
                           const char* const* positions, std::size_t count, bool Ns_match, CBatchBound::memory& memory) {
   if (CBatchBound::is_narrow(bound)) {
-    return bound_scattered_lanes<is_cluster, std::uint8_t>(bound, size, record, positions, count, Ns_match, memory);
+    return bound_scattered_lanes<kind, std::uint8_t>(bound, size, record, positions, count, Ns_match, memory);
   }
-  return bound_scattered_lanes<is_cluster, std::uint16_t>(bound, size, record, positions, count, Ns_match, memory);
+  return bound_scattered_lanes<kind, std::uint16_t>(bound, size, record, positions, count, Ns_match, memory);
 }
 
 std::uint64_t bound_scattered(const alignment_bound& bound, const symbol_range& record, const char* const* positions,
                               std::size_t count, bool Ns_match, CBatchBound::memory& memory) {
-  return bound_batch<false>(bound, 1, record, positions, count, Ns_match, memory);
+  return bound_batch<batch_kind::candidates>(bound, 1, record, positions, count, Ns_match, memory);
 }
 
 std::uint64_t bound_clusters(const alignment_bound& bound, int size, const symbol_range& record,
                              const char* const* positions, std::size_t count, bool Ns_match,
                              CBatchBound::memory& memory) {
-  return bound_batch<true>(bound, size, record, positions, count, Ns_match, memory);
+  return bound_batch<batch_kind::clusters>(bound, size, record, positions, count, Ns_match, memory);
+}
+
+// The clusters of one vector.
+CBatchBound::mixed_result bound_mixed_lanes(int size, const symbol_range& record, const CBatchBound::cluster* clusters,
+                                            std::size_t count, bool Ns_match, CBatchBound::memory& memory) {
+  using lane = std::uint16_t;
+  const tag_of<lane> d;
+  const std::size_t lanes = hn::Lanes(d);
+  alignment_bound largest = clusters->bound;
+  unsigned shortest = largest.L;
+  lane starts[batch_lanes];
+  lane targets[batch_lanes];
+  for (std::size_t i = 0; i < lanes; ++i) {
+    const CBatchBound::cluster& cluster = clusters[std::min(i, count - 1)];
+    starts[i] = static_cast<lane>(cluster.bound.b + 1);
+    targets[i] = static_cast<lane>(cluster.bound.T + cluster.bound.b + 1);
+    shortest = std::min(shortest, cluster.bound.L);
+    largest.L = std::max(largest.L, cluster.bound.L);
+    largest.b = std::max(largest.b, cluster.bound.b);
+    largest.T = std::max(largest.T, cluster.bound.T);
+  }
+  const auto target = hn::LoadU(d, targets);
+  CAlignment<lane> alignment(largest, shortest, hn::Sub(target, hn::Set(d, 1)), size, Ns_match, memory.scores);
+  const int rows = CBatchBound::rows(largest.L);
+  auto best = hn::LoadU(d, starts);
+  auto undecided = hn::Zero(d);
+  auto keep = undecided;
+  for (const bool is_rightwards : {true, false}) {
+    best = hn::IfThenElse(hn::Eq(keep, hn::Zero(d)), best, target);
+    CMixedColumns columns(memory, record, clusters, count, size, lanes, is_rightwards);
+    CMixedColumns* const all = &columns;
+    keep = alignment.template follow<batch_kind::mixed>(
+        best, rows, [=](int row) { return load_symbols(d, all->text(row)); },
+        [=](int u) { return load_symbols(d, all->unit(u)); },
+        [=](int u) { return load_symbols(d, all->longer_unit(u)); });
+    if (alignment.is_given_up()) undecided = hn::Or(undecided, keep);
+  }
+  const auto zero = hn::Zero(d);
+  using quarvo_symbol_bits::HWY_NAMESPACE::bits_of;
+  return {bits_of(d, hn::Ne(hn::Or(keep, alignment.reached(best)), zero)), bits_of(d, hn::Ne(undecided, zero))};
+}
+
+CBatchBound::mixed_result bound_mixed(int size, const symbol_range& record, const CBatchBound::cluster* clusters,
+                                      std::size_t count, bool Ns_match, CBatchBound::memory& memory) {
+  const std::size_t lanes = hn::Lanes(tag_of<std::uint16_t>());
+  CBatchBound::mixed_result result{};
+  for (std::size_t first = 0; first < count; first += lanes) {
+    const auto bits = bound_mixed_lanes(size, record, clusters + first, count - first, Ns_match, memory);
+    result.kept |= bits.kept << first;
+    result.given_up |= bits.given_up << first;
+  }
+  return result;
 }
 
 template <typename Lane>
@@ -401,7 +569,7 @@ std::uint64_t bound_consecutive_lanes(const alignment_bound& bound, const char* 
   std::uint64_t kept = 0;
   for (std::size_t first = 0; first < count; first += lanes) {
     const consecutive_view view{reinterpret_cast<const std::uint8_t*>(position + first)};
-    kept |= bound_lanes<false, Lane>(bound, 1, view, rows, Ns_match, memory) << first;
+    kept |= bound_lanes<batch_kind::candidates, Lane>(bound, 1, view, rows, Ns_match, memory) << first;
   }
   return kept;
 }
@@ -421,6 +589,7 @@ HWY_AFTER_NAMESPACE();
 namespace quarvo_batch_bound {
 HWY_EXPORT(bound_scattered);
 HWY_EXPORT(bound_clusters);
+HWY_EXPORT(bound_mixed);
 HWY_EXPORT(bound_consecutive);
 }  // namespace quarvo_batch_bound
 
@@ -444,6 +613,13 @@ std::uint64_t CBatchBound::clusters_may_reach(const alignment_bound& bound, int 
   using namespace quarvo_batch_bound;
   return HWY_DYNAMIC_DISPATCH(bound_clusters)(bound, size, record, positions, count, Ns_match, used) &
          first_bits(count);
+}
+
+CBatchBound::mixed_result CBatchBound::mixed_clusters_may_reach(const cluster* clusters, std::size_t count, int size,
+                                                                const symbol_range& record, bool Ns_match) {
+  using namespace quarvo_batch_bound;
+  const mixed_result result = HWY_DYNAMIC_DISPATCH(bound_mixed)(size, record, clusters, count, Ns_match, used);
+  return {result.kept & first_bits(count), result.given_up & first_bits(count)};
 }
 
 std::uint64_t CBatchBound::may_reach_next(const alignment_bound& bound, const char* position, std::size_t count,

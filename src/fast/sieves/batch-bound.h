@@ -36,7 +36,7 @@ struct symbol_range {
 // (7, 6 or 9). So no path ever leaves the diagonals that are followed, and a lane is undecided only if a path outlives
 // the last row; it is kept then.
 //
-// Memory: 400 bytes for each symbol of the unit, kept from call to call.
+// Memory: 600 bytes for each symbol of the unit, kept from call to call.
 class CBatchBound {
  public:
   static constexpr std::size_t most_candidates = 64;
@@ -85,6 +85,24 @@ class CBatchBound {
   // begins.
   std::uint64_t clusters_may_reach(const alignment_bound& bound, int size, const symbol_range& record,
                                    const char* const* positions, std::size_t count, bool Ns_match);
+
+  // A cluster, of its unit length and minimum score.
+  struct cluster {
+    alignment_bound bound;
+    const char* position;  // of the first of its candidates
+  };
+  // Bit i is set if cluster i can reach its score or was given up, and if it was given up.
+  struct mixed_result {
+    std::uint64_t kept;
+    std::uint64_t given_up;
+  };
+
+  // The same for clusters of several unit lengths, which fill the lanes where few are left of each. The lanes compare
+  // symbols of units of their own, laid out over and over; as diagonals are not one in all of them, clusters are given
+  // up when paths come to lie twice as far apart as the shortest unit is long. Premises: those above for each of them,
+  // the same penalties, and scores that take two bytes anyway.
+  mixed_result mixed_clusters_may_reach(const cluster* clusters, std::size_t count, int size,
+                                        const symbol_range& record, bool Ns_match);
 
   // Bit i of the result: the candidate at position + i can reach bound.T, for `count` candidates. As many as reach(L)
   // symbols must be readable in front of `position`, and L + reach(L) + most_candidates from it on; bytes that are no

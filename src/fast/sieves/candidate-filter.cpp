@@ -29,10 +29,13 @@ sieve_plan CCandidateFilter::plan_of(unsigned L) const {
 const CPositionSet& CCandidateFilter::candidates(unsigned L, const asked_for& are_asked) {
   bound = bound_of(rules, L, min_scores[L]);
   plan = plan_of(L);
+  tested_ahead.erase(tested_ahead.begin(), tested_ahead.lower_bound({L, 0}));
   kept.clear(length);
   find_candidates();
+  const bool are_few = are_few_left(L);
+  if (are_few) test_few_words(are_asked);
   for (const unsigned size : plan.clusters) {
-    if (size != 0) test_clusters(size, are_asked);
+    if (size != 0 && !(are_few && size == 64)) test_clusters(size, are_asked);
   }
   return kept;
 }
@@ -112,7 +115,7 @@ CPotentialFilter::settings CCandidateFilter::settings_for_all() const {
 // Of shorter units windows leave so much that the potential, which tells more, is worth its price.
 void CCandidateFilter::run_windows() {
   if (!windows.was_run()) windows.run(sequence, length, settings_for_all(), record);
-  if (windows.has(bound.L) && bound.L > windows.longest_with_many()) {
+  if (windows.are_few(bound.L)) {
     windows.place(bound.L, kept);
   } else {
     run_potential();
@@ -148,12 +151,92 @@ void CCandidateFilter::test_clusters(unsigned size, const asked_for& are_asked) 
   };
   for (std::size_t start = 0; start < kept.end(); start += size) {
     const std::uint64_t block = kept.block_bits(start, size);
-    if (block == 0 || are_asked(start / 64, block) == 0) continue;
+    if (block == 0 || are_asked(bound.L, start / 64, block) == 0) continue;
     starts[count] = start;
     positions[count++] = sequence + start;
     if (count == starts.size()) test();
   }
   test();
+}
+
+// Whether windows have left so little that clusters are words, of which few come at a time.
+bool CCandidateFilter::are_few_left(unsigned L) const {
+  const sieve_plan its_plan = plan_of(L);
+  return its_plan.first() == first_sieve::windows && its_plan.clusters[0] == 64 && windows.are_few(L);
+}
+
+// What does not fill a vector is tested together with words of longer units. Those of them that the mask does not admit
+// now are left for later.
+void CCandidateFilter::test_few_words(const asked_for& are_asked) {
+  constexpr std::size_t together = 32;
+  constexpr unsigned farthest_ahead = 64;
+  std::vector<word_of_candidates> words;
+  take_words(bound.L, are_asked, words);
+  const auto rest = static_cast<std::ptrdiff_t>(words.size() / together * together);
+  test_alone({words.begin(), words.begin() + rest});
+  words.erase(words.begin(), words.begin() + rest);
+  if (words.empty()) return;
+  const std::size_t own = words.size();
+  const unsigned last = std::min(longest_unit, bound.L + farthest_ahead);
+  for (unsigned L = bound.L + 1; L <= last && words.size() < together && are_few_left(L); ++L) {
+    take_words(L, are_asked, words);
+  }
+  if (words.size() > together) words.resize(together);
+  if (words.size() == own) {
+    test_alone(words);
+  } else {
+    test_with_longer(words);
+  }
+}
+
+// The words of a unit length that are asked for and not known.
+void CCandidateFilter::take_words(unsigned L, const asked_for& are_asked, std::vector<word_of_candidates>& words) {
+  for (const auto& [number, bits] : windows.words(L, length)) {
+    const auto known = tested_ahead.find({L, number});
+    if (known == tested_ahead.end()) {
+      if (are_asked(L, number, bits) != 0) words.push_back({L, number});
+    } else if (L == bound.L && !known->second) {
+      kept.remove_block(64 * number, 64);
+    }
+  }
+}
+
+void CCandidateFilter::test_with_longer(const std::vector<word_of_candidates>& words) {
+  std::vector<CBatchBound::cluster> clusters;
+  clusters.reserve(words.size());
+  for (const auto& [L, number] : words) {
+    clusters.push_back({bound_of(rules, L, min_scores[L]), sequence + 64 * number});
+  }
+  const CBatchBound::mixed_result result =
+      batch.mixed_clusters_may_reach(clusters.data(), clusters.size(), 64, record, rules.passes_over_Ns);
+  std::vector<word_of_candidates> given_up;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    const auto [L, number] = words[i];
+    const bool is_kept = (result.kept >> i & 1) != 0;
+    const bool is_given_up = (result.given_up >> i & 1) != 0;
+    if (L != bound.L) {
+      if (!is_given_up) tested_ahead[{L, number}] = is_kept;
+    } else if (is_given_up) {
+      given_up.push_back(words[i]);
+    } else if (!is_kept) {
+      kept.remove_block(64 * number, 64);
+    }
+  }
+  test_alone(given_up);
+}
+
+// Words of this unit length.
+void CCandidateFilter::test_alone(const std::vector<word_of_candidates>& words) {
+  for (std::size_t first = 0; first < words.size(); first += CBatchBound::most_candidates) {
+    const std::size_t count = std::min(words.size() - first, CBatchBound::most_candidates);
+    std::array<const char*, CBatchBound::most_candidates> positions{};
+    for (std::size_t i = 0; i < count; ++i) positions[i] = sequence + 64 * words[first + i].number;
+    const std::uint64_t bits =
+        batch.clusters_may_reach(bound, 64, record, positions.data(), count, rules.passes_over_Ns);
+    for (std::size_t i = 0; i < count; ++i) {
+      if ((bits >> i & 1) == 0) kept.remove_block(64 * words[first + i].number, 64);
+    }
+  }
 }
 
 std::uint64_t CCandidateFilter::still_candidates(const char* const* positions, std::size_t count) {

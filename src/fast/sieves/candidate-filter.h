@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <map>
+#include <utility>
 #include <vector>
 
 #include "batch-bound.h"
@@ -39,12 +41,14 @@ class CCandidateFilter {
   // A multiple of 64 symbols: those of the unit and what a program reads beside it. All other tests read the record.
   static constexpr std::size_t context(unsigned longest) { return (longest + std::size_t{191}) / 64 * 64; }
 
-  // Of the bits of a word, those whose positions are asked for: bit i stands for the position 64 * word + i.
-  using asked_for = std::function<std::uint64_t(std::size_t word, std::uint64_t bits)>;
-  static std::uint64_t all_bits(std::size_t /*word*/, std::uint64_t bits) { return bits; }
+  // Of the bits of a word, those whose positions are asked for as candidates of the unit length L: bit i stands for the
+  // position 64 * word + i.
+  using asked_for = std::function<std::uint64_t(unsigned L, std::size_t word, std::uint64_t bits)>;
+  static std::uint64_t all_bits(unsigned /*L*/, std::size_t /*word*/, std::uint64_t bits) { return bits; }
 
   // The candidates of unit length L to look at. Valid until the next call. Costs less where few are asked for now;
-  // those that are not may be asked for later, and some of them are kept untested.
+  // those that are not may be asked for later, and some of them are kept untested. Where so few are left that they do
+  // not fill a batch, those of longer units are tested along with them.
   const CPositionSet& candidates(unsigned L, const asked_for& are_asked = all_bits);
 
   // Of the candidates at `positions`, in ascending order, those that a second, tighter test keeps: bit i for
@@ -70,6 +74,8 @@ class CCandidateFilter {
   CWindowFilter windows;
   CBatchBound batch;
   CPositionSet kept;
+  // The words of candidates of longer units that were tested ahead, by unit length: whether they are kept.
+  std::map<std::pair<unsigned, std::size_t>, bool> tested_ahead;
 
   std::vector<char> padded;  // a short record with room on both sides
 
@@ -82,5 +88,15 @@ class CCandidateFilter {
   void run_windows();
   void run_potential();
   void test_clusters(unsigned size, const asked_for& are_asked);
+  // A word of candidates, which is a cluster.
+  struct word_of_candidates {
+    unsigned L;
+    std::size_t number;
+  };
+  bool are_few_left(unsigned L) const;
+  void test_few_words(const asked_for& are_asked);
+  void take_words(unsigned L, const asked_for& are_asked, std::vector<word_of_candidates>& words);
+  void test_with_longer(const std::vector<word_of_candidates>& words);
+  void test_alone(const std::vector<word_of_candidates>& words);
   const CBitPlanes& planes_for(int reach);
 };

@@ -552,6 +552,7 @@ void CWindowFilter::run(const char* sequence, std::size_t its_length, const sett
   shortest = s.shortest;
   longest = s.longest;
   groups.assign(longest / row - shortest / row + 1, {{}, {}, !fits_lanes(s)});
+  last_with_many = longest;
   if (groups.front().is_given_up) return;
   const int last = static_cast<int>(longest);
   const int from = least_to_the_right(target_score(s, last));
@@ -582,13 +583,14 @@ void CWindowFilter::run(const char* sequence, std::size_t its_length, const sett
     using namespace quarvo_window_filter;
     HWY_DYNAMIC_DISPATCH(run_windows)(codes, scored, groups, to_the_left ? &group::left : &group::right, most_each);
   }
+  last_with_many = find_last_with_many();
 }
 
 bool CWindowFilter::has(unsigned L) const {
   return was_run() && L >= shortest && L <= longest && !groups[L / row - shortest / row].is_given_up;
 }
 
-unsigned CWindowFilter::longest_with_many() const {
+unsigned CWindowFilter::find_last_with_many() const {
   constexpr std::size_t together = 8;
   const std::size_t some = length_read / window / one_in_many;
   std::size_t last = 0;  // one past the last group of which nothing is known
@@ -605,18 +607,31 @@ unsigned CWindowFilter::longest_with_many() const {
   return last == 0 ? 0 : std::min(longest, (shortest / row + static_cast<unsigned>(last)) * row - 1);
 }
 
-void CWindowFilter::place(unsigned L, CPositionSet& kept) const {
+// The positions of each window that is kept, as far as they lie in front of the end: use(first, their bits).
+template <typename Use>
+void CWindowFilter::for_each_range(unsigned L, std::size_t end, const Use& use) const {
   const group& found = groups[L / row - shortest / row];
-  // Those of a window's positions that lie in the sequence.
-  const auto add = [&](std::ptrdiff_t first) {
+  const auto use_window = [&](std::ptrdiff_t first) {
     const std::ptrdiff_t begin = std::max<std::ptrdiff_t>(first, 0);
-    const std::ptrdiff_t end = std::min(first + window, static_cast<std::ptrdiff_t>(kept.end()));
-    if (begin >= end) return;
-    kept.add_64(static_cast<std::size_t>(begin), ~std::uint64_t{0} >> (64 - (end - begin)));
+    const std::ptrdiff_t after = std::min(first + window, static_cast<std::ptrdiff_t>(end));
+    if (begin < after) use(static_cast<std::size_t>(begin), ~std::uint64_t{0} >> (64 - (after - begin)));
   };
   const auto before = static_cast<std::ptrdiff_t>(front);
   const auto last = static_cast<std::ptrdiff_t>(length_read) - static_cast<std::ptrdiff_t>(L) - before;
-  for (const std::uint32_t w : found.right) add(static_cast<std::ptrdiff_t>(w) * window - before);
-  for (const std::uint32_t w : found.left) add(last - static_cast<std::ptrdiff_t>(w + 1) * window + 1);
+  for (const std::uint32_t w : found.right) use_window(static_cast<std::ptrdiff_t>(w) * window - before);
+  for (const std::uint32_t w : found.left) use_window(last - static_cast<std::ptrdiff_t>(w + 1) * window + 1);
+}
+
+void CWindowFilter::place(unsigned L, CPositionSet& kept) const {
+  for_each_range(L, kept.end(), [&kept](std::size_t first, std::uint64_t bits) { kept.add_64(first, bits); });
+}
+
+std::map<std::size_t, std::uint64_t> CWindowFilter::words(unsigned L, std::size_t end) const {
+  std::map<std::size_t, std::uint64_t> words;
+  for_each_range(L, end, [&words](std::size_t first, std::uint64_t bits) {
+    words[first / 64] |= bits << first % 64;
+    if (first % 64 > 64 - window && bits >> (64 - first % 64) != 0) words[first / 64 + 1] |= bits >> (64 - first % 64);
+  });
+  return words;
 }
 #endif

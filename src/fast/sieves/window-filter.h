@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <vector>
 
 #include "alignment-program.h"
@@ -84,10 +85,15 @@ class CWindowFilter {
 
   // Up to this unit length, or 0, so many candidates are kept, or so little is known, that another test is worth its
   // time.
-  unsigned longest_with_many() const;
+  unsigned longest_with_many() const { return last_with_many; }
+
+  // Whether a unit length beyond that was tested and not given up.
+  bool are_few(unsigned L) const { return has(L) && L > longest_with_many(); }
 
   // Adds the candidates of such a unit length that may be accepted.
   void place(unsigned L, CPositionSet& kept) const;
+  // Their words that are not 0, in front of an end, by number.
+  std::map<std::size_t, std::uint64_t> words(unsigned L, std::size_t end) const;
 
   // What is kept of the unit lengths of one row, by the windows that the candidates begin in.
   struct group {
@@ -101,5 +107,10 @@ class CWindowFilter {
   std::size_t front = 0;  // how many of the symbols read lie in front of the sequence
   unsigned shortest = 0;
   unsigned longest = 0;
+  unsigned last_with_many = 0;
   std::vector<group> groups;  // from that of the shortest on
+
+  unsigned find_last_with_many() const;
+  template <typename Use>
+  void for_each_range(unsigned L, std::size_t end, const Use& use) const;
 };

@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iterator>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -241,6 +243,98 @@ TEST_F(BatchBound, KeepsClustersOfAFewCandidatesAmongOthers) {
     check_clusters({settings, static_cast<unsigned>(L), symbols});
   }
   EXPECT_GT(counts.wanted, 100U);
+}
+
+// Clusters of a few unit lengths in one batch, and what is kept of them and given up.
+class MixedClusters : public BatchBound {
+ protected:
+  std::size_t wanted = 0;
+  std::size_t tested = 0;
+  std::size_t kept = 0;
+  std::size_t given_up = 0;
+
+  void check_mixed(CRandomDna& random, const candidate_settings& settings, const std::string& symbols) {
+    std::map<unsigned, CPositionSet> wanted_of;
+    for (int lengths = random.number(1, 4); lengths > 0; --lengths) {
+      const auto L = static_cast<unsigned>(random.number(64, static_cast<int>(settings.longest)));
+      ASSERT_TRUE(CBatchBound::applies(settings.bound(L)));
+      wanted_of[L] = must_be_kept({settings, L, symbols}, yardstick::bound);
+    }
+    const CExactSymbols exact(symbols);
+    std::vector<CBatchBound::cluster> clusters;
+    while (clusters.size() < CBatchBound::most_candidates) {
+      const auto any = std::next(wanted_of.begin(), random.number(0, static_cast<int>(wanted_of.size()) - 1));
+      const auto block = static_cast<std::size_t>(random.number(0, static_cast<int>(symbols.size()) / 64));
+      clusters.push_back({settings.bound(any->first), exact.range().begin + 64 * block});
+      if (random.number(0, 40) == 0) break;
+    }
+    on_each_target([&] { check_batch(clusters, wanted_of, exact.range()); });
+  }
+
+ private:
+  void check_batch(const std::vector<CBatchBound::cluster>& clusters, const std::map<unsigned, CPositionSet>& wanted_of,
+                   const symbol_range& record) {
+    CBatchBound batch_bound;
+    const CBatchBound::mixed_result result =
+        batch_bound.mixed_clusters_may_reach(clusters.data(), clusters.size(), 64, record, Ns_are_neutral());
+    EXPECT_EQ(result.given_up & ~result.kept, 0U);
+    EXPECT_EQ(clusters.size() == 64 ? 0 : result.kept >> clusters.size(), 0U) << "bits without a cluster are set";
+    for (std::size_t i = 0; i < clusters.size(); ++i) {
+      const auto& [bound, position] = clusters[i];
+      const auto first = static_cast<std::size_t>(position - record.begin);
+      const CPositionSet& all = wanted_of.at(bound.L);
+      const bool is_wanted = first < all.end() && all.block_bits(first, 64) != 0;
+      const bool is_kept = (result.kept >> i & 1) != 0;
+      const bool is_given_up = (result.given_up >> i & 1) != 0;
+      ++tested;
+      wanted += is_wanted ? 1U : 0U;
+      kept += is_kept ? 1U : 0U;
+      given_up += is_given_up ? 1U : 0U;
+      EXPECT_TRUE(is_kept || !is_wanted) << "lost: L " << bound.L << ", from " << first;
+      // By themselves clusters are kept where diagonals are one, and sooner.
+      if (is_kept && !is_given_up) {
+        EXPECT_EQ(batch_bound.clusters_may_reach(bound, 64, record, &position, 1, Ns_are_neutral()), 1U)
+            << "kept: L " << bound.L << ", from " << first;
+      }
+    }
+  }
+};
+
+TEST_F(MixedClusters, AreKeptWithACandidateThatTheBoundAsksFor) {
+  CRandomDna random(12);
+  CCandidateSequences sequences(random);
+  for (int round = 0; round < tried(40) && !HasFailure(); ++round) {
+    const int longest = random.number(128, 260);
+    candidate_settings settings = random_candidate_settings(random, static_cast<unsigned>(longest));
+    settings.mismatch_score = std::min(settings.mismatch_score, -4);
+    settings.indel_score = random.number(-6, -3);
+    settings.min_score = random.one_of(std::vector<int>{30, 60, longest / 2});
+    settings.min_score_b = 0;
+    settings.put_in_force();
+    const std::string symbols = random.coin()
+                                    ? sequences.make(random.number(300, 700), random.number(64, longest), longest)
+                                    : symbols_of_data_file("human_alpha_satellite.fa").substr(0, 700);
+    check_mixed(random, settings, symbols);
+  }
+  EXPECT_GT(wanted, tried(50U));
+  EXPECT_GT(tested - kept, tried(100U));
+  EXPECT_GT(kept - given_up, tried(100U));
+}
+
+// Cheap indels lead paths farther apart than there is room for.
+TEST_F(MixedClusters, AreGivenUpWherePathsLieFarApart) {
+  CRandomDna random(13);
+  for (int round = 0; round < tried(3) && !HasFailure(); ++round) {
+    candidate_settings settings;
+    settings.longest = static_cast<unsigned>(random.number(64, 200));
+    settings.mismatch_score = random.number(-12, -5);
+    settings.indel_score = random.number(-3, -2);
+    settings.min_score = random.number(200, 600);
+    settings.min_score_b = 0;
+    settings.put_in_force();
+    check_mixed(random, settings, random.sequence(random.coin() ? "AC" : "ACG", 700));
+  }
+  EXPECT_GT(given_up, 10U);
 }
 
 // Paths drift round the circle of diagonals, in both directions, and the rows are used up.

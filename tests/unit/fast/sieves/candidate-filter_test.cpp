@@ -151,9 +151,10 @@ TEST_F(CandidateFilter, LeavesUntestedOnlyBlocksOfWhichNoCandidateIsAskedFor) {
     }
     CAskedFilter filter(symbols);
     const CPositionSet all = filter.candidates(L, CCandidateFilter::all_bits);
-    const CPositionSet none = filter.candidates(L, [](std::size_t, std::uint64_t) { return std::uint64_t{0}; });
-    const CPositionSet some =
-        filter.candidates(L, [&asked](std::size_t word, std::uint64_t bits) { return bits & asked.word(word); });
+    const CPositionSet none =
+        filter.candidates(L, [](unsigned, std::size_t, std::uint64_t) { return std::uint64_t{0}; });
+    const CPositionSet some = filter.candidates(
+        L, [&asked](unsigned, std::size_t word, std::uint64_t bits) { return bits & asked.word(word); });
     for (std::size_t p = 0; p < symbols.size(); ++p) {
       ASSERT_TRUE(none.has(p) || !some.has(p)) << L << ' ' << p;
       ASSERT_TRUE(some.has(p) || !all.has(p)) << L << ' ' << p;
@@ -166,6 +167,56 @@ TEST_F(CandidateFilter, LeavesUntestedOnlyBlocksOfWhichNoCandidateIsAskedFor) {
   }
   EXPECT_GT(untested, 1000U);
   EXPECT_GT(tested, 1000U);
+}
+
+// Unit lengths are asked for in turn, as a search does; what is tested ahead serves only where it was asked for.
+TEST_F(CandidateFilter, KeepsWhatTheBoundAsksForWhereLongerUnitsAreTestedAhead) {
+  CRandomDna random(7);
+  constexpr unsigned shortest = 200;
+  candidate_settings settings;
+  settings.longest = 204;
+  settings.min_score_b = 0.75F;
+  settings.put_in_force();
+  std::string repeats;
+  for (int plants = 0; plants < 5; ++plants) {
+    const std::string unit = random.sequence("ACGT", random.number(shortest, static_cast<int>(settings.longest)));
+    std::string copy = unit;
+    for (int edits = random.number(0, 20); edits > 0; --edits) {
+      copy[static_cast<std::size_t>(random.number(0, static_cast<int>(copy.size()) - 1))] = 'A';
+    }
+    repeats += unit + copy + random.sequence("ACGT", 300);
+  }
+  const std::size_t front = 40000;
+  const std::string symbols = random.sequence("ACGT", static_cast<int>(front)) + repeats;
+  // What reaches a score there reaches it among other symbols.
+  std::vector<CPositionSet> must_be;
+  for (unsigned L = shortest; L <= settings.longest; ++L) {
+    must_be.push_back(must_be_kept({settings, L, repeats}, yardstick::bound));
+  }
+  std::size_t wanted = 0;
+  for (const bool are_all_asked : {true, false}) {
+    CAskedFilter filter(symbols);
+    std::size_t kept_in_turn = 0;
+    std::size_t kept_alone = 0;
+    for (unsigned L = shortest; L <= settings.longest; ++L) {
+      // Of longer units something else is asked for later.
+      const CPositionSet kept = filter.candidates(L, [&](unsigned its_L, std::size_t word, std::uint64_t bits) {
+        return are_all_asked || its_L == L || (word + L) % 3 != 0 ? bits : 0;
+      });
+      CAskedFilter alone(symbols);
+      const auto are_asked = [L](unsigned its_L, std::size_t, std::uint64_t bits) { return its_L == L ? bits : 0; };
+      kept_in_turn += count_of(kept);
+      kept_alone += count_of(alone.candidates(L, are_asked));
+      const CPositionSet& all = must_be[L - shortest];
+      for (std::size_t p = all.next(0); p != all.end(); p = all.next(p + 1)) {
+        ++wanted;
+        ASSERT_TRUE(kept.has(front + p)) << L << ' ' << p;
+      }
+    }
+    EXPECT_GT(kept_alone, 0U);
+    EXPECT_LE(kept_in_turn, kept_alone + kept_alone / 10);
+  }
+  EXPECT_GT(wanted, 50U);
 }
 
 TEST_F(CandidateFilter, DropsNearlyAllOfARandomSequence) {
