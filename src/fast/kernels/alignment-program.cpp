@@ -12,18 +12,25 @@ using slot = alignment_program::slot;
 
 // Model of a random sequence, for the decisions of where to stop; nothing here affects what the test guarantees.
 constexpr double match_probability = 0.25;
-constexpr double rare = 1e-4;             // states rarer than this are kept instead of followed
-constexpr double rare_at_the_end = 3e-3;  // rows end when no more than this share is undecided
+struct rarity {
+  double state;   // states rarer than this are kept instead of followed
+  double at_end;  // rows end when no more than this share is undecided
+};
+constexpr rarity rare{1e-4, 3e-3};
+// Where all edits are cheap, there are so many rare states that to follow them costs more than to test what they keep.
+constexpr rarity rare_if_mild{3e-4, 1e-2};
+constexpr int least_penalty = 5;  // of an edit that is not cheap
 constexpr int most_rows = 40;
 constexpr unsigned most_operations = 6000;
 constexpr double most_kept = 0.2;
 
 struct place {
-  int diagonal;
+  int diagonal;  // 0 to L - 1
   int score;
+  // A deletion stays in its row at a lower score.
   bool operator<(const place& other) const {
-    if (diagonal != other.diagonal) return diagonal < other.diagonal;
-    return score > other.score;
+    if (score != other.score) return score > other.score;
+    return diagonal < other.diagonal;
   }
 };
 
@@ -77,6 +84,7 @@ class CWriter {
   };
 
   alignment_bound bound;
+  rarity rare_here = std::max(bound.mismatch_penalty, bound.indel_penalty) < least_penalty ? rare_if_mild : rare;
   alignment_program result;
   std::vector<level> levels;  // ascending; the top level T - 1 is not among them
   slot next_slot = 0;
@@ -109,7 +117,7 @@ class CWriter {
   // Offsets from p of the symbol examined at (row, diagonal) and of the unit symbol that it must equal.
   std::pair<int, int> compared_offsets(int row, int diagonal, bool leftwards) const {
     const int L = static_cast<int>(bound.L);
-    const int unit_index = ((row + diagonal) % L + L) % L;
+    const int unit_index = (row + diagonal) % L;
     if (leftwards) return {-1 - row, L - 1 - unit_index};
     return {L + row, unit_index};
   }
@@ -137,7 +145,7 @@ class CWriter {
   bool is_last_row(int row, const planes& current) const {
     double alive = 0;
     for (const auto& [where, p] : current) alive += p.probability;
-    return row >= most_rows || (row > 0 && alive < rare_at_the_end) || result.operations > most_operations;
+    return row >= most_rows || (row > 0 && alive < rare_here.at_end) || result.operations > most_operations;
   }
 
   // Writes the planes of a row and of what follows from them; returns the planes of the next row.
@@ -154,9 +162,9 @@ class CWriter {
       }
       return it->second;
     };
-    // Deletions lead to the next diagonal of the same row, so `current` grows while it is walked in diagonal order.
+    // Deletions lead to lower scores of the same row, so `current` grows while it is walked in the order of scores.
     for (auto it = current.begin(); it != current.end(); ++it) {
-      it = merge_neighbour(current, it);
+      merge_neighbour(current, it);
       const place where = it->first;
       plane& here = it->second;
       here.at = free_slot++;
@@ -175,16 +183,14 @@ class CWriter {
   }
 
   // Rounds the plane one point below up into this one, if there is one on the same diagonal: one plane serves both.
-  planes::iterator merge_neighbour(planes& current, planes::iterator it) const {
-    const auto below = std::next(it);
-    if (below == current.end() || below->first.diagonal != it->first.diagonal) return it;
-    if (below->first.score != it->first.score - 1) return it;
+  static void merge_neighbour(planes& current, planes::iterator it) {
+    const auto below = current.find({it->first.diagonal, it->first.score - 1});
+    if (below == current.end()) return;
     plane& into = it->second;
     into.probability += below->second.probability;
     into.lowest_true_score = std::min(into.lowest_true_score, below->second.lowest_true_score);
     std::move(below->second.sources.begin(), below->second.sources.end(), std::back_inserter(into.sources));
     current.erase(below);
-    return it;
   }
 
   // An operation takes one source of each kind; what is left over is ORed in by further ones.
@@ -279,15 +285,20 @@ class CWriter {
     const bool mismatch = after_mismatch >= -bound.b;
     const bool indel = after_indel >= -bound.b;
     if (!mismatch && !indel) return;
-    if (probability < rare) {
+    if (probability < rare_here.state) {
       add_miss(code, alignment_program::keep, here.at, E);
       kept += probability;
       return;
     }
     if (mismatch) add(next, {where.diagonal, after_mismatch}, {source::miss, here.at, E}, probability);
     if (!indel) return;
-    add(next, {where.diagonal - 1, after_indel}, {source::insertion, here.at, E}, probability);
-    add(current, {where.diagonal + 1, after_indel}, {source::deletion, here.at, E}, probability);
+    add(next, {next_diagonal(where.diagonal, -1), after_indel}, {source::insertion, here.at, E}, probability);
+    add(current, {next_diagonal(where.diagonal, +1), after_indel}, {source::deletion, here.at, E}, probability);
+  }
+
+  int next_diagonal(int diagonal, int by) const {
+    const int L = static_cast<int>(bound.L);
+    return (diagonal + by + L) % L;
   }
 
   // Adds to an operation with the same target and matches if one has room.

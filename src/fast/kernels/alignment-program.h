@@ -16,8 +16,10 @@
 //
 // How it is bounded. One bit plane holds, for many candidates side by side, whether a path can be at (row, diagonal,
 // score): row symbols of the sequence consumed, diagonal = unit symbols consumed minus row. A step along a path is an
-// AND with the plane of matches or its complement. Scores only ever get rounded up, and where a plane would be rare or
-// the rows end, its candidates are kept instead. So the test keeps every candidate whose final score can reach T.
+// AND with the plane of matches or its complement. On diagonals that are L apart the next unit symbol is the same one
+// of the circle, and so is all that follows, so these are one plane; there are L diagonals, 0 to L - 1. Scores only
+// ever get rounded up, and where a plane would be rare or the rows end, its candidates are kept instead. So the test
+// keeps every candidate whose final score can reach T.
 //
 // For example, the whole program for L = 2, b = 2, T = 4 and penalties of 6. E(i,j) is the plane of "the symbols at
 // p + i and p + j are equal", the unit is at 0 and 1, and s<n> are the candidates with a path of score n, all of them
@@ -31,11 +33,11 @@
 // That is all, since an edit would lead from 3 to -3, below -b. Penalties of 5 allow the edits from 3 to -2. What they
 // add to the right, with m = s3 & ~E(5,1), the paths of row 3 at a mismatch:
 //
-//   diagonal         -1 (insertion)       0 (mismatch)         +1 (deletion)
-//   row 3                                                      m, still in this row
-//   row 4            m                    m                    m & E(5,0)            scores -2, -2, -1
-//   row 5            m & E(6,1)           m & E(6,0)           ... & E(6,1)          scores -1, -1,  0
-//   row 6            ... & E(7,0)         ... & E(7,1)         ... & E(7,0)          few by now: keep |= any of them
+//   diagonal   0 (mismatch)               1 (insertion or deletion, as -1 and 1 are one diagonal)
+//   row 3                                 m, by a deletion, still in this row      scores -2
+//   row 4      m                          m, by an insertion, | m & E(5,0)         scores -2; -2 and -1, rounded up: m
+//   row 5      m & E(6,0)                 m & E(6,1)                               scores -1, 0
+//   row 6      m & E(6,0) & E(7,1)        m & E(6,1) & E(7,0)                      few by now: keep |= either of them
 //
 // The program for one unit length is made from the scoring: at run time, to be interpreted by alignment-filter.h, or,
 // for the default scoring, when Quarvo is built, to be compiled (alignment-kernels.h).

@@ -32,7 +32,7 @@ class CBitPlanes {
  public:
   static constexpr std::size_t lanes = 512;
   static constexpr std::size_t words = lanes / 64;  // of a plane vector
-  static constexpr std::size_t overrun = 8;         // vectors that may be read after the margin
+  static constexpr std::size_t overrun = 4;         // vectors that may be read after the margin
 
   // Reads the symbols [sequence, sequence + length). Offsets up to `margin` may be asked for.
   void build(const char* sequence, std::size_t length, std::size_t margin);

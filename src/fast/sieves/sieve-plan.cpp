@@ -12,12 +12,17 @@ namespace {
 
 using question = sieve_question;
 
-// Unit lengths by measurement. Where edits are cheap, programs are of no use from 9 on.
+// Unit lengths by measurement. Where edits are cheap, programs are of no use from 11 on.
 constexpr unsigned longest_for_kernel_if_short = 12;
 constexpr unsigned shortest_for_potential = 21;
 constexpr unsigned shortest_for_potential_if_mild = 16;
 constexpr unsigned shortest_for_clusters = 8;
 constexpr unsigned longest_for_small_clusters = 128;
+// Where edits are cheap, one of 16 neighbours that the potential keeps often has a path that lives on.
+constexpr unsigned largest_cluster_if_mild = 8;
+constexpr unsigned longest_for_cluster_if_mild = 31;
+
+bool is_mild(const question& q) { return std::min(q.bound.mismatch_penalty, q.bound.indel_penalty) < 5; }
 
 // A score is no higher than the number of symbols beside the unit.
 bool lacks_room(const question& q) {
@@ -39,8 +44,7 @@ bool is_for_windows(const question& q) {
 // The potential costs the same for every unit length and keeps less the longer the unit is, while the bit planes cost
 // more with the square of it.
 bool is_for_potential(const question& q) {
-  const bool is_mild = std::min(q.bound.mismatch_penalty, q.bound.indel_penalty) < 5;
-  return q.bound.L >= (is_mild ? shortest_for_potential_if_mild : shortest_for_potential) &&
+  return q.bound.L >= (is_mild(q) ? shortest_for_potential_if_mild : shortest_for_potential) &&
          CPotentialFilter::applies(q.bound.mismatch_penalty, q.bound.indel_penalty, q.bound.T);
 }
 
@@ -52,6 +56,11 @@ bool has_program(const question& q) {
 }
 
 bool always(const question&) { return true; }
+
+unsigned largest_cluster(const question& q, first_sieve first) {
+  const bool is_small = first == first_sieve::potential && is_mild(q) && q.bound.L <= longest_for_cluster_if_mild;
+  return is_small ? largest_cluster_if_mild : std::min(64U, std::bit_floor(q.bound.L));
+}
 
 constexpr std::array rows{
     sieve_row{first_sieve::nothing, "none", lacks_room, false, false, "a record without room for the minimum score"},
@@ -101,7 +110,7 @@ sieve_plan plan_sieves(const sieve_question& q) {
   const bool has_batches = CBatchBound::applies(q.bound);
   sieve_plan plan{row, {}, row->is_tested_again && has_batches && q.bound.L <= longest_tested_again};
   if (row->has_clusters && has_batches && q.bound.L >= shortest_for_clusters) {
-    const unsigned largest = std::min(64U, std::bit_floor(q.bound.L));
+    const unsigned largest = largest_cluster(q, row->first);
     plan.clusters = {largest, q.bound.L <= longest_for_small_clusters ? largest / 4 : 0};
   }
   return plan;

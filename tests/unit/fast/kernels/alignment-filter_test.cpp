@@ -68,6 +68,25 @@ TEST_F(AlignmentFilter, KeepsWhatTheBoundAsksForInLongRecords) {
   EXPECT_GT(counts.wanted, tried(10000U));
 }
 
+// Paths go around short units several times, by insertions and by deletions.
+TEST_F(AlignmentFilter, KeepsWhatCanBeAcceptedOfShortUnitsWhereEditsAreCheap) {
+  CRandomDna random(6);
+  CCandidateSequences sequences(random);
+  for (int round = 0; round < tried(600) && !HasFailure(); ++round) {
+    const int L = random.number(1, 5);
+    candidate_settings settings = random_candidate_settings(random, static_cast<unsigned>(L));
+    settings.mismatch_score = random.number(-5, -2);
+    settings.indel_score = random.number(-4, -2);
+    settings.min_score = random.number(4, 25);
+    settings.put_in_force();
+    const int T = CSearchController::minScores[L];
+    check({settings, static_cast<unsigned>(L), sequences.make(sequences.length(), L, T)},
+          yardstick::bound_and_extension);
+  }
+  EXPECT_GT(counts.candidates, tried(30000U));
+  EXPECT_GT(counts.wanted, tried(3000U));
+}
+
 TEST_F(AlignmentFilter, KeepsWhatCanBeAcceptedInRecordsOfEveryLength) {
   CRandomDna random(3);
   CCandidateSequences sequences(random);
@@ -124,6 +143,16 @@ unsigned width_of(const alignment_program::row& row) {
   for (const auto& op : row.forks) written.insert(op.to);
   for (const auto& op : row.joins) written.insert(op.to);
   return written.empty() ? 0 : *written.rbegin() - *written.begin() + 1U;
+}
+
+TEST(AlignmentProgram, ComparesASymbolWithEachOfTheUnitOnce) {
+  for (unsigned L = 1; L <= 8; ++L) {
+    const alignment_program program = make_alignment_program({L, 3, 3, static_cast<int>(L), 12});
+    ASSERT_FALSE(program.is_empty()) << L;
+    std::size_t most = 0;
+    for (const auto& row : program.rows) most = std::max(most, row.compares.size());
+    EXPECT_EQ(most, L);
+  }
 }
 
 // Rows alternate between two halves of 400 slots.

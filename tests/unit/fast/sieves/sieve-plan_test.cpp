@@ -99,6 +99,15 @@ TEST_F(SievePlan, BeginsWithThePotentialEarlierWherePenaltiesAreMild) {
   expect(16, 100, longer, first_sieve::potential);
 }
 
+TEST_F(SievePlan, HasProgramsAndSmallClustersWhereEditsAreCheap) {
+  rules.mismatch_score = rules.indel_score = -3;
+  for (unsigned L = 1; L <= 10; ++L) EXPECT_EQ(plan(L, longer, 12).first(), first_sieve::program) << L;
+  EXPECT_EQ(plan(15, longer, 15).clusters, (sizes{8, 2}));
+  EXPECT_EQ(plan(16, longer, 16).clusters, (sizes{8, 2}));
+  EXPECT_EQ(plan(31, longer, 31).clusters, (sizes{8, 2}));
+  EXPECT_EQ(plan(32, longer, 32).clusters, (sizes{32, 8}));
+}
+
 TEST_F(SievePlan, KeepsEverythingWhereNoSieveIsOfUse) {
   rules.mismatch_score = rules.indel_score = -2;
   expect(20, 60, longer, first_sieve::everything);
