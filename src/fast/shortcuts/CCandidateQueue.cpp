@@ -23,6 +23,7 @@ const char* CCandidateQueue::first(unsigned its_L, const CAnchorSeq& its_mask) {
 const char* CCandidateQueue::next(bool was_accepted) {
   if (was_accepted) {
     has_mask_changed = true;
+    run_end = 0;  // that of a position farther on
     walk_from(static_cast<std::size_t>(last_given - begin) + 1);
   }
   do {
@@ -47,10 +48,8 @@ bool CCandidateQueue::collect() {
 void CCandidateQueue::collect_from_word() {
   for (; left != 0 && count != tested.size(); left &= left - 1) {
     const std::size_t p = 64 * word + static_cast<std::size_t>(std::countr_zero(left));
-    if (!is_change_ahead(p)) {
-      const std::size_t unit = first_unit_from(p);
-      if (unit != p) return walk_from(std::min(unit, after_starts));
-    }
+    const std::size_t unit = first_unit_from(p);
+    if (unit != p) return walk_from(std::min(unit, after_starts));
     // The test reads it when the batch is full. By then it is in the cache.
     __builtin_prefetch(begin + p + 32);
     tested[count++] = begin + p;
@@ -76,6 +75,11 @@ const char* CCandidateQueue::next_admitted_of_batch() {
     while (given != count && tested[given] < begin + p) ++given;
     const bool is_tested = given != count && tested[given] == begin + p;
     if (is_tested && (kept >> given & 1) == 0) continue;
+    const std::size_t unit = first_unit_from(p);
+    if (unit != p) {
+      walk_from(std::min(unit, after_starts));
+      continue;
+    }
     has_passed = is_tested && is_tested_again;
     return begin + p;
   }
@@ -124,6 +128,7 @@ std::uint64_t CCandidateQueue::admitted_of(unsigned any_L, std::size_t in_word, 
 // The first position from p on whose unit does not begin with N and is more than one symbol repeated, as far as the run
 // of equal symbols at p tells. Such runs may be long.
 std::size_t CCandidateQueue::first_unit_from(std::size_t p) {
+  if (is_change_ahead(p)) return p;
   const char* const symbol = begin + p;
   const bool is_N = *symbol == 'N';
   if (!is_N && (L == 1 || symbol[1] != *symbol)) return p;
