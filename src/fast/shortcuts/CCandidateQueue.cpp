@@ -15,7 +15,6 @@ const char* CCandidateQueue::first(unsigned its_L, const CAnchorSeq& its_mask) {
   count = given = 0;
   batch_end = first_start;
   has_mask_changed = false;
-  run_end = 0;
   pairs_of_unit = L > 64 ? ~std::uint64_t{0} : (std::uint64_t{1} << (L - 1)) - 1;
   return next(false);
 }
@@ -23,7 +22,6 @@ const char* CCandidateQueue::first(unsigned its_L, const CAnchorSeq& its_mask) {
 const char* CCandidateQueue::next(bool was_accepted) {
   if (was_accepted) {
     has_mask_changed = true;
-    run_end = 0;  // that of a position farther on
     walk_from(static_cast<std::size_t>(last_given - begin) + 1);
   }
   do {
@@ -48,8 +46,7 @@ bool CCandidateQueue::collect() {
 void CCandidateQueue::collect_from_word() {
   for (; left != 0 && count != tested.size(); left &= left - 1) {
     const std::size_t p = 64 * word + static_cast<std::size_t>(std::countr_zero(left));
-    const std::size_t unit = first_unit_from(p);
-    if (unit != p) return walk_from(std::min(unit, after_starts));
+    if (walks_past(p)) return;
     // The test reads it when the batch is full. By then it is in the cache.
     __builtin_prefetch(begin + p + 32);
     tested[count++] = begin + p;
@@ -75,20 +72,26 @@ const char* CCandidateQueue::next_admitted_of_batch() {
     while (given != count && tested[given] < begin + p) ++given;
     const bool is_tested = given != count && tested[given] == begin + p;
     if (is_tested && (kept >> given & 1) == 0) continue;
-    const std::size_t unit = first_unit_from(p);
-    if (unit != p) {
-      walk_from(std::min(unit, after_starts));
-      continue;
-    }
+    if (walks_past(p)) continue;
     has_passed = is_tested && is_tested_again;
     return begin + p;
   }
   return nullptr;
 }
 
+// Maybe further back than the walk has come.
 void CCandidateQueue::walk_from(std::size_t p) {
+  run_end = 0;
   word = p / 64;
   left = p < after_starts ? admitted(word) & ~std::uint64_t{0} << p % 64 : 0;
+}
+
+// Walks on to the next unit that can be a candidate's, if that at p cannot. Returns whether it did.
+bool CCandidateQueue::walks_past(std::size_t p) {
+  const std::size_t unit = first_unit_from(p);
+  if (unit == p) return false;
+  walk_from(std::min(unit, after_starts));
+  return true;
 }
 
 // Goes on to the next word with a candidate that the mask admits, if none is left in this one. Returns false when there

@@ -78,6 +78,7 @@ class CCandidateQueue {
   const char* next_admitted_of_batch();
 
   void walk_from(std::size_t p);
+  bool walks_past(std::size_t p);
   bool has_admitted();
   std::size_t next_admitted();
   std::uint64_t admitted(std::size_t in_word) const { return admitted_of(L, in_word, candidates->word(in_word)); }
