@@ -33,9 +33,12 @@ const CPositionSet& CCandidateFilter::candidates(unsigned L, const asked_for& ar
   kept.clear(length);
   find_candidates();
   const bool are_few = are_few_left(L);
-  if (are_few) test_few_words(are_asked);
   for (const unsigned size : plan.clusters) {
-    if (size != 0 && !(are_few && size == 64)) test_clusters(size, are_asked);
+    if (are_few && size == 64) {
+      test_few_words(are_asked);
+    } else if (size != 0) {
+      test_clusters(size, are_asked);
+    }
   }
   return kept;
 }
@@ -135,28 +138,31 @@ void CCandidateFilter::run_potential() {
   potential.place(bound.L, kept);
 }
 
+// Drops the clusters of `size` candidates from each start on that cannot reach their score, a batch at most.
+void CCandidateFilter::test_batch(unsigned size, const std::size_t* starts, std::size_t count) {
+  if (count == 0) return;
+  std::array<const char*, CBatchBound::most_candidates> positions{};
+  for (std::size_t i = 0; i < count; ++i) positions[i] = sequence + starts[i];
+  const std::uint64_t bits =
+      batch.clusters_may_reach(bound, static_cast<int>(size), record, positions.data(), count, rules.passes_over_Ns);
+  for (std::size_t i = 0; i < count; ++i) {
+    if ((bits >> i & 1) == 0) kept.remove_block(starts[i], size);
+  }
+}
+
 // Clusters of `size` candidates, side by side. In a repeat that is covered none is asked for.
 void CCandidateFilter::test_clusters(unsigned size, const asked_for& are_asked) {
   std::array<std::size_t, CBatchBound::most_candidates> starts{};
-  std::array<const char*, CBatchBound::most_candidates> positions{};
   std::size_t count = 0;
-  const auto test = [&] {
-    if (count == 0) return;
-    const std::uint64_t bits =
-        batch.clusters_may_reach(bound, static_cast<int>(size), record, positions.data(), count, rules.passes_over_Ns);
-    for (std::size_t i = 0; i < count; ++i) {
-      if ((bits >> i & 1) == 0) kept.remove_block(starts[i], size);
-    }
-    count = 0;
-  };
   for (std::size_t start = 0; start < kept.end(); start += size) {
     const std::uint64_t block = kept.block_bits(start, size);
     if (block == 0 || are_asked(bound.L, start / 64, block) == 0) continue;
-    starts[count] = start;
-    positions[count++] = sequence + start;
-    if (count == starts.size()) test();
+    starts[count++] = start;
+    if (count < starts.size()) continue;
+    test_batch(size, starts.data(), count);
+    count = 0;
   }
-  test();
+  test_batch(size, starts.data(), count);
 }
 
 // Whether windows have left so little that clusters are words, of which few come at a time.
@@ -227,15 +233,11 @@ void CCandidateFilter::test_with_longer(const std::vector<word_of_candidates>& w
 
 // Words of this unit length.
 void CCandidateFilter::test_alone(const std::vector<word_of_candidates>& words) {
-  for (std::size_t first = 0; first < words.size(); first += CBatchBound::most_candidates) {
-    const std::size_t count = std::min(words.size() - first, CBatchBound::most_candidates);
-    std::array<const char*, CBatchBound::most_candidates> positions{};
-    for (std::size_t i = 0; i < count; ++i) positions[i] = sequence + 64 * words[first + i].number;
-    const std::uint64_t bits =
-        batch.clusters_may_reach(bound, 64, record, positions.data(), count, rules.passes_over_Ns);
-    for (std::size_t i = 0; i < count; ++i) {
-      if ((bits >> i & 1) == 0) kept.remove_block(64 * words[first + i].number, 64);
-    }
+  std::array<std::size_t, CBatchBound::most_candidates> starts{};
+  for (std::size_t first = 0; first < words.size(); first += starts.size()) {
+    const std::size_t count = std::min(words.size() - first, starts.size());
+    for (std::size_t i = 0; i < count; ++i) starts[i] = 64 * words[first + i].number;
+    test_batch(64, starts.data(), count);
   }
 }
 

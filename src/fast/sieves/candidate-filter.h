@@ -87,6 +87,7 @@ class CCandidateFilter {
   CPotentialFilter::settings settings_for_all() const;
   void run_windows();
   void run_potential();
+  void test_batch(unsigned size, const std::size_t* starts, std::size_t count);
   void test_clusters(unsigned size, const asked_for& are_asked);
   // A word of candidates, which is a cluster.
   struct word_of_candidates {

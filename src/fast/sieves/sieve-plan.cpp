@@ -12,7 +12,7 @@ namespace {
 
 using question = sieve_question;
 
-// Unit lengths by measurement. Where edits are cheap, programs are of no use from 11 on.
+// Unit lengths by measurement. Where edits are cheap, programs are of little use from 11 on.
 constexpr unsigned longest_for_kernel_if_short = 12;
 constexpr unsigned shortest_for_potential = 21;
 constexpr unsigned shortest_for_potential_if_mild = 16;
